@@ -1,0 +1,92 @@
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include "gui/FakePlatform.h"
+#include "store/Store.h"
+
+namespace kelvane {
+namespace {
+
+// A store on a temporary directory with its files open.
+struct OpenStore {
+    OpenStore() : platform(directory.path()), store(platform.Services) {
+        store.appointments.InitAppointmentStore();
+        store.diary.InitDiaryStore();
+    }
+    ~OpenStore() {
+        store.appointments.CloseAppointmentStore();
+        store.diary.CloseDiaryStore();
+    }
+
+    QTemporaryDir directory;
+    FakePlatform platform;
+    Store store;
+};
+
+void FillWorkingCopies(Store& store) {
+    for (int i = 1; i <= 39; ++i) {
+        Appointment& entry = store.appointments.AppointmentList[i];
+        entry.Description = QString(50, QLatin1Char('a' + i % 26));
+        entry.StartTime = {static_cast<qint16>(i % 24), static_cast<qint16>(i)};
+        entry.EndTime = {-1, 0};
+    }
+    QString note;
+    for (int line = 0; line < 16; ++line) {
+        note += QString(48, QLatin1Char('n')) + QStringLiteral("\r\n");
+    }
+    store.diary.NoteBuffer = note;
+}
+
+// Every date of a year stored with 39 entries and an 800-character note.
+void BM_SaveWholeYear(benchmark::State& state) {
+    OpenStore open;
+    FillWorkingCopies(open.store);
+    for (auto _ : state) {
+        for (qint16 month = 1; month <= 12; ++month) {
+            for (qint16 day = 1; day <= open.store.module1.DaysInMonth[month]; ++day) {
+                const QString key = MakeDateKey(month, day);
+                open.store.appointments.SaveAppointments(key);
+                open.store.diary.SaveNote(key);
+            }
+        }
+    }
+}
+BENCHMARK(BM_SaveWholeYear)->Unit(benchmark::kMillisecond);
+
+// Every date of such a year loaded back, as the calendar file writer does.
+void BM_LoadWholeYear(benchmark::State& state) {
+    OpenStore open;
+    FillWorkingCopies(open.store);
+    for (qint16 month = 1; month <= 12; ++month) {
+        for (qint16 day = 1; day <= open.store.module1.DaysInMonth[month]; ++day) {
+            open.store.appointments.SaveAppointments(MakeDateKey(month, day));
+            open.store.diary.SaveNote(MakeDateKey(month, day));
+        }
+    }
+    for (auto _ : state) {
+        for (qint16 month = 1; month <= 12; ++month) {
+            for (qint16 day = 1; day <= open.store.module1.DaysInMonth[month]; ++day) {
+                const QString key = MakeDateKey(month, day);
+                open.store.appointments.LoadAppointments(key);
+                open.store.diary.LoadNote(key);
+                benchmark::DoNotOptimize(open.store.appointments.CountAppointments());
+            }
+        }
+    }
+}
+BENCHMARK(BM_LoadWholeYear)->Unit(benchmark::kMillisecond);
+
+void BM_ValOfATypedTime(benchmark::State& state) {
+    const QString text = QStringLiteral(" 09:30");
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(Val(text));
+        benchmark::DoNotOptimize(IsNumeric(text.left(3)));
+    }
+}
+BENCHMARK(BM_ValOfATypedTime);
+
+}  // namespace
+}  // namespace kelvane
+
+BENCHMARK_MAIN();

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Installs the Debian packages Kelvane needs to build, test and benchmark;
+# packages already present are left alone.
+set -euo pipefail
+
+packages=(
+    cmake ninja-build g++
+    qt6-base-dev fonts-dejavu-core
+    libgtest-dev libgmock-dev libbenchmark-dev
+)
+
+missing=()
+for package in "${packages[@]}"; do
+    if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
+        missing+=("$package")
+    fi
+done
+
+if ((${#missing[@]} > 0)); then
+    sudo=()
+    if [[ "$(id -u)" -ne 0 ]]; then
+        sudo=(sudo)
+    fi
+    echo "Installing: ${missing[*]}"
+    "${sudo[@]}" apt-get update
+    "${sudo[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y "${missing[@]}"
+fi

@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# Builds Kelvane and runs every test twice: once in an optimised build, once
+# under AddressSanitizer and UndefinedBehaviorSanitizer. Warnings are errors in
+# both builds; any failure or sanitizer report fails the run.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/install-deps.sh
+jobs=$(nproc)
+
+echo "== Optimised build and tests"
+cmake -S . -B build/plain -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
+cmake --build build/plain -j "$jobs"
+ctest --test-dir build/plain --output-on-failure -j "$jobs"
+
+echo "== Sanitized build and tests"
+cmake -S . -B build/sanitize -G Ninja -DCMAKE_BUILD_TYPE=Debug -DKELVANE_SANITIZE=ON
+cmake --build build/sanitize -j "$jobs"
+export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1:strict_string_checks=1"
+export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
+export LSAN_OPTIONS="suppressions=$PWD/tests/lsan.supp:print_suppressions=0"
+ctest --test-dir build/sanitize --output-on-failure -j "$jobs"

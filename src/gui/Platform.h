@@ -1,0 +1,20 @@
+#pragma once
+
+#include "gui/MessageBoxes.h"
+#include "gui/ProgramDirectory.h"
+#include "gui/RandomSource.h"
+#include "gui/SystemClock.h"
+
+namespace kelvane {
+
+// Everything the program needs from outside itself, handed to the parts that
+// need it. The real program fills it with the Qt services (QtPlatform), tests
+// with scripted fakes (FakePlatform).
+struct Platform {
+    MessageBoxes& Messages;
+    SystemClock& Clock;
+    RandomSource& Random;
+    ProgramDirectory& Directory;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,14 @@
+#include <QApplication>
+
+#include "gui/QtPlatform.h"
+#include "shell/Application.h"
+
+int main(int argc, char* argv[]) {
+    QApplication qtApplication(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Kelvane"));
+    QApplication::setOrganizationName(QStringLiteral("Kelvane"));
+
+    kelvane::QtPlatform platform;
+    kelvane::Application application(platform.Services);
+    return application.Run();
+}

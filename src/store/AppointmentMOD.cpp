@@ -1,0 +1,211 @@
+#include "store/AppointmentMOD.h"
+
+#include <QtEndian>
+
+#include "store/Cp1252.h"
+#include "store/DiaryMOD.h"
+
+namespace kelvane {
+
+namespace {
+
+constexpr int kDescriptionBytes = 50;
+
+void PutInteger16(QByteArray& record, int offset, qint16 value) {
+    qToLittleEndian<qint16>(value, record.data() + offset);
+}
+
+qint16 GetInteger16(QByteArrayView record, int offset) {
+    return qFromLittleEndian<qint16>(record.data() + offset);
+}
+
+qint64 FirstRecordOfBlock(qint32 block) {
+    return static_cast<qint64>(block - 1) * MaxAppointmentsPerDate + 1;
+}
+
+}  // namespace
+
+QByteArray EncodeAppointment(const Appointment& appointment) {
+    QByteArray record = EncodeCp1252(appointment.Description.Value());
+    record.resize(AppointmentRecordLength);
+    PutInteger16(record, 50, appointment.StartTime.Hour);
+    PutInteger16(record, 52, appointment.StartTime.Minute);
+    PutInteger16(record, 54, appointment.EndTime.Hour);
+    PutInteger16(record, 56, appointment.EndTime.Minute);
+    return record;
+}
+
+Appointment DecodeAppointment(QByteArrayView record) {
+    Appointment appointment;
+    if (record.size() < AppointmentRecordLength) {
+        return appointment;
+    }
+    // NUL bytes only come from a region never written; they count as blanks.
+    appointment.Description =
+        DecodeCp1252(record.first(kDescriptionBytes)).replace(QChar(0), QLatin1Char(' '));
+    appointment.StartTime = {GetInteger16(record, 50), GetInteger16(record, 52)};
+    appointment.EndTime = {GetInteger16(record, 54), GetInteger16(record, 56)};
+    return appointment;
+}
+
+QString MakeDateKey(qint16 month, qint16 day) {
+    const QLatin1Char zero('0');
+    return QStringLiteral("%1%2").arg(month, 2, 10, zero).arg(day, 2, 10, zero);
+}
+
+QString FormatClockTime(const ClockTime& time, qint16 style) {
+    int hour = time.Hour;
+    QString suffix;
+    if (style == 0) {
+        suffix = hour < 12 ? QStringLiteral(" am") : QStringLiteral(" pm");
+        if (hour == 0) {
+            hour = 12;
+        } else if (hour >= 13 && hour <= 23) {
+            hour -= 12;
+        }
+    }
+    const QString minute = (QLatin1Char('0') + QString::number(time.Minute)).right(2);
+    return QString::number(hour) + QLatin1Char(':') + minute + suffix;
+}
+
+int CompareClockTime(const ClockTime& a, const ClockTime& b) {
+    if (a.Hour != b.Hour) {
+        return a.Hour < b.Hour ? -1 : 1;
+    }
+    if (a.Minute != b.Minute) {
+        return a.Minute < b.Minute ? -1 : 1;
+    }
+    return 0;
+}
+
+AppointmentMOD::AppointmentMOD(Module1& module1, MessageBoxes& messages)
+    : module1_(module1), messages_(messages) {}
+
+void AppointmentMOD::InitAppointmentStore() {
+    if (file_.IsOpen()) {
+        file_.Close();
+        module1_.Files.Release(AppointmentFileNumber);
+    }
+    AppointmentFileName = module1_.AppDirectory() + QStringLiteral("~tempAppoint.tmp");
+    AppointmentFileNumber = 0;
+    int slot = 0;
+    for (qint16 month = 1; month <= 12; ++month) {
+        for (qint16 day = 1; day <= module1_.DaysInMonth[month]; ++day) {
+            if (DayIndex.Contains(++slot)) {
+                DayIndex[slot] = {MakeDateKey(month, day), 0};
+            }
+        }
+    }
+    AppointmentBlockCount = 0;
+    writeFailureShown_ = false;
+
+    AppointmentFileNumber = module1_.Files.Take();
+    if (AppointmentFileNumber == 0 || !file_.Open(AppointmentFileName)) {
+        module1_.Files.Release(AppointmentFileNumber);
+        AppointmentFileNumber = 0;
+        ShowFileMessage();
+    }
+}
+
+void AppointmentMOD::CloseAppointmentStore() {
+    if (AppointmentFileNumber > 0) {
+        if (file_.IsOpen()) {
+            module1_.Files.Release(AppointmentFileNumber);
+        }
+        file_.CloseAndRemove();
+    }
+}
+
+std::optional<qint16> AppointmentMOD::SlotOfKey(const QString& key) const {
+    return DayOfYearSlot(key, module1_.DaysInMonth);
+}
+
+void AppointmentMOD::ClearAppointmentList() {
+    AppointmentList.Fill(Appointment{});
+}
+
+void AppointmentMOD::LoadAppointments(const QString& key) {
+    const std::optional<qint16> slot = SlotOfKey(key);
+    if (!slot) {
+        return;
+    }
+    ClearAppointmentList();
+    if (!DayIndex.Contains(*slot)) {
+        messages_.Show(QStringLiteral("Did Not Find"));
+        return;
+    }
+    const qint32 block = DayIndex[*slot].Block;
+    QByteArray records;
+    if (block == 0 || !file_.Read(FirstRecordOfBlock(block), MaxAppointmentsPerDate, records)) {
+        return;
+    }
+    for (int entry = 1; entry <= MaxAppointmentsPerDate; ++entry) {
+        const qsizetype offset = static_cast<qsizetype>(entry - 1) * AppointmentRecordLength;
+        AppointmentList[entry] =
+            DecodeAppointment(QByteArrayView(records).sliced(offset, AppointmentRecordLength));
+    }
+}
+
+void AppointmentMOD::SaveAppointments(const QString& key) {
+    const std::optional<qint16> slot = SlotOfKey(key);
+    if (!slot) {
+        return;
+    }
+    if (!DayIndex.Contains(*slot)) {
+        messages_.Show(QStringLiteral("Could not find date!!"));
+        return;
+    }
+    DayIndexEntry& entry = DayIndex[*slot];
+    if (entry.Block == 0) {
+        if (CountAppointments() == 0) {
+            return;
+        }
+        entry.Block = ++AppointmentBlockCount;
+    }
+    WriteBlock(entry.Block);
+}
+
+void AppointmentMOD::DeleteAppointments(const QString& key) {
+    const std::optional<qint16> slot = SlotOfKey(key);
+    if (!slot || !DayIndex.Contains(*slot)) {
+        return;
+    }
+    ClearAppointmentList();
+    if (DayIndex[*slot].Block != 0) {
+        WriteBlock(DayIndex[*slot].Block);
+    }
+}
+
+qint16 AppointmentMOD::CountAppointments() const {
+    qint16 count = 0;
+    for (const Appointment& appointment : AppointmentList) {
+        if (appointment.Description.IsBlank()) {
+            break;
+        }
+        ++count;
+    }
+    return count;
+}
+
+void AppointmentMOD::WriteBlock(qint32 block) {
+    if (AppointmentFileNumber == 0) {
+        return;  // the open failure has been reported already
+    }
+    QByteArray records;
+    records.reserve(MaxAppointmentsPerDate * AppointmentRecordLength);
+    for (const Appointment& appointment : AppointmentList) {
+        records += EncodeAppointment(appointment);
+    }
+    if (!file_.Write(FirstRecordOfBlock(block), records) && !writeFailureShown_) {
+        writeFailureShown_ = true;
+        ShowFileMessage();
+    }
+}
+
+void AppointmentMOD::ShowFileMessage() {
+    messages_.Show(
+        QStringLiteral("Could not open a 'temporary' file.\r"
+                       "Make sure there is enough space on 'drive'"));
+}
+
+}  // namespace kelvane

@@ -1,0 +1,185 @@
+#include "store/DiaryMOD.h"
+
+#include <QStringList>
+
+#include "store/Conversions.h"
+#include "store/Cp1252.h"
+
+namespace kelvane {
+
+namespace {
+
+const QString kCrLf = QStringLiteral("\r\n");
+
+// Every line break of a note, whether CR LF, a lone CR or a lone LF, as CR LF.
+QString WithCrLfBreaks(const QString& text) {
+    QString normal = text;
+    normal.replace(kCrLf, QStringLiteral("\n"));
+    normal.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    normal.replace(QLatin1Char('\n'), kCrLf);
+    return normal;
+}
+
+}  // namespace
+
+std::optional<qint16> DayOfYearSlot(const QString& key, const MonthLengths& daysInMonth) {
+    const qint16 month = Val16(key.left(2));
+    const qint16 day = Val16(key.right(2));
+    if (month > 12) {
+        return std::nullopt;
+    }
+    int slot = day;
+    for (int earlier = 1; earlier < month; ++earlier) {
+        slot += daysInMonth[earlier];
+    }
+    return static_cast<qint16>(slot);
+}
+
+void WriteNoteSection(LineWriter& out, const QString& note) {
+    const QString text = WithCrLfBreaks(Trim(note));
+    if (text.isEmpty()) {
+        out.WriteNumber(0);
+        return;
+    }
+    const QStringList lines = text.split(kCrLf);
+    out.WriteNumber(1);
+    out.WriteNumber(lines.size() - 1);
+    for (const QString& line : lines) {
+        out.WriteText(line);
+    }
+}
+
+bool ReadNoteSection(LineReader& in, QString& note) {
+    qint32 present = 0;
+    if (!in.ReadNumber(present)) {
+        return false;
+    }
+    if (present < 1) {
+        note.clear();
+        return true;
+    }
+    qint32 breaks = 0;
+    if (!in.ReadNumber(breaks)) {
+        return false;
+    }
+    if (breaks < 0) {
+        return in.Reject(QStringLiteral("a note cannot have fewer than 0 line breaks"));
+    }
+    QString text;
+    QString line;
+    for (qint64 i = 0; i <= breaks; ++i) {
+        if (!in.ReadLine(line)) {
+            return false;
+        }
+        // Lines past the note's length are read past but not kept.
+        if (text.size() <= NoteLength) {
+            text += (i > 0 ? kCrLf : QString()) + line;
+        }
+    }
+    note = text.left(NoteLength);
+    return true;
+}
+
+DiaryMOD::DiaryMOD(Module1& module1, MessageBoxes& messages)
+    : module1_(module1), messages_(messages) {}
+
+void DiaryMOD::InitDiaryStore() {
+    if (file_.IsOpen()) {
+        file_.Close();
+        module1_.Files.Release(DiaryFileNumber);
+    }
+    NoteRecordCount = 0;
+    DiaryFileName = module1_.AppDirectory() + QStringLiteral("~tmpDiaryCal");
+    NoteBuffer = QString();
+    NoteIndex.Fill(0);
+    writeFailureShown_ = false;
+
+    DiaryFileNumber = module1_.Files.Take();
+    if (DiaryFileNumber == 0 || !file_.Open(DiaryFileName)) {
+        module1_.Files.Release(DiaryFileNumber);
+        DiaryFileNumber = 0;
+        messages_.Show(QStringLiteral("Could not open diary temporary file"));
+    }
+}
+
+void DiaryMOD::CloseDiaryStore() {
+    if (DiaryFileNumber != 0) {
+        file_.CloseAndRemove();
+        module1_.Files.Release(DiaryFileNumber);
+        DiaryFileNumber = 0;
+    }
+}
+
+std::optional<qint16> DiaryMOD::SlotInYear(const QString& key) const {
+    const std::optional<qint16> slot = DayOfYearSlot(key, module1_.DaysInMonth);
+    if (!slot || !NoteIndex.Contains(*slot)) {
+        return std::nullopt;
+    }
+    return slot;
+}
+
+void DiaryMOD::LoadNote(const QString& key) {
+    const std::optional<qint16> slot = SlotInYear(key);
+    if (!slot) {
+        return;
+    }
+    CurrentNoteSlot = *slot;
+    NoteBuffer = QString();
+    QByteArray record;
+    if (NoteIndex[*slot] != 0 && file_.Read(NoteIndex[*slot], 1, record)) {
+        // NUL bytes only come from a region never written; they count as blanks.
+        NoteBuffer = DecodeCp1252(record).replace(QChar(0), QLatin1Char(' '));
+    }
+}
+
+void DiaryMOD::SaveNote(const QString& key) {
+    const std::optional<qint16> slot = SlotInYear(key);
+    if (!slot) {
+        return;
+    }
+    CurrentNoteSlot = *slot;
+    if (NoteIndex[*slot] == 0) {
+        if (NoteBuffer.IsBlank()) {
+            return;
+        }
+        NoteIndex[*slot] = ++NoteRecordCount;
+    }
+    WriteRecord(NoteIndex[*slot]);
+}
+
+void DiaryMOD::ClearNote(const QString& key) {
+    const std::optional<qint16> slot = SlotInYear(key);
+    if (!slot) {
+        return;
+    }
+    CurrentNoteSlot = *slot;
+    NoteBuffer = QString();
+    if (NoteIndex[*slot] != 0) {
+        WriteRecord(NoteIndex[*slot]);
+    }
+}
+
+void DiaryMOD::WriteNoteToFile(LineWriter& out) const {
+    WriteNoteSection(out, NoteBuffer.Value());
+}
+
+bool DiaryMOD::ReadNoteFromFile(LineReader& in) {
+    QString note;
+    if (!ReadNoteSection(in, note)) {
+        return false;
+    }
+    NoteBuffer = note;
+    return true;
+}
+
+void DiaryMOD::WriteRecord(qint16 record) {
+    if (DiaryFileNumber == 0) {
+        return;  // the open failure has been reported already
+    }
+    if (!file_.Write(record, EncodeCp1252(NoteBuffer.Value())) && !writeFailureShown_) {
+        writeFailureShown_ = true;
+        messages_.Show(QStringLiteral("Could not open diary temporary file"));
+    }
+}
+
+}  // namespace kelvane

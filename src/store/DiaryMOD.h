@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+#include "gui/MessageBoxes.h"
+#include "store/LineReader.h"
+#include "store/LineWriter.h"
+#include "store/Module1.h"
+#include "store/RecordFile.h"
+#include "store/Records.h"
+
+namespace kelvane {
+
+// The day slot of a date key: the day plus the slots of the months before it
+// (0101 is 1, 0229 is 60, 1231 is 366). Month and day are the numeric values
+// of the first and last two characters; nothing else is checked, so 0231 gives
+// 62. Empty for a month above 12, which has no place in the year.
+std::optional<qint16> DayOfYearSlot(const QString& key, const MonthLengths& daysInMonth);
+
+// The note section of a date in a calendar file: 0 for an empty note, or 1,
+// the number of line breaks, and the note's lines. The note is trimmed first.
+void WriteNoteSection(LineWriter& out, const QString& note);
+// Reads a note section into `note` (line breaks as CR LF, cut to 800
+// characters). False, with `note` untouched, when the section is damaged or
+// the file ends inside it.
+bool ReadNoteSection(LineReader& in, QString& note);
+
+// Keeps the notes of every date of the open document in a temporary file of
+// 800-byte records beside the program, and the note of one date at a time in
+// NoteBuffer. A date gets a record the first time a non-blank note is saved for
+// it and keeps it for the life of the file.
+class DiaryMOD {
+  public:
+    DiaryMOD(Module1& module1, MessageBoxes& messages);
+    DiaryMOD(const DiaryMOD&) = delete;
+    DiaryMOD& operator=(const DiaryMOD&) = delete;
+
+    // The note of the date last loaded; lines separated by CR LF.
+    FixedText<NoteLength> NoteBuffer;
+    // Record number of each day slot's note, 0 for none.
+    OneBased<qint16, DaySlotCount> NoteIndex;
+    qint16 NoteRecordCount = 0;
+    qint16 CurrentNoteSlot = 0;
+    QString DiaryFileName;
+    qint16 DiaryFileNumber = 0;  // 0 while the file is not open
+
+    void InitDiaryStore();
+    void CloseDiaryStore();
+
+    // A key whose slot lies outside 1..366 leaves everything as it was.
+    void LoadNote(const QString& key);
+    void SaveNote(const QString& key);
+    void ClearNote(const QString& key);
+
+    // The note section of NoteBuffer.
+    void WriteNoteToFile(LineWriter& out) const;
+    // Reads a note section into NoteBuffer; false when it is damaged (NoteBuffer is then
+    // untouched).
+    bool ReadNoteFromFile(LineReader& in);
+
+  private:
+    std::optional<qint16> SlotInYear(const QString& key) const;
+    void WriteRecord(qint16 record);
+
+    Module1& module1_;
+    MessageBoxes& messages_;
+    RecordFile file_{NoteLength};
+    bool writeFailureShown_ = false;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,42 @@
+#include "store/RecordFile.h"
+
+namespace kelvane {
+
+bool RecordFile::Open(const QString& path) {
+    Close();
+    file_.setFileName(path);
+    return file_.open(QIODevice::ReadWrite);
+}
+
+void RecordFile::Close() {
+    if (file_.isOpen()) {
+        file_.close();
+    }
+}
+
+void RecordFile::CloseAndRemove() {
+    Close();
+    if (!file_.fileName().isEmpty()) {
+        file_.remove();
+    }
+}
+
+bool RecordFile::Write(qint64 firstRecord, const QByteArray& records) {
+    if (!IsOpen() || firstRecord < 1 || !file_.seek(OffsetOf(firstRecord))) {
+        return false;
+    }
+    // Flush at once so that a full disk shows up here and not at some later write.
+    return file_.write(records) == records.size() && file_.flush();
+}
+
+bool RecordFile::Read(qint64 firstRecord, int count, QByteArray& records) {
+    records.clear();
+    if (!IsOpen() || firstRecord < 1 || count < 1 || !file_.seek(OffsetOf(firstRecord))) {
+        return false;
+    }
+    const qint64 wanted = static_cast<qint64>(count) * recordLength_;
+    records = file_.read(wanted);
+    return records.size() == wanted;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+namespace kelvane {
+
+// A random-access file of fixed-length records numbered from 1. While it is not
+// open, reads find nothing and writes do nothing.
+class RecordFile {
+  public:
+    explicit RecordFile(int recordLength) : recordLength_(recordLength) {}
+
+    // Opens for reading and writing, creating the file when it is missing and
+    // keeping what an existing one holds.
+    bool Open(const QString& path);
+    void Close();
+    // Closes the file and deletes it.
+    void CloseAndRemove();
+    bool IsOpen() const { return file_.isOpen(); }
+
+    // Writes whole records from `firstRecord` on; false when not all bytes reached the disk.
+    bool Write(qint64 firstRecord, const QByteArray& records);
+    // Reads `count` records from `firstRecord` on; false when the file holds fewer.
+    bool Read(qint64 firstRecord, int count, QByteArray& records);
+
+    int RecordLength() const { return recordLength_; }
+
+  private:
+    qint64 OffsetOf(qint64 record) const { return (record - 1) * recordLength_; }
+
+    QFile file_;
+    int recordLength_;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,70 @@
+#include <QBuffer>
+
+#include <gtest/gtest.h>
+
+#include "store/LineWriter.h"
+
+namespace kelvane {
+namespace {
+
+// A device that takes only so many bytes, like a disk that fills up.
+class FullDevice final : public QBuffer {
+  public:
+    explicit FullDevice(qint64 room) : room_(room) {}
+
+  protected:
+    qint64 writeData(const char* data, qint64 length) override {
+        if (length > room_) {
+            return -1;
+        }
+        room_ -= length;
+        return QBuffer::writeData(data, length);
+    }
+
+  private:
+    qint64 room_;
+};
+
+TEST(LineWriter, WritesTheThreeLineFormsWithCrLf) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    LineWriter out(buffer);
+    out.WriteText(QStringLiteral("Marrowby Kelvane 2000 File"));
+    out.WriteNumber(2026);
+    out.WriteNumber(-1);
+    out.WriteValueList({1, 0, 255, 128, 0});
+    EXPECT_TRUE(out.Ok());
+    EXPECT_EQ(buffer.data(), QByteArray("Marrowby Kelvane 2000 File\r\n 2026 \r\n-1 \r\n"
+                                        "1,0,255,128,0\r\n"));
+}
+
+TEST(LineWriter, WritesUtf8) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    LineWriter out(buffer);
+    out.WriteText(QStringLiteral("Caf\u00e9 \u20ac"));
+    EXPECT_EQ(buffer.data(), QByteArray("Caf\xc3\xa9 \xe2\x82\xac\r\n"));
+}
+
+TEST(LineWriter, LineBreaksInsideATextBecomeBlanks) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    LineWriter out(buffer);
+    out.WriteText(QStringLiteral("a\r\nb\nc"));
+    EXPECT_EQ(buffer.data(), QByteArray("a  b c\r\n"));
+}
+
+TEST(LineWriter, RemembersAFailedWrite) {
+    FullDevice device(8);
+    device.open(QIODevice::WriteOnly);
+    LineWriter out(device);
+    out.WriteText(QStringLiteral("fits"));
+    EXPECT_TRUE(out.Ok());
+    out.WriteText(QStringLiteral("does not fit"));
+    EXPECT_FALSE(out.Ok());
+    out.WriteText(QStringLiteral("x"));
+    EXPECT_FALSE(out.Ok());
+}
+
+}  // namespace
+}  // namespace kelvane

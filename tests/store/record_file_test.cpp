@@ -1,0 +1,74 @@
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include "store/RecordFile.h"
+
+namespace kelvane {
+namespace {
+
+TEST(RecordFile, WritesAndReadsRecordsByNumber) {
+    QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("records"));
+    RecordFile file(4);
+    ASSERT_TRUE(file.Open(path));
+    ASSERT_TRUE(file.Write(3, "cccc"));
+    ASSERT_TRUE(file.Write(1, "aaaabbbb"));
+    QByteArray records;
+    ASSERT_TRUE(file.Read(2, 2, records));
+    EXPECT_EQ(records, QByteArray("bbbbcccc"));
+    EXPECT_FALSE(file.Read(3, 2, records));  // only one record left
+    file.Close();
+    QFile written(path);
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_EQ(written.readAll(), QByteArray("aaaabbbbcccc"));
+}
+
+TEST(RecordFile, KeepsWhatAnExistingFileHolds) {
+    QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("records"));
+    {
+        QFile old(path);
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+        old.write("oldoldold");
+    }
+    RecordFile file(3);
+    ASSERT_TRUE(file.Open(path));
+    ASSERT_TRUE(file.Write(2, "new"));
+    QByteArray records;
+    ASSERT_TRUE(file.Read(1, 3, records));
+    EXPECT_EQ(records, QByteArray("oldnewold"));
+}
+
+TEST(RecordFile, DoesNothingWhileClosed) {
+    RecordFile file(4);
+    QByteArray records = "junk";
+    EXPECT_FALSE(file.Write(1, "aaaa"));
+    EXPECT_FALSE(file.Read(1, 1, records));
+    EXPECT_TRUE(records.isEmpty());
+    file.CloseAndRemove();
+}
+
+TEST(RecordFile, RefusesRecordNumbersBelowOne) {
+    QTemporaryDir directory;
+    RecordFile file(4);
+    ASSERT_TRUE(file.Open(directory.filePath(QStringLiteral("records"))));
+    QByteArray records;
+    EXPECT_FALSE(file.Write(0, "aaaa"));
+    EXPECT_FALSE(file.Read(0, 1, records));
+    EXPECT_FALSE(file.Read(1, 0, records));
+}
+
+TEST(RecordFile, CloseAndRemoveDeletesTheFile) {
+    QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("records"));
+    RecordFile file(4);
+    ASSERT_TRUE(file.Open(path));
+    file.CloseAndRemove();
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_FALSE(QFile::exists(path));
+}
+
+}  // namespace
+}  // namespace kelvane

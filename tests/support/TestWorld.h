@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QTemporaryDir>
+
+#include "gui/FakePlatform.h"
+#include "store/Store.h"
+
+namespace kelvane::testing {
+
+// A fresh program for one test: a temporary program directory, a scripted
+// outside world pointed at it, and the document store (files not yet open).
+struct TestWorld {
+    TestWorld();
+    explicit TestWorld(const QString& programDirectory);
+
+    // Opens both temporary stores, as start-up does.
+    void OpenStores();
+    QString FilePath(const QString& name) const;
+    QByteArray ReadFile(const QString& name) const;
+
+    QTemporaryDir directory;
+    FakePlatform platform;
+    Store store;
+    Module1& module1 = store.module1;
+    AppointmentMOD& appointments = store.appointments;
+    DiaryMOD& diary = store.diary;
+};
+
+}  // namespace kelvane::testing
