@@ -24,6 +24,21 @@ struct OpenStore {
     Store store;
 };
 
+// Calls `visit` with the key of every day slot, in calendar order.
+template <typename Visit>
+void ForEachKey(const Store& store, Visit visit) {
+    for (qint16 month = 1; month <= 12; ++month) {
+        for (qint16 day = 1; day <= store.module1.DaysInMonth[month]; ++day) {
+            visit(MakeDateKey(month, day));
+        }
+    }
+}
+
+void SaveWorkingCopies(Store& store, const QString& key) {
+    store.appointments.SaveAppointments(key);
+    store.diary.SaveNote(key);
+}
+
 void FillWorkingCopies(Store& store) {
     for (int i = 1; i <= 39; ++i) {
         Appointment& entry = store.appointments.AppointmentList[i];
@@ -43,13 +58,7 @@ void BM_SaveWholeYear(benchmark::State& state) {
     OpenStore open;
     FillWorkingCopies(open.store);
     for (auto _ : state) {
-        for (qint16 month = 1; month <= 12; ++month) {
-            for (qint16 day = 1; day <= open.store.module1.DaysInMonth[month]; ++day) {
-                const QString key = MakeDateKey(month, day);
-                open.store.appointments.SaveAppointments(key);
-                open.store.diary.SaveNote(key);
-            }
-        }
+        ForEachKey(open.store, [&](const QString& key) { SaveWorkingCopies(open.store, key); });
     }
 }
 BENCHMARK(BM_SaveWholeYear)->Unit(benchmark::kMillisecond);
@@ -58,21 +67,13 @@ BENCHMARK(BM_SaveWholeYear)->Unit(benchmark::kMillisecond);
 void BM_LoadWholeYear(benchmark::State& state) {
     OpenStore open;
     FillWorkingCopies(open.store);
-    for (qint16 month = 1; month <= 12; ++month) {
-        for (qint16 day = 1; day <= open.store.module1.DaysInMonth[month]; ++day) {
-            open.store.appointments.SaveAppointments(MakeDateKey(month, day));
-            open.store.diary.SaveNote(MakeDateKey(month, day));
-        }
-    }
+    ForEachKey(open.store, [&](const QString& key) { SaveWorkingCopies(open.store, key); });
     for (auto _ : state) {
-        for (qint16 month = 1; month <= 12; ++month) {
-            for (qint16 day = 1; day <= open.store.module1.DaysInMonth[month]; ++day) {
-                const QString key = MakeDateKey(month, day);
-                open.store.appointments.LoadAppointments(key);
-                open.store.diary.LoadNote(key);
-                benchmark::DoNotOptimize(open.store.appointments.CountAppointments());
-            }
-        }
+        ForEachKey(open.store, [&](const QString& key) {
+            open.store.appointments.LoadAppointments(key);
+            open.store.diary.LoadNote(key);
+            benchmark::DoNotOptimize(open.store.appointments.CountAppointments());
+        });
     }
 }
 BENCHMARK(BM_LoadWholeYear)->Unit(benchmark::kMillisecond);

@@ -82,10 +82,7 @@ AppointmentMOD::AppointmentMOD(Module1& module1, MessageBoxes& messages)
     : module1_(module1), messages_(messages) {}
 
 void AppointmentMOD::InitAppointmentStore() {
-    if (file_.IsOpen()) {
-        file_.Close();
-        module1_.Files.Release(AppointmentFileNumber);
-    }
+    CloseNumbered(file_, AppointmentFileNumber, module1_.Files);
     AppointmentFileName = module1_.AppDirectory() + QStringLiteral("~tempAppoint.tmp");
     AppointmentFileNumber = 0;
     int slot = 0;
@@ -99,19 +96,15 @@ void AppointmentMOD::InitAppointmentStore() {
     AppointmentBlockCount = 0;
     writeFailureShown_ = false;
 
-    AppointmentFileNumber = module1_.Files.Take();
-    if (AppointmentFileNumber == 0 || !file_.Open(AppointmentFileName)) {
-        module1_.Files.Release(AppointmentFileNumber);
-        AppointmentFileNumber = 0;
+    AppointmentFileNumber = OpenNumbered(file_, AppointmentFileName, module1_.Files);
+    if (AppointmentFileNumber == 0) {
         ShowFileMessage();
     }
 }
 
 void AppointmentMOD::CloseAppointmentStore() {
     if (AppointmentFileNumber > 0) {
-        if (file_.IsOpen()) {
-            module1_.Files.Release(AppointmentFileNumber);
-        }
+        CloseNumbered(file_, AppointmentFileNumber, module1_.Files);
         file_.CloseAndRemove();
     }
 }

@@ -84,28 +84,23 @@ DiaryMOD::DiaryMOD(Module1& module1, MessageBoxes& messages)
     : module1_(module1), messages_(messages) {}
 
 void DiaryMOD::InitDiaryStore() {
-    if (file_.IsOpen()) {
-        file_.Close();
-        module1_.Files.Release(DiaryFileNumber);
-    }
+    CloseNumbered(file_, DiaryFileNumber, module1_.Files);
     NoteRecordCount = 0;
     DiaryFileName = module1_.AppDirectory() + QStringLiteral("~tmpDiaryCal");
     NoteBuffer = QString();
     NoteIndex.Fill(0);
     writeFailureShown_ = false;
 
-    DiaryFileNumber = module1_.Files.Take();
-    if (DiaryFileNumber == 0 || !file_.Open(DiaryFileName)) {
-        module1_.Files.Release(DiaryFileNumber);
-        DiaryFileNumber = 0;
+    DiaryFileNumber = OpenNumbered(file_, DiaryFileName, module1_.Files);
+    if (DiaryFileNumber == 0) {
         messages_.Show(QStringLiteral("Could not open diary temporary file"));
     }
 }
 
 void DiaryMOD::CloseDiaryStore() {
     if (DiaryFileNumber != 0) {
+        CloseNumbered(file_, DiaryFileNumber, module1_.Files);
         file_.CloseAndRemove();
-        module1_.Files.Release(DiaryFileNumber);
         DiaryFileNumber = 0;
     }
 }

@@ -18,18 +18,6 @@ QString DecodeLine(QByteArrayView bytes) {
     return utf8.hasError() ? DecodeCp1252(bytes) : text;
 }
 
-QString TrimBlanksAndTabs(const QString& text) {
-    qsizetype first = 0;
-    qsizetype last = text.size();
-    while (first < last && (text[first] == u' ' || text[first] == u'\t')) {
-        ++first;
-    }
-    while (last > first && (text[last - 1] == u' ' || text[last - 1] == u'\t')) {
-        --last;
-    }
-    return text.mid(first, last - first);
-}
-
 }  // namespace
 
 LineReader::LineReader(QByteArray content) : content_(std::move(content)) {
@@ -69,11 +57,11 @@ bool LineReader::ReadLine(QString& line) {
 }
 
 bool LineReader::ReadNumberText(const QString& text, qint32& value) {
-    const QString number = TrimBlanksAndTabs(text);
-    if (!IsNumeric(number)) {
+    // IsNumeric and Val both pass over the blanks and tabs around the number.
+    if (!IsNumeric(text)) {
         return Fail(lineNumber_, QStringLiteral("a number was expected"));
     }
-    const double rounded = std::clamp(RoundHalfEven(Val(number)), -2147483648.0, 2147483647.0);
+    const double rounded = std::clamp(RoundHalfEven(Val(text)), -2147483648.0, 2147483647.0);
     value = static_cast<qint32>(rounded);
     return true;
 }

@@ -39,4 +39,20 @@ bool RecordFile::Read(qint64 firstRecord, int count, QByteArray& records) {
     return records.size() == wanted;
 }
 
+qint16 OpenNumbered(RecordFile& file, const QString& path, FileNumbers& numbers) {
+    const qint16 number = numbers.Take();
+    if (number != 0 && !file.Open(path)) {
+        numbers.Release(number);
+        return 0;
+    }
+    return number;
+}
+
+void CloseNumbered(RecordFile& file, qint16 number, FileNumbers& numbers) {
+    if (file.IsOpen()) {
+        file.Close();
+        numbers.Release(number);
+    }
+}
+
 }  // namespace kelvane

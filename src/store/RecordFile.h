@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QString>
 
+#include "store/FileNumbers.h"
+
 namespace kelvane {
 
 // A random-access file of fixed-length records numbered from 1. While it is not
@@ -33,5 +35,11 @@ class RecordFile {
     QFile file_;
     int recordLength_;
 };
+
+// Opens `file` at `path` on the lowest free number of `numbers`. Returns that
+// number, or 0 when no number is free or the file does not open.
+qint16 OpenNumbered(RecordFile& file, const QString& path, FileNumbers& numbers);
+// Closes `file`, when it is open, and frees its number.
+void CloseNumbered(RecordFile& file, qint16 number, FileNumbers& numbers);
 
 }  // namespace kelvane
