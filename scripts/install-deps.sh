@@ -19,6 +19,11 @@ done
 if ((${#missing[@]} > 0)); then
     sudo=()
     if [[ "$(id -u)" -ne 0 ]]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Missing packages: ${missing[*]}" >&2
+            echo "Run this script as root, or install sudo, to install them." >&2
+            exit 1
+        fi
         sudo=(sudo)
     fi
     echo "Installing: ${missing[*]}"

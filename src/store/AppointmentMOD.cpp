@@ -181,8 +181,8 @@ qint16 AppointmentMOD::CountAppointments() const {
 }
 
 void AppointmentMOD::WriteBlock(qint32 block) {
-    if (AppointmentFileNumber == 0) {
-        return;  // the open failure has been reported already
+    if (AppointmentFileNumber == 0 || !file_.IsOpen()) {
+        return;  // never opened (reported already) or closed at shutdown
     }
     QByteArray records;
     records.reserve(MaxAppointmentsPerDate * AppointmentRecordLength);

@@ -249,6 +249,22 @@ TEST_F(AppointmentStoreTest, CloseDeletesTheFileAndKeepsTheNumber) {
     EXPECT_FALSE(QFile::exists(world.FilePath(kFileName)));
 }
 
+TEST_F(AppointmentStoreTest, SavingAfterCloseIsQuietAndCreatesNoFile) {
+    store.CloseAppointmentStore();
+    store.AppointmentList[1] = Entry(QStringLiteral("late"), {8, 0});
+    store.SaveAppointments(QStringLiteral("0101"));
+    store.DeleteAppointments(QStringLiteral("0101"));
+    EXPECT_TRUE(world.platform.Messages.Shown.empty());
+    EXPECT_FALSE(QFile::exists(world.FilePath(kFileName)));
+}
+
+TEST_F(AppointmentStoreTest, CloseGivesTheFileNumberBack) {
+    const qint16 number = store.AppointmentFileNumber;
+    ASSERT_TRUE(world.module1.Files.InUse(number));
+    store.CloseAppointmentStore();
+    EXPECT_FALSE(world.module1.Files.InUse(number));
+}
+
 TEST_F(AppointmentStoreTest, ReinitialisingStartsOverWithNoBlocks) {
     store.AppointmentList[1] = Entry(QStringLiteral("old"), {8, 0});
     store.SaveAppointments(QStringLiteral("0101"));
