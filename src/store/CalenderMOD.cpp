@@ -69,4 +69,15 @@ ColourListItem MakeColourListItem(const QString& name, qint16 red, qint16 green,
     return item;
 }
 
+ColourChoice ChoiceOf(const ColourListItem& item) {
+    return ColourChoice{item.Red, item.Green, item.Blue, item.Absolute, item.Enabled};
+}
+
+void BuildColourList(ColourListTable& colourList) {
+    colourList.fill(ColourListItem{});
+    colourList[0] = MakeColourListItem(QStringLiteral("Back Colour"), -25, -5, 20, false, true);
+    colourList[1] = MakeColourListItem(QStringLiteral("Current Date"), 100, 0, 0, false, true);
+    colourList[2] = MakeColourListItem(QStringLiteral("Selected Date"), 0, 100, 0, false, true);
+}
+
 }  // namespace kelvane

@@ -31,4 +31,26 @@ void AddDaysInYear(CalDate& result, const CalDate& start, int days,
 ColourListItem MakeColourListItem(const QString& name, qint16 red, qint16 green, qint16 blue,
                                   bool absolute, bool enabled);
 
+// The colour of a colour-list entry, as ResolveColour takes it.
+ColourChoice ChoiceOf(const ColourListItem& item);
+
+// Free slots everywhere except the three defaults: "Back Colour" (-25, -5, 20),
+// "Current Date" (100, 0, 0) and "Selected Date" (0, 100, 0), all enabled offsets.
+void BuildColourList(ColourListTable& colourList);
+
+// The working copy of one date's entry and the colour scheme, shared by the
+// month views, the editor, the colour fill and the calendar file.
+class CalenderMOD {
+  public:
+    CalenderMOD() { BuildColourList(ColourList); }
+    CalenderMOD(const CalenderMOD&) = delete;
+    CalenderMOD& operator=(const CalenderMOD&) = delete;
+
+    // The entry of the date last loaded from a month view, and that date.
+    DateEntry CurrentEntry;
+    CalDate CurrentEntryDate;
+
+    ColourListTable ColourList;
+};
+
 }  // namespace kelvane

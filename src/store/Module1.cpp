@@ -35,6 +35,14 @@ void SplitColour(ColourValue colour, qint16& red, qint16& green, qint16& blue) {
     blue = static_cast<qint16>((colour >> 16) & 0xFF);
 }
 
+CalDate DateFromText(const QString& monthDayYear) {
+    CalDate date;
+    date.Year = Val16(monthDayYear.right(4));
+    date.Day = Val16(monthDayYear.mid(3, 2));
+    date.Month = Val16(monthDayYear.left(2));
+    return date;
+}
+
 QString WeekdayName(qint16 weekday) {
     static const char* const kNames[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                          "Thursday", "Friday", "Saturday"};
@@ -78,9 +86,7 @@ void Module1::GetToday(CalDate& today) {
     const QString text = platform_.Clock.DateText();
     if (text != TodayCache.Text) {
         TodayCache.Text = text;
-        TodayCache.Date.Day = Val16(text.mid(3, 2));
-        TodayCache.Date.Month = Val16(text.left(2));
-        TodayCache.Date.Year = Val16(text.right(4));
+        TodayCache.Date = DateFromText(text);
     }
     today = TodayCache.Date;
 }

@@ -16,6 +16,10 @@ bool NumberToFlag(qint64 number);
 qint16 FlagToDigit(bool flag);
 // The red (bits 0-7), green (8-15) and blue (16-23) channels of a colour.
 void SplitColour(ColourValue colour, qint16& red, qint16& green, qint16& blue);
+// The date of a month-day-year text ("03-07-2000"): Month from the first two
+// characters, Day from the two at position 4, Year from the last four; text
+// that is not a number gives 0.
+CalDate DateFromText(const QString& monthDayYear);
 // "Sunday" for 1 .. "Saturday" for 7, "No Day" for any other number.
 QString WeekdayName(qint16 weekday);
 

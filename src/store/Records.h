@@ -3,6 +3,8 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <array>
+
 #include "store/FixedText.h"
 #include "store/OneBased.h"
 
@@ -62,6 +64,21 @@ struct ColourListItem {
     bool Enabled = false;
 
     friend bool operator==(const ColourListItem&, const ColourListItem&) = default;
+};
+
+// The grid's colour scheme, slots 0..20; slot 0 colours the header band, slot 1
+// today's cell and slot 2 the selected cell.
+using ColourListTable = std::array<ColourListItem, ColourListCount>;
+
+// A date's title and colours. Text2 travels with the entry but is neither shown
+// nor saved to a calendar file.
+struct DateEntry {
+    FixedText<TitleLength> Title;
+    FixedText<TitleLength> Text2;
+    ColourChoice TextColour;
+    ColourChoice BackColour;
+
+    friend bool operator==(const DateEntry&, const DateEntry&) = default;
 };
 
 }  // namespace kelvane

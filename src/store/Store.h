@@ -2,6 +2,8 @@
 
 #include "gui/Platform.h"
 #include "store/AppointmentMOD.h"
+#include "store/CalenderMOD.h"
+#include "store/DateHasContent.h"
 #include "store/DiaryMOD.h"
 #include "store/Module1.h"
 
@@ -16,7 +18,15 @@ struct Store {
           appointments(module1, platform.Messages),
           diary(module1, platform.Messages) {}
 
+    // Whether the date whose entry, note and schedule are loaded has any content;
+    // load all three for the same date first.
+    bool DateHasContent() const {
+        return kelvane::DateHasContent(calender.CurrentEntry, diary.NoteBuffer.Value(),
+                                       appointments.CountAppointments());
+    }
+
     Module1 module1;
+    CalenderMOD calender;
     AppointmentMOD appointments;
     DiaryMOD diary;
 };

@@ -6,6 +6,7 @@
 
 #include "gui/FakePlatform.h"
 #include "store/Store.h"
+#include "support/QtPrinting.h"
 
 namespace kelvane::testing {
 
@@ -24,6 +25,7 @@ struct TestWorld {
     FakePlatform platform;
     Store store;
     Module1& module1 = store.module1;
+    CalenderMOD& calender = store.calender;
     AppointmentMOD& appointments = store.appointments;
     DiaryMOD& diary = store.diary;
 };

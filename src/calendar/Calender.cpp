@@ -1,0 +1,276 @@
+#include "calendar/Calender.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace kelvane {
+
+namespace {
+
+struct MonthDefault {
+    const char* name;
+    qint16 days;
+};
+
+constexpr std::array<MonthDefault, 12> kMonthDefaults = {{{"January", 31},
+                                                          {"February", 28},
+                                                          {"March", 31},
+                                                          {"April", 30},
+                                                          {"May", 31},
+                                                          {"June", 30},
+                                                          {"July", 31},
+                                                          {"August", 31},
+                                                          {"September", 30},
+                                                          {"October", 31},
+                                                          {"November", 30},
+                                                          {"December", 31}}};
+
+qint16 WrapWeekday(int weekday) {
+    if (weekday < 1) {
+        weekday += 7;
+    }
+    if (weekday > 7) {
+        weekday -= 7;
+    }
+    return static_cast<qint16>(weekday);
+}
+
+bool IsWeekday(int number) {
+    return number >= 1 && number <= 7;
+}
+
+bool IsDateSlot(int month, int day) {
+    return month >= 1 && month <= 12 && day >= 0 && day < DateSlotsPerMonth;
+}
+
+qint16 RoundToInteger16(double value) {
+    const double rounded = RoundHalfEven(value);
+    return static_cast<qint16>(std::clamp<double>(rounded, std::numeric_limits<qint16>::min(),
+                                                  std::numeric_limits<qint16>::max()));
+}
+
+}  // namespace
+
+qint16 LeapYearRule(int year) {
+    qint16 leap = (year % 4 == 0) ? 1 : 0;
+    if (year % 300 == 0) {
+        leap = 0;
+    }
+    if (year % 1000 == 0) {
+        leap = 1;
+    }
+    return leap;
+}
+
+Calender::Calender(Module1& module1, CalenderMOD& shared, DrawingSurface& surface)
+    : module1_(module1), shared_(shared), surface_(surface) {
+    SelectedDate = CalDate{};
+    const qint16 month = Today().Month;
+    DisplayedMonth = (month >= 1 && month <= 12) ? month : qint16{1};
+    CalenderOn = true;
+    qint16 dd = 0;
+    InitializeVariables(0, dd, true);
+}
+
+CalDate Calender::Today() const {
+    CalDate today;
+    module1_.GetToday(today);
+    return today;
+}
+
+qint16 Calender::WhichDay(qint16 intM, qint16 intD) const {
+    if (intM < 1 || intM > 12) {
+        return -1;
+    }
+    const MonthInfo& month = MonthOf(intM);
+    const int day = (intD < 1 || intD > month.Days) ? 1 : intD;
+    return static_cast<qint16>((month.FirstDay + day - 2) % 7 + 1);
+}
+
+void Calender::GetDate(qint16& y, qint16& m, qint16& d) const {
+    y = SelectedDate.Year;
+    m = SelectedDate.Month;
+    d = SelectedDate.Day;
+}
+
+void Calender::SetDate(qint16 y, qint16 m, qint16 d) {
+    SelectedDate = CalDate{y, d, m};
+    UpdateSelectedDate(true);
+}
+
+void Calender::FirstDayandYear(qint16& yy, qint16& dd, bool way) {
+    if (way) {
+        yy = Today().Year;
+        dd = Months[0].FirstDay;
+    } else {
+        InitializeVariables(yy, dd, false);
+    }
+}
+
+void Calender::UpdateSelectedDate(bool blnGet) {
+    if (blnGet) {
+        if (SelectedDate.Day == 0 || SelectedDate.Month == 0) {
+            const CalDate today = Today();
+            SelectedDate.Day = today.Day;
+            SelectedDate.Month = today.Month;
+        }
+        // A date no slot belongs to loads nothing.
+        if (IsDateSlot(SelectedDate.Month, SelectedDate.Day)) {
+            shared_.CurrentEntry = MonthOf(SelectedDate.Month).Dates[SelectedDate.Day];
+            shared_.CurrentEntryDate = SelectedDate;
+        }
+        return;
+    }
+    const CalDate& entryDate = shared_.CurrentEntryDate;
+    if (entryDate.Day != 0 && entryDate.Month >= 1) {
+        if (!IsDateSlot(entryDate.Month, entryDate.Day)) {
+            return;  // nowhere to keep it
+        }
+        MonthOf(entryDate.Month).Dates[entryDate.Day] = shared_.CurrentEntry;
+        SelectedDate = entryDate;
+    } else {
+        const CalDate today = Today();
+        if (!IsDateSlot(today.Month, today.Day)) {
+            return;
+        }
+        MonthOf(today.Month).Dates[today.Day] = shared_.CurrentEntry;
+    }
+    if (DisplayedMonth == SelectedDate.Month) {
+        Display();
+    }
+}
+
+void Calender::GetFont(QString& strName, qint16& size) const {
+    strName = surface_.FontName();
+    size = RoundToInteger16(surface_.FontSize());
+}
+
+void Calender::SetFont(const QString& strName, qint16 size) {
+    surface_.SetFontName(strName);
+    if (size > 0) {
+        surface_.SetFontSize(size);
+    }
+    surface_.SetFontBold(false);
+    surface_.SetFontItalic(false);
+    surface_.SetFontUnderline(false);
+    Display();
+}
+
+bool Calender::CalenderSavePicture(const QString& strFileName, QString& error) const {
+    return surface_.SavePicture(strFileName, error);
+}
+
+void Calender::DisplayMonth(qint16 m) {
+    if (m >= 1 && m <= 12) {
+        DisplayedMonth = m;
+    }
+    Display();
+}
+
+void Calender::InitializeVariables(qint16 yy, qint16& dd, bool clearDates) {
+    const qint16 first = WeekdayOfFirstJanuary(yy);
+    qint16 firstDay = first;
+    if (IsWeekday(dd)) {
+        firstDay = dd;
+    } else {
+        dd = first;
+        if (!IsWeekday(first)) {
+            dd = 1;
+            firstDay = 1;
+        }
+    }
+    LayOutMonths(firstDay);
+    if (clearDates) {
+        ClearDates();
+    }
+}
+
+// Sets LeapYear and gives the weekday of 1 January, or 0 when yy is a leap
+// indicator. For today's year it walks from 2000 (1 January a Saturday) one
+// year at a time, reading today's date again on every pass.
+qint16 Calender::WeekdayOfFirstJanuary(qint16 yy) {
+    if (yy != 0) {
+        LeapYear = yy > 0 ? 1 : 0;
+        return 0;
+    }
+    int year = 2000;
+    int first = 7;
+    int todayYear = Today().Year;
+    const int direction = todayYear < year ? -1 : (todayYear > year ? 1 : 0);
+    do {
+        if (direction == -1) {
+            --year;
+        }
+        LeapYear = LeapYearRule(year);
+        if (direction == 1) {
+            ++year;
+        }
+        first = WrapWeekday(first + ((365 + LeapYear) % 7) * direction);
+        todayYear = Today().Year;
+        // A clock that moves across the year being walked to must not make the walk endless.
+    } while (year != todayYear && direction != 0 && (year - todayYear) * direction < 0);
+    LeapYear = LeapYearRule(year);
+    return static_cast<qint16>(first);
+}
+
+void Calender::LayOutMonths(qint16 firstDay) {
+    int first = firstDay;
+    for (std::size_t i = 0; i < Months.size(); ++i) {
+        MonthInfo& month = Months[i];
+        month.Name = QString::fromLatin1(kMonthDefaults[i].name);
+        month.Days = kMonthDefaults[i].days;
+        if (i == 1) {
+            month.Days = static_cast<qint16>(month.Days + LeapYear);
+        }
+        month.FirstDay = static_cast<qint16>(first);
+        first += month.Days;
+        while (first > 7) {
+            first -= 7;
+        }
+    }
+}
+
+void Calender::ClearDates() {
+    for (MonthInfo& month : Months) {
+        month.Dates.fill(DateEntry{});
+    }
+}
+
+QString Calender::MonthName(qint16& m) const {
+    m = std::clamp<qint16>(m, 1, 12);
+    return MonthOf(m).Name.Trimmed();
+}
+
+void Calender::Calender_MouseDown(MouseButton button, double x, double y) {
+    LastMouseX = RoundToInteger16(x);
+    LastMouseY = RoundToInteger16(y);
+    LastMouseButton = static_cast<qint16>(button);
+}
+
+void Calender::Calender_Click() {
+    if (!CalenderOn || LastMouseY < GridTop) {
+        return;
+    }
+    const double rowHeight = (surface_.ScaleHeight() - GridTop) / 5;
+    const double columnWidth = surface_.ScaleWidth() / 7;
+    if (rowHeight <= 0 || columnWidth <= 0) {
+        return;
+    }
+    const double column = std::floor(LastMouseX / columnWidth) + 1;
+    const double row = std::floor((LastMouseY - GridTop) / rowHeight) + 1;
+    // The very bottom edge gives row 6 and the right edge column 8; neither holds a day.
+    if (!CellTable::Contains(static_cast<long long>(row)) ||
+        !CellRow::Contains(static_cast<long long>(column))) {
+        return;
+    }
+    const qint16 day = CellMap[static_cast<int>(row)][static_cast<int>(column)];
+    if (day < 1) {
+        return;
+    }
+    SelectedDate.Day = day;
+    SelectedDate.Month = DisplayedMonth;
+    Display();
+}
+
+}  // namespace kelvane

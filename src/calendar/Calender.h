@@ -1,0 +1,113 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+
+#include "calendar/MonthInfo.h"
+#include "gui/CalenderEvents.h"
+#include "gui/DrawingSurface.h"
+#include "store/CalenderMOD.h"
+#include "store/Module1.h"
+#include "store/MonthViewQueries.h"
+
+namespace kelvane {
+
+// The month view: it keeps the year's month table and every date's title and
+// colours, draws one month as a grid of 7 columns by 5 rows on a surface, and
+// turns a click on a day into the selected date. It raises no events; hosts
+// read GetDate when they need the selection.
+class Calender final : public MonthViewQueries, public CalenderEvents {
+  public:
+    // Rows and columns of the grid, numbered from 1; column 8 is the sliver
+    // right of the last column and never holds a day.
+    using CellRow = OneBased<qint16, 8>;
+    using CellTable = OneBased<CellRow, 5>;
+
+    // Sets up today's year with every date cleared, showing today's month.
+    // `shared` supplies the colour scheme and the current date entry.
+    Calender(Module1& module1, CalenderMOD& shared, DrawingSurface& surface);
+    Calender(const Calender&) = delete;
+    Calender& operator=(const Calender&) = delete;
+
+    // The weekday (1..7) of a day of a month of the current year; a day outside
+    // the month counts as the 1st; -1 for a month outside 1..12.
+    qint16 WhichDay(qint16 intM, qint16 intD) const override;
+    qint16 GetDisplayMonth() const { return DisplayedMonth; }
+    qint16 gLeapYear() const override { return LeapYear; }
+    void GetDate(qint16& y, qint16& m, qint16& d) const override;
+    // Selects a date and loads its entry into the current date entry; no redraw.
+    void SetDate(qint16 y, qint16 m, qint16 d);
+    // `way` false sets the year up from a leap indicator and a weekday of
+    // 1 January; true gives today's year and the weekday of 1 January.
+    void FirstDayandYear(qint16& yy, qint16& dd, bool way);
+    // True loads the selected date's entry into the current date entry; false
+    // stores the current date entry back and redraws when its month is shown.
+    void UpdateSelectedDate(bool blnGet);
+    void GetFont(QString& strName, qint16& size) const;
+    // A new font name, and size when above 0, in plain style; then a redraw.
+    void SetFont(const QString& strName, qint16 size);
+    // Writes the picture the last redraw left as a bitmap file; false with the
+    // reason in `error` when it cannot be written.
+    bool CalenderSavePicture(const QString& strFileName, QString& error) const;
+    void SetCalenderOn(bool bb) { CalenderOn = bb; }
+    bool getCalenderOn(bool /*bb*/) const { return CalenderOn; }
+    // Shows month m (ignored outside 1..12) and redraws.
+    void DisplayMonth(qint16 m);
+    void Display();
+
+    // Fills LeapYear and the month table. A yy of 0 works the year out from
+    // today's date; any other yy is a leap indicator (above 0 leap), never a
+    // year. A dd of 1..7 is the weekday of 1 January; otherwise dd receives the
+    // weekday worked out, or 1 when there is none.
+    void InitializeVariables(qint16 yy, qint16& dd, bool clearDates);
+
+    void Calender_Resize() override { Display(); }
+    void Calender_MouseDown(MouseButton button, double x, double y) override;
+    void Calender_Click() override;
+
+    // Index 0 is January.
+    std::array<MonthInfo, 12> Months;
+    qint16 LeapYear = 0;
+    // Day 0 or Month 0: nothing selected.
+    CalDate SelectedDate;
+    qint16 DisplayedMonth = 1;
+    // True while clicks select dates.
+    bool CalenderOn = true;
+    // Top of the first date row and the day drawn in each cell, as the last
+    // redraw left them.
+    qint32 GridTop = 0;
+    CellTable CellMap;
+    qint16 LastMouseX = 0;
+    qint16 LastMouseY = 0;
+    qint16 LastMouseButton = 0;
+
+  private:
+    struct Grid;
+
+    MonthInfo& MonthOf(qint16 month) { return Months[static_cast<std::size_t>(month - 1)]; }
+    const MonthInfo& MonthOf(qint16 month) const {
+        return Months[static_cast<std::size_t>(month - 1)];
+    }
+    CalDate Today() const;
+    qint16 WeekdayOfFirstJanuary(qint16 yy);
+    void LayOutMonths(qint16 firstDay);
+    void ClearDates();
+    // The trimmed name of month m, after clamping m into 1..12.
+    QString MonthName(qint16& m) const;
+
+    void DrawHeader(const Grid& grid);
+    void DrawWeekdays(Grid& grid);
+    void DrawRows(Grid& grid);
+    void DrawDay(const Grid& grid, qint16 day, int row, int col, const CalDate& today);
+    ColourValue CellColour(ColourValue base, const DateEntry& entry, qint16 day,
+                           const CalDate& today) const;
+    void DrawTitle(const Grid& grid, QString title, int row, int col);
+    void PrintAt(const QString& text, double x, double y);
+
+    Module1& module1_;
+    CalenderMOD& shared_;
+    DrawingSurface& surface_;
+};
+
+}  // namespace kelvane

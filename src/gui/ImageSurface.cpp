@@ -1,0 +1,285 @@
+#include "gui/ImageSurface.h"
+
+#include <QImageWriter>
+#include <QSaveFile>
+
+#include <cmath>
+
+namespace kelvane {
+
+namespace {
+
+int ToPixel(double value) {
+    return static_cast<int>(std::floor(value + 0.5));
+}
+
+// The pixels from one corner to the other, both included.
+QRect PixelBox(double x1, double y1, double x2, double y2) {
+    const int left = ToPixel(std::min(x1, x2));
+    const int right = ToPixel(std::max(x1, x2));
+    const int top = ToPixel(std::min(y1, y2));
+    const int bottom = ToPixel(std::max(y1, y2));
+    return QRect(QPoint(left, top), QPoint(right, bottom));
+}
+
+}  // namespace
+
+QColor ToQColor(qint32 colour) {
+    return QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
+}
+
+qint32 FromQColor(const QColor& colour) {
+    return colour.red() + colour.green() * 256 + colour.blue() * 65536;
+}
+
+ImageSurface::ImageSurface(const QColor& background, const QColor& windowText)
+    : font_(QStringLiteral("Arial"), 9),
+      background_(background),
+      windowText_(windowText),
+      textColour_(windowText) {
+    // Titles are measured many times over while they are fitted into cells;
+    // Latin text needs no shaping, and without it measuring is several times
+    // faster. Scripts that need shaping still get it.
+    font_.setStyleStrategy(QFont::PreferNoShaping);
+}
+
+ImageSurface::~ImageSurface() {
+    EndPainting();
+}
+
+void ImageSurface::Resize(int width, int height) {
+    EndPainting();
+    if (width <= 0 || height <= 0) {
+        image_ = QImage();
+    } else {
+        image_ = QImage(width, height, QImage::Format_RGB32);
+        image_.fill(background_);
+    }
+    metrics_.reset();
+    for (auto& widths : widths_) {
+        widths.clear();
+    }
+    currentX_ = 0;
+    currentY_ = 0;
+}
+
+const QImage& ImageSurface::Image() const {
+    EndPainting();
+    return image_;
+}
+
+QPainter* ImageSurface::Painter() {
+    if (image_.isNull()) {
+        return nullptr;
+    }
+    if (!painter_) {
+        painter_ = std::make_unique<QPainter>(&image_);
+        painter_->setFont(font_);
+        painter_->setPen(textColour_);
+        if (changed_) {
+            changed_();
+        }
+    }
+    return painter_.get();
+}
+
+void ImageSurface::EndPainting() const {
+    painter_.reset();
+}
+
+void ImageSurface::Clear() {
+    EndPainting();
+    image_.fill(background_);
+    currentX_ = 0;
+    currentY_ = 0;
+    if (changed_) {
+        changed_();
+    }
+}
+
+qint32 ImageSurface::ColourAt(double x, double y) const {
+    const QPoint point(ToPixel(x), ToPixel(y));
+    if (!image_.valid(point)) {
+        return FromQColor(background_);
+    }
+    return FromQColor(QColor(image_.pixel(point)));
+}
+
+const QFontMetricsF& ImageSurface::Metrics() const {
+    if (!metrics_) {
+        if (image_.isNull()) {
+            metrics_.emplace(font_);
+        } else {
+            metrics_.emplace(font_, &image_);
+        }
+    }
+    return *metrics_;
+}
+
+double ImageSurface::TextWidth(const QString& text) const {
+    constexpr qsizetype kRememberedWidths = 8192;
+    QHash<QString, double>& widths = widths_[font_.bold() ? 1 : 0];
+    const auto known = widths.constFind(text);
+    if (known != widths.constEnd()) {
+        return *known;
+    }
+    if (widths.size() >= kRememberedWidths) {
+        widths.clear();
+    }
+    const double width = Metrics().horizontalAdvance(text);
+    widths.insert(text, width);
+    return width;
+}
+
+double ImageSurface::TextHeight(const QString&) const {
+    return Metrics().height();
+}
+
+// A picture of one line of text in the current font and colour on a clear
+// background, with a margin left and right for letters that reach past their
+// advance (italics, overhanging tails).
+const QImage& ImageSurface::DrawnLine(const QString& text, int margin) {
+    constexpr qsizetype kRememberedBytes = 32 * 1024 * 1024;
+    const QString key = text + QChar(0) + QString::number(textColour_.rgb(), 16) +
+                        (font_.bold() ? QLatin1Char('b') : QLatin1Char('r'));
+    const auto known = lines_.constFind(key);
+    if (known != lines_.constEnd()) {
+        return *known;
+    }
+    if (lineBytes_ > kRememberedBytes) {
+        lines_.clear();
+        lineBytes_ = 0;
+    }
+    const QFontMetricsF& metrics = Metrics();
+    QImage line(static_cast<int>(std::ceil(TextWidth(text))) + 2 * margin,
+                static_cast<int>(std::ceil(metrics.height())), QImage::Format_ARGB32_Premultiplied);
+    line.setDotsPerMeterX(image_.dotsPerMeterX());
+    line.setDotsPerMeterY(image_.dotsPerMeterY());
+    line.fill(Qt::transparent);
+    QPainter painter(&line);
+    painter.setFont(font_);
+    painter.setPen(textColour_);
+    painter.drawText(QPointF(margin, metrics.ascent()), text);
+    painter.end();
+    lineBytes_ += line.sizeInBytes();
+    return *lines_.insert(key, line);
+}
+
+void ImageSurface::Print(const QString& text, LineEnd end) {
+    QPainter* painter = Painter();
+    if (painter && !text.isEmpty()) {
+        const int margin = static_cast<int>(std::ceil(Metrics().height() / 4));
+        painter->drawImage(QPoint(ToPixel(currentX_) - margin, ToPixel(currentY_)),
+                           DrawnLine(text, margin));
+    }
+    if (end == LineEnd::NewLine) {
+        currentX_ = 0;
+        currentY_ += TextHeight(text);
+    } else {
+        currentX_ += TextWidth(text);
+    }
+}
+
+void ImageSurface::DrawLine(double x1, double y1, double x2, double y2, qint32 colour) {
+    QPainter* painter = Painter();
+    if (!painter) {
+        return;
+    }
+    const QPoint from(ToPixel(x1), ToPixel(y1));
+    const QPoint to(ToPixel(x2), ToPixel(y2));
+    if (from.x() == to.x() || from.y() == to.y()) {
+        painter->fillRect(QRect(from, to).normalized(), ToQColor(colour));
+        return;
+    }
+    painter->setPen(ToQColor(colour));
+    painter->drawLine(from, to);
+    painter->setPen(textColour_);
+}
+
+void ImageSurface::FillBox(double x1, double y1, double x2, double y2, qint32 colour) {
+    if (QPainter* painter = Painter()) {
+        painter->fillRect(PixelBox(x1, y1, x2, y2), ToQColor(colour));
+    }
+}
+
+void ImageSurface::SetTextColour(qint32 colour) {
+    textColour_ = ToQColor(colour);
+    if (painter_) {
+        painter_->setPen(textColour_);
+    }
+}
+
+qint32 ImageSurface::WindowTextColour() const {
+    return FromQColor(windowText_);
+}
+
+void ImageSurface::FontChanged() {
+    metrics_.reset();
+    if (painter_) {
+        painter_->setFont(font_);
+    }
+}
+
+void ImageSurface::FaceChanged() {
+    FontChanged();
+    for (auto& widths : widths_) {
+        widths.clear();
+    }
+    lines_.clear();
+    lineBytes_ = 0;
+}
+
+void ImageSurface::SetFontName(const QString& name) {
+    font_.setFamily(name);
+    FaceChanged();
+}
+
+void ImageSurface::SetFontSize(double points) {
+    if (points > 0) {
+        font_.setPointSizeF(points);
+        FaceChanged();
+    }
+}
+
+void ImageSurface::SetFontBold(bool bold) {
+    if (font_.bold() != bold) {
+        font_.setBold(bold);
+        FontChanged();
+    }
+}
+
+void ImageSurface::SetFontItalic(bool italic) {
+    if (font_.italic() != italic) {
+        font_.setItalic(italic);
+        FaceChanged();
+    }
+}
+
+void ImageSurface::SetFontUnderline(bool underline) {
+    if (font_.underline() != underline) {
+        font_.setUnderline(underline);
+        FaceChanged();
+    }
+}
+
+bool ImageSurface::SavePicture(const QString& fileName, QString& error) const {
+    EndPainting();
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly)) {
+        error = file.errorString();
+        return false;
+    }
+    QImageWriter writer(&file, "BMP");
+    if (!writer.write(image_)) {
+        error = writer.errorString();
+        file.cancelWriting();
+        return false;
+    }
+    if (!file.commit()) {
+        error = file.errorString();
+        return false;
+    }
+    return true;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QFontMetricsF>
+#include <QHash>
+#include <QImage>
+#include <QPainter>
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "gui/DrawingSurface.h"
+
+namespace kelvane {
+
+// A DrawingSurface over a QImage that keeps its picture between repaints. One
+// unit is one pixel. A surface of no size draws nothing and measures text as
+// usual.
+class ImageSurface final : public DrawingSurface {
+  public:
+    ImageSurface(const QColor& background, const QColor& windowText);
+    ~ImageSurface() override;
+    ImageSurface(const ImageSurface&) = delete;
+    ImageSurface& operator=(const ImageSurface&) = delete;
+
+    // A new blank picture of the given size in pixels.
+    void Resize(int width, int height);
+    // The picture as the last drawing left it.
+    const QImage& Image() const;
+    // Called when the picture starts to change, so a window can schedule a repaint.
+    void OnChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+
+    void Clear() override;
+    qint32 ColourAt(double x, double y) const override;
+    double ScaleWidth() const override { return image_.width(); }
+    double ScaleHeight() const override { return image_.height(); }
+    double TextWidth(const QString& text) const override;
+    double TextHeight(const QString& text) const override;
+    double CurrentX() const override { return currentX_; }
+    double CurrentY() const override { return currentY_; }
+    void SetCurrentX(double x) override { currentX_ = x; }
+    void SetCurrentY(double y) override { currentY_ = y; }
+    void Print(const QString& text, LineEnd end) override;
+    void DrawLine(double x1, double y1, double x2, double y2, qint32 colour) override;
+    void FillBox(double x1, double y1, double x2, double y2, qint32 colour) override;
+    void SetTextColour(qint32 colour) override;
+    qint32 WindowTextColour() const override;
+    QString FontName() const override { return font_.family(); }
+    double FontSize() const override { return font_.pointSizeF(); }
+    void SetFontName(const QString& name) override;
+    void SetFontSize(double points) override;
+    void SetFontBold(bool bold) override;
+    void SetFontItalic(bool italic) override;
+    void SetFontUnderline(bool underline) override;
+    bool SavePicture(const QString& fileName, QString& error) const override;
+
+  private:
+    QPainter* Painter();
+    void EndPainting() const;
+    // After a change of weight only, or of anything that changes text widths.
+    void FontChanged();
+    void FaceChanged();
+    const QImage& DrawnLine(const QString& text, int margin);
+    const QFontMetricsF& Metrics() const;
+
+    QImage image_;
+    mutable std::unique_ptr<QPainter> painter_;
+    QFont font_;
+    mutable std::optional<QFontMetricsF> metrics_;
+    // Widths already measured in the current font, plain and bold: redraws
+    // measure the same title starts again and again.
+    mutable std::array<QHash<QString, double>, 2> widths_;
+    // Texts already drawn, by text, colour and weight: copying a drawn line is
+    // several times faster than drawing its letters again.
+    QHash<QString, QImage> lines_;
+    qsizetype lineBytes_ = 0;
+    QColor background_;
+    QColor windowText_;
+    QColor textColour_;
+    double currentX_ = 0;
+    double currentY_ = 0;
+    std::function<void()> changed_;
+};
+
+// Colours between the surface's numbers and Qt's.
+QColor ToQColor(qint32 colour);
+qint32 FromQColor(const QColor& colour);
+
+}  // namespace kelvane

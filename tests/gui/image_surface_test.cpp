@@ -1,0 +1,160 @@
+#include <QImageReader>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include "gui/ImageSurface.h"
+
+namespace kelvane {
+namespace {
+
+constexpr qint32 kGrey = 100 + 100 * 256 + 100 * 65536;
+constexpr qint32 kRed = 255;
+constexpr qint32 kBlue = 255 * 65536;
+
+class ImageSurfaceTest : public ::testing::Test {
+  protected:
+    ImageSurfaceTest() : surface(QColor(100, 100, 100), QColor(1, 2, 3)) {
+        surface.Resize(200, 100);
+    }
+
+    qint32 At(int x, int y) const { return surface.ColourAt(x, y); }
+
+    ImageSurface surface;
+};
+
+TEST_F(ImageSurfaceTest, StartsBlankInTheBackgroundColour) {
+    EXPECT_EQ(surface.ScaleWidth(), 200);
+    EXPECT_EQ(surface.ScaleHeight(), 100);
+    EXPECT_EQ(At(0, 0), kGrey);
+    EXPECT_EQ(At(199, 99), kGrey);
+}
+
+TEST_F(ImageSurfaceTest, AFilledBoxIncludesBothCorners) {
+    surface.FillBox(10, 20, 12, 22, kRed);
+    EXPECT_EQ(At(10, 20), kRed);
+    EXPECT_EQ(At(12, 22), kRed);
+    EXPECT_EQ(At(13, 22), kGrey);
+    EXPECT_EQ(At(9, 20), kGrey);
+    surface.FillBox(30, 30, 29, 29, kBlue);  // corners in either order
+    EXPECT_EQ(At(29, 29), kBlue);
+}
+
+TEST_F(ImageSurfaceTest, LinesAreOnePixelWide) {
+    surface.DrawLine(50, 0, 50, 100, kRed);
+    EXPECT_EQ(At(50, 40), kRed);
+    EXPECT_EQ(At(49, 40), kGrey);
+    EXPECT_EQ(At(51, 40), kGrey);
+    surface.DrawLine(0, 60, 200, 60, kBlue);
+    EXPECT_EQ(At(10, 60), kBlue);
+    EXPECT_EQ(At(10, 61), kGrey);
+}
+
+TEST_F(ImageSurfaceTest, ClearPaintsOverEverythingAndResetsThePoint) {
+    surface.FillBox(0, 0, 199, 99, kRed);
+    surface.SetCurrentX(40);
+    surface.SetCurrentY(30);
+    surface.Clear();
+    EXPECT_EQ(At(100, 50), kGrey);
+    EXPECT_EQ(surface.CurrentX(), 0);
+    EXPECT_EQ(surface.CurrentY(), 0);
+}
+
+TEST_F(ImageSurfaceTest, OutsideThePictureIsBackground) {
+    EXPECT_EQ(At(-1, 0), kGrey);
+    EXPECT_EQ(At(500, 500), kGrey);
+}
+
+TEST_F(ImageSurfaceTest, PrintMovesTheCurrentPoint) {
+    const QString text = QStringLiteral("Hello");
+    surface.SetCurrentX(5);
+    surface.SetCurrentY(7);
+    surface.Print(text, DrawingSurface::LineEnd::StayOnLine);
+    EXPECT_DOUBLE_EQ(surface.CurrentX(), 5 + surface.TextWidth(text));
+    EXPECT_EQ(surface.CurrentY(), 7);
+    surface.Print(text, DrawingSurface::LineEnd::NewLine);
+    EXPECT_EQ(surface.CurrentX(), 0);
+    EXPECT_DOUBLE_EQ(surface.CurrentY(), 7 + surface.TextHeight(text));
+}
+
+TEST_F(ImageSurfaceTest, PrintedTextUsesTheTextColourBelowTheCurrentPoint) {
+    surface.SetFontSize(20);
+    surface.SetTextColour(kRed);
+    surface.SetCurrentY(10);
+    surface.Print(QStringLiteral("WWW"), DrawingSurface::LineEnd::NewLine);
+    const QImage& image = surface.Image();
+    int red = 0;
+    int above = 0;
+    for (int y = 0; y < 100; ++y) {
+        for (int x = 0; x < 200; ++x) {
+            if (image.pixelColor(x, y) == QColor(255, 0, 0)) {
+                ++red;
+                above += y < 10 ? 1 : 0;
+            }
+        }
+    }
+    EXPECT_GT(red, 20);
+    EXPECT_EQ(above, 0);
+}
+
+TEST_F(ImageSurfaceTest, FontChangesChangeTheMeasures) {
+    const QString text = QStringLiteral("Measure me");
+    surface.SetFontSize(9);
+    const double small = surface.TextWidth(text);
+    surface.SetFontSize(18);
+    EXPECT_GT(surface.TextWidth(text), small * 1.5);
+    surface.SetFontBold(true);
+    surface.SetFontItalic(true);
+    surface.SetFontUnderline(true);
+    surface.SetFontName(QStringLiteral("Courier"));
+    EXPECT_EQ(surface.FontName(), QStringLiteral("Courier"));
+    EXPECT_EQ(surface.FontSize(), 18);
+    surface.SetFontSize(0);  // not a size
+    EXPECT_EQ(surface.FontSize(), 18);
+}
+
+TEST_F(ImageSurfaceTest, TheWindowTextColourIsTheOneGiven) {
+    EXPECT_EQ(surface.WindowTextColour(), 1 + 2 * 256 + 3 * 65536);
+}
+
+TEST_F(ImageSurfaceTest, ANoSizeSurfaceDrawsNothingAndStillMeasures) {
+    surface.Resize(0, 0);
+    surface.Clear();
+    surface.FillBox(0, 0, 10, 10, kRed);
+    surface.DrawLine(0, 0, 10, 10, kRed);
+    surface.Print(QStringLiteral("x"), DrawingSurface::LineEnd::NewLine);
+    EXPECT_EQ(surface.ScaleWidth(), 0);
+    EXPECT_GT(surface.TextWidth(QStringLiteral("x")), 0);
+    EXPECT_GT(surface.TextHeight(QStringLiteral("x")), 0);
+    EXPECT_EQ(At(0, 0), kGrey);
+    QTemporaryDir directory;
+    QString error;
+    EXPECT_FALSE(surface.SavePicture(directory.filePath(QStringLiteral("x.bmp")), error));
+    EXPECT_FALSE(error.isEmpty());
+}
+
+TEST_F(ImageSurfaceTest, TellsWhenThePictureStartsToChange) {
+    int changes = 0;
+    surface.OnChanged([&] { ++changes; });
+    surface.Clear();
+    surface.FillBox(0, 0, 1, 1, kRed);
+    surface.FillBox(0, 0, 1, 1, kRed);
+    EXPECT_GE(changes, 1);
+    EXPECT_LE(changes, 2);
+}
+
+TEST_F(ImageSurfaceTest, SavesABitmap) {
+    surface.FillBox(0, 0, 0, 0, kBlue);
+    QTemporaryDir directory;
+    const QString fileName = directory.filePath(QStringLiteral("picture.bmp"));
+    QString error;
+    ASSERT_TRUE(surface.SavePicture(fileName, error));
+    QImageReader reader(fileName);
+    EXPECT_EQ(reader.format(), QByteArray("bmp"));
+    const QImage image = reader.read();
+    EXPECT_EQ(image.size(), QSize(200, 100));
+    EXPECT_EQ(image.pixelColor(0, 0), QColor(0, 0, 255));
+}
+
+}  // namespace
+}  // namespace kelvane
