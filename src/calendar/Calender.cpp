@@ -115,11 +115,12 @@ void Calender::UpdateSelectedDate(bool blnGet) {
             SelectedDate.Day = today.Day;
             SelectedDate.Month = today.Month;
         }
-        // A date no slot belongs to loads nothing.
-        if (IsDateSlot(SelectedDate.Month, SelectedDate.Day)) {
-            shared_.CurrentEntry = MonthOf(SelectedDate.Month).Dates[SelectedDate.Day];
-            shared_.CurrentEntryDate = SelectedDate;
-        }
+        // A date no slot belongs to loads an empty entry, which a later store
+        // refuses, so edits made for it can never land on another date.
+        shared_.CurrentEntry = IsDateSlot(SelectedDate.Month, SelectedDate.Day)
+                                   ? MonthOf(SelectedDate.Month).Dates[SelectedDate.Day]
+                                   : DateEntry{};
+        shared_.CurrentEntryDate = SelectedDate;
         return;
     }
     const CalDate& entryDate = shared_.CurrentEntryDate;
@@ -169,7 +170,7 @@ void Calender::DisplayMonth(qint16 m) {
 }
 
 void Calender::InitializeVariables(qint16 yy, qint16& dd, bool clearDates) {
-    const qint16 first = WeekdayOfFirstJanuary(yy);
+    const qint16 first = SetLeapYearAndFirstWeekday(yy);
     qint16 firstDay = first;
     if (IsWeekday(dd)) {
         firstDay = dd;
@@ -189,7 +190,7 @@ void Calender::InitializeVariables(qint16 yy, qint16& dd, bool clearDates) {
 // Sets LeapYear and gives the weekday of 1 January, or 0 when yy is a leap
 // indicator. For today's year it walks from 2000 (1 January a Saturday) one
 // year at a time, reading today's date again on every pass.
-qint16 Calender::WeekdayOfFirstJanuary(qint16 yy) {
+qint16 Calender::SetLeapYearAndFirstWeekday(qint16 yy) {
     if (yy != 0) {
         LeapYear = yy > 0 ? 1 : 0;
         return 0;

@@ -90,7 +90,7 @@ class Calender final : public MonthViewQueries, public CalenderEvents {
         return Months[static_cast<std::size_t>(month - 1)];
     }
     CalDate Today() const;
-    qint16 WeekdayOfFirstJanuary(qint16 yy);
+    qint16 SetLeapYearAndFirstWeekday(qint16 yy);
     void LayOutMonths(qint16 firstDay);
     void ClearDates();
     // The trimmed name of month m, after clamping m into 1..12.

@@ -81,7 +81,7 @@ void Calender::DrawHeader(const Grid& grid) {
 }
 
 // The weekday names over the columns, with a raised separator down the whole
-// height right of each column.
+// height right of each column. Leaves the top of the labels in grid.headTop.
 void Calender::DrawWeekdays(Grid& grid) {
     grid.headTop = surface_.CurrentY();
     const double cw = grid.columnWidth;
@@ -96,8 +96,9 @@ void Calender::DrawWeekdays(Grid& grid) {
     }
 }
 
-// The line under the weekday names and a raised line under each row; also
-// empties the cell map for the days about to be drawn.
+// The line under the weekday names and a raised line under each row. Sets
+// GridTop and grid.rowHeight, and empties the cell map for the days about to be
+// drawn.
 void Calender::DrawRows(Grid& grid) {
     surface_.SetCurrentY(grid.headTop);
     surface_.Print(QString(), LineEnd::NewLine);
@@ -115,8 +116,9 @@ void Calender::DrawRows(Grid& grid) {
 
 void Calender::DrawDay(const Grid& grid, qint16 day, int row, int col, const CalDate& today) {
     CellMap[row][col] = day;
-    const DateEntry& entry = MonthOf(DisplayedMonth).Dates[day];
+    DateEntry& entry = MonthOf(DisplayedMonth).Dates[day];
     QString title = entry.Title.Trimmed();
+    entry.Title = title;  // the slot keeps the trimmed title
 
     const ColourValue cell = CellColour(grid.base, entry, day, today);
     const double cw = grid.columnWidth;

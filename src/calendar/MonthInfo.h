@@ -19,8 +19,8 @@ struct MonthInfo {
 };
 
 // The leap-year rule of the calendar: divisible by 4 is leap, then divisible
-// by 300 is not, then divisible by 1000 is again (so 1900 and 2100 are leap
-// years, 1800 and 2400 are not). 1 for a leap year, 0 otherwise.
+// by 300 is not, then divisible by 1000 is again (so 2000 and 2200 are leap
+// years, 1800, 2100 and 2400 are not). 1 for a leap year, 0 otherwise.
 qint16 LeapYearRule(int year);
 
 }  // namespace kelvane

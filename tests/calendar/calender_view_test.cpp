@@ -21,10 +21,11 @@ class CalenderViewTest : public ::testing::Test {
     }
     ~CalenderViewTest() override { view.SetEvents(nullptr); }
 
+    double RowHeight() const { return (520.0 - calender->GridTop) / 5; }
+
     QPoint CellCentre(int row, int column) const {
-        const double rowHeight = (520.0 - calender->GridTop) / 5;
         return QPoint(column * 100 - 50,
-                      static_cast<int>(calender->GridTop + (row - 0.5) * rowHeight));
+                      static_cast<int>(calender->GridTop + (row - 0.5) * RowHeight()));
     }
 
     testing::TestWorld world;
@@ -58,7 +59,7 @@ TEST_F(CalenderViewTest, TheWindowShowsTheSelection) {
     QTest::mouseClick(&view, Qt::LeftButton, {}, CellCentre(2, 5));
     const QImage shown = view.grab().toImage();
     const QColor base = view.palette().color(QPalette::Window);
-    const QPoint corner(5 * 100 - 5, static_cast<int>(calender->GridTop + 2 * 96.0) - 5);
+    const QPoint corner(5 * 100 - 5, static_cast<int>(calender->GridTop + 2 * RowHeight()) - 5);
     EXPECT_EQ(shown.pixelColor(corner).green(), std::min(255, base.green() + 100));
 }
 

@@ -151,6 +151,13 @@ TEST(WhichDay, ADayPastTheMonthCountsAsTheFirst) {
     EXPECT_EQ(world.calender->WhichDay(2, 1), 5);  // 1 February 2001 was a Thursday
 }
 
+TEST(WhichDay, TheTwentyNinthOfFebruaryOnlyCountsInALeapYear) {
+    CalenderWorld leap;                            // 2000
+    EXPECT_EQ(leap.calender->WhichDay(2, 29), 3);  // 29 February 2000 was a Tuesday
+    CalenderWorld common(2001, 1, 1);
+    EXPECT_EQ(common.calender->WhichDay(2, 29), common.calender->WhichDay(2, 1));
+}
+
 TEST(WhichDay, AMonthOutsideTheYearHasNoWeekday) {
     CalenderWorld world;
     EXPECT_EQ(world.calender->WhichDay(13, 1), -1);

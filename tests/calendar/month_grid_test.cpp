@@ -109,6 +109,19 @@ TEST(MonthGrid, TodayWithATitleShowsTheTitle) {
     EXPECT_EQ(world.CellTexts(3, 4), (std::vector<QString>{"15", "Ides"}));
 }
 
+TEST(MonthGrid, TheRedrawKeepsTheTrimmedTitleInTheSlot) {
+    CalenderWorld world;
+    world.calender->Months[2].Dates[20].Title = QStringLiteral(" Meeting");
+    world.calender->Display();
+    EXPECT_EQ(world.calender->Months[2].Dates[20].Title, QStringLiteral("Meeting"));
+}
+
+TEST(MonthGrid, TheTodayLabelIsNeverStoredInTheSlot) {
+    CalenderWorld world;
+    world.calender->Display();
+    EXPECT_EQ(world.calender->Months[2].Dates[15].Title, QString());
+}
+
 TEST(MonthGrid, TodayIsOnlyMarkedInItsOwnMonth) {
     CalenderWorld world;
     world.calender->DisplayMonth(4);

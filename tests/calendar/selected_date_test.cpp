@@ -85,13 +85,19 @@ TEST(UpdateSelectedDate, KeepsTheTitleOfFebruary29InACommonYear) {
     EXPECT_EQ(world.world.calender.CurrentEntry.Title.Trimmed(), QStringLiteral("Leap day"));
 }
 
-TEST(UpdateSelectedDate, ADateWithoutASlotChangesNothing) {
+TEST(UpdateSelectedDate, ADateWithoutASlotLoadsAnEmptyEntryThatIsNeverStored) {
     CalenderWorld world;
-    world.world.calender.CurrentEntry = Entry(QStringLiteral("Kept"));
+    world.calender->Months[4].Dates[5] = Entry(QStringLiteral("May the 5th"));
+    world.world.calender.CurrentEntry = Entry(QStringLiteral("May the 5th"));
     world.world.calender.CurrentEntryDate = CalDate{2000, 5, 5};
     world.calender->SetDate(2000, 13, 40);
-    EXPECT_EQ(world.world.calender.CurrentEntry, Entry(QStringLiteral("Kept")));
-    EXPECT_EQ(world.world.calender.CurrentEntryDate, (CalDate{2000, 5, 5}));
+    EXPECT_EQ(world.world.calender.CurrentEntry, DateEntry{});
+    EXPECT_EQ(world.world.calender.CurrentEntryDate, (CalDate{2000, 40, 13}));
+
+    world.world.calender.CurrentEntry = Entry(QStringLiteral("Edited"));
+    world.calender->UpdateSelectedDate(false);
+    EXPECT_EQ(world.calender->Months[4].Dates[5], Entry(QStringLiteral("May the 5th")));
+    world.calender->Months[4].Dates[5] = DateEntry{};
 
     world.world.calender.CurrentEntryDate = CalDate{2000, 36, 1};
     world.calender->UpdateSelectedDate(false);
