@@ -1,4 +1,3 @@
-#include <QGuiApplication>
 
 #include <benchmark/benchmark.h>
 
@@ -91,15 +90,3 @@ BENCHMARK_TEMPLATE(FitLongTitle, FitTextByCharacters)->Unit(benchmark::kMicrosec
 
 }  // namespace
 }  // namespace kelvane
-
-int main(int argc, char** argv) {
-    // Fonts need a GUI application; the offscreen platform is enough.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QGuiApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

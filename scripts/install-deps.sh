@@ -7,6 +7,7 @@ packages=(
     cmake ninja-build g++
     qt6-base-dev fonts-dejavu-core
     libgtest-dev libgmock-dev libbenchmark-dev
+    clang libclang-rt-dev
 )
 
 missing=()

@@ -21,3 +21,18 @@ export LSAN_OPTIONS="suppressions=$PWD/tests/lsan.supp:print_suppressions=0"
 cmake -S . -B build/sanitize -G Ninja -DCMAKE_BUILD_TYPE=Debug -DKELVANE_SANITIZE=ON
 cmake --build build/sanitize -j "$jobs"
 ctest --test-dir build/sanitize --output-on-failure -j "$jobs"
+
+echo "== Fuzzing the calendar file reader for 30 seconds"
+# libFuzzer comes with clang; the reader is built alone, with ASan and UBSan.
+if command -v clang++ >/dev/null; then
+    CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+        -DKELVANE_FUZZ=ON -DKELVANE_BUILD_TESTS=OFF
+    cmake --build build/fuzz --target calendar_file_fuzzer -j "$jobs"
+    mkdir -p build/fuzz/corpus
+    # New inputs go into the first folder; the seeds and the damaged files stay as they are.
+    build/fuzz/tests/fuzz/calendar_file_fuzzer -max_total_time=30 -timeout=10 \
+        -rss_limit_mb=2048 -print_final_stats=1 \
+        build/fuzz/corpus tests/fuzz/seeds tests/store/data/damaged
+else
+    echo "clang++ is missing: fuzzing skipped"
+fi

@@ -9,7 +9,7 @@
 #include "gui/DrawingSurface.h"
 #include "store/CalenderMOD.h"
 #include "store/Module1.h"
-#include "store/MonthViewQueries.h"
+#include "store/MonthViewControl.h"
 
 namespace kelvane {
 
@@ -17,7 +17,7 @@ namespace kelvane {
 // colours, draws one month as a grid of 7 columns by 5 rows on a surface, and
 // turns a click on a day into the selected date. It raises no events; hosts
 // read GetDate when they need the selection.
-class Calender final : public MonthViewQueries, public CalenderEvents {
+class Calender final : public MonthViewControl, public CalenderEvents {
   public:
     // Rows and columns of the grid, numbered from 1; column 8 is the sliver
     // right of the last column and never holds a day.
@@ -37,16 +37,16 @@ class Calender final : public MonthViewQueries, public CalenderEvents {
     qint16 gLeapYear() const override { return LeapYear; }
     void GetDate(qint16& y, qint16& m, qint16& d) const override;
     // Selects a date and loads its entry into the current date entry; no redraw.
-    void SetDate(qint16 y, qint16 m, qint16 d);
+    void SetDate(qint16 y, qint16 m, qint16 d) override;
     // `way` false sets the year up from a leap indicator and a weekday of
     // 1 January; true gives today's year and the weekday of 1 January.
-    void FirstDayandYear(qint16& yy, qint16& dd, bool way);
+    void FirstDayandYear(qint16& yy, qint16& dd, bool way) override;
     // True loads the selected date's entry into the current date entry; false
     // stores the current date entry back and redraws when its month is shown.
-    void UpdateSelectedDate(bool blnGet);
-    void GetFont(QString& strName, qint16& size) const;
+    void UpdateSelectedDate(bool blnGet) override;
+    void GetFont(QString& strName, qint16& size) const override;
     // A new font name, and size when above 0, in plain style; then a redraw.
-    void SetFont(const QString& strName, qint16 size);
+    void SetFont(const QString& strName, qint16 size) override;
     // Writes the picture the last redraw left as a bitmap file; false with the
     // reason in `error` when it cannot be written.
     bool CalenderSavePicture(const QString& strFileName, QString& error) const;
@@ -54,13 +54,15 @@ class Calender final : public MonthViewQueries, public CalenderEvents {
     bool getCalenderOn(bool /*bb*/) const { return CalenderOn; }
     // Shows month m (ignored outside 1..12) and redraws.
     void DisplayMonth(qint16 m);
-    void Display();
+    void Display() override;
 
     // Fills LeapYear and the month table. A yy of 0 works the year out from
     // today's date; any other yy is a leap indicator (above 0 leap), never a
     // year. A dd of 1..7 is the weekday of 1 January; otherwise dd receives the
     // weekday worked out, or 1 when there is none.
-    void InitializeVariables(qint16 yy, qint16& dd, bool clearDates);
+    void InitializeVariables(qint16 yy, qint16& dd, bool clearDates) override;
+
+    void HoldRedraws(bool hold) override;
 
     void Calender_Resize() override { Display(); }
     void Calender_MouseDown(MouseButton button, double x, double y) override;
@@ -105,9 +107,13 @@ class Calender final : public MonthViewQueries, public CalenderEvents {
     void DrawTitle(const Grid& grid, QString title, int row, int col);
     void PrintAt(const QString& text, double x, double y);
 
+    void Redraw();
+
     Module1& module1_;
     CalenderMOD& shared_;
     DrawingSurface& surface_;
+    bool redrawsHeld_ = false;
+    bool redrawPending_ = false;
 };
 
 }  // namespace kelvane

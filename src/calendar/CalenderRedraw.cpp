@@ -29,6 +29,22 @@ struct Calender::Grid {
 };
 
 void Calender::Display() {
+    if (redrawsHeld_) {
+        redrawPending_ = true;
+        return;
+    }
+    Redraw();
+}
+
+void Calender::HoldRedraws(bool hold) {
+    redrawsHeld_ = hold;
+    if (!hold && redrawPending_) {
+        redrawPending_ = false;
+        Redraw();
+    }
+}
+
+void Calender::Redraw() {
     surface_.Clear();
     surface_.SetFontBold(true);
     surface_.SetTextColour(surface_.WindowTextColour());

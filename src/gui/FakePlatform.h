@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/FakeFileDialogs.h"
 #include "gui/FakeMessageBoxes.h"
 #include "gui/FakeProgramDirectory.h"
 #include "gui/FakeRandomSource.h"
@@ -22,8 +23,9 @@ class FakePlatform {
     FakeSystemClock Clock;
     FakeRandomSource Random;
     FakeProgramDirectory Directory;
+    FakeFileDialogs FileDialog;
 
-    Platform Services{Messages, Clock, Random, Directory};
+    Platform Services{Messages, Clock, Random, Directory, FileDialog};
 };
 
 }  // namespace kelvane

@@ -168,9 +168,17 @@ const QImage& ImageSurface::DrawnLine(const QString& text, int margin) {
 void ImageSurface::Print(const QString& text, LineEnd end) {
     QPainter* painter = Painter();
     if (painter && !text.isEmpty()) {
-        const int margin = static_cast<int>(std::ceil(Metrics().height() / 4));
-        painter->drawImage(QPoint(ToPixel(currentX_) - margin, ToPixel(currentY_)),
-                           DrawnLine(text, margin));
+        const double height = Metrics().height();
+        if (TextWidth(text) > image_.width() || height > image_.height()) {
+            // Lines larger than the whole picture are drawn straight onto it,
+            // clipped, rather than first into a picture of their own size.
+            painter->drawText(QPointF(ToPixel(currentX_), ToPixel(currentY_) + Metrics().ascent()),
+                              text);
+        } else {
+            const int margin = static_cast<int>(std::ceil(height / 4));
+            painter->drawImage(QPoint(ToPixel(currentX_) - margin, ToPixel(currentY_)),
+                               DrawnLine(text, margin));
+        }
     }
     if (end == LineEnd::NewLine) {
         currentX_ = 0;
@@ -229,13 +237,16 @@ void ImageSurface::FaceChanged() {
     lineBytes_ = 0;
 }
 
+// Setting the font it already has keeps what was measured and drawn in it.
 void ImageSurface::SetFontName(const QString& name) {
-    font_.setFamily(name);
-    FaceChanged();
+    if (font_.family() != name) {
+        font_.setFamily(name);
+        FaceChanged();
+    }
 }
 
 void ImageSurface::SetFontSize(double points) {
-    if (points > 0) {
+    if (points > 0 && font_.pointSizeF() != points) {
         font_.setPointSizeF(points);
         FaceChanged();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/FileDialogs.h"
 #include "gui/MessageBoxes.h"
 #include "gui/ProgramDirectory.h"
 #include "gui/RandomSource.h"
@@ -15,6 +16,7 @@ struct Platform {
     SystemClock& Clock;
     RandomSource& Random;
     ProgramDirectory& Directory;
+    FileDialogs& FileDialog;
 };
 
 }  // namespace kelvane

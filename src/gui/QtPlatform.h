@@ -2,6 +2,7 @@
 
 #include "gui/MersenneRandomSource.h"
 #include "gui/Platform.h"
+#include "gui/QtFileDialogs.h"
 #include "gui/QtMessageBoxes.h"
 #include "gui/QtProgramDirectory.h"
 #include "gui/QtSystemClock.h"
@@ -20,8 +21,9 @@ class QtPlatform {
     QtSystemClock Clock;
     MersenneRandomSource Random;
     QtProgramDirectory Directory;
+    QtFileDialogs FileDialog;
 
-    Platform Services{Messages, Clock, Random, Directory};
+    Platform Services{Messages, Clock, Random, Directory, FileDialog};
 };
 
 }  // namespace kelvane

@@ -1,11 +1,8 @@
 #include "shell/Application.h"
 
 #include <QApplication>
-#include <QMainWindow>
-#include <QStatusBar>
 
-#include "calendar/Calender.h"
-#include "gui/SurfaceWidget.h"
+#include "shell/InterimWindow.h"
 
 namespace kelvane {
 
@@ -23,20 +20,14 @@ void Application::Finish() {
 
 int Application::Run() {
     Start();
-    // Stands in for the main window until it is built: the month view alone.
-    QMainWindow window;
-    window.setWindowTitle(QStringLiteral("Kelvane v1.0"));
-    auto* view = new SurfaceWidget(&window);
-    Calender calender1(store_.module1, store_.calender, view->Surface());
-    view->SetEvents(&calender1);
-    store_.module1.AttachMonthView(&calender1);
-    window.setCentralWidget(view);
-    window.statusBar()->showMessage(QStringLiteral("I am ready!"));
-    window.resize(640, 480);
-    window.show();
-    const int exitCode = QApplication::exec();
-    view->SetEvents(nullptr);
-    store_.module1.AttachMonthView(nullptr);
+    int exitCode = 0;
+    {
+        InterimWindow window(store_);
+        window.resize(640, 480);
+        window.show();
+        exitCode = QApplication::exec();
+        window.Commands().SaveRecentList();
+    }
     Finish();
     return exitCode;
 }

@@ -10,9 +10,19 @@ namespace kelvane {
 namespace {
 
 constexpr int kDescriptionBytes = 50;
+static_assert(decltype(Appointment::Description)::Length == kDescriptionBytes);
 
-void PutInteger16(QByteArray& record, int offset, qint16 value) {
-    qToLittleEndian<qint16>(value, record.data() + offset);
+void PutInteger16(char* record, int offset, qint16 value) {
+    qToLittleEndian<qint16>(value, record + offset);
+}
+
+// Fills the 58 bytes at `record`.
+void PutAppointment(const Appointment& appointment, char* record) {
+    EncodeCp1252To(appointment.Description.Value(), record);
+    PutInteger16(record, 50, appointment.StartTime.Hour);
+    PutInteger16(record, 52, appointment.StartTime.Minute);
+    PutInteger16(record, 54, appointment.EndTime.Hour);
+    PutInteger16(record, 56, appointment.EndTime.Minute);
 }
 
 qint16 GetInteger16(QByteArrayView record, int offset) {
@@ -26,12 +36,8 @@ qint64 FirstRecordOfBlock(qint32 block) {
 }  // namespace
 
 QByteArray EncodeAppointment(const Appointment& appointment) {
-    QByteArray record = EncodeCp1252(appointment.Description.Value());
-    record.resize(AppointmentRecordLength);
-    PutInteger16(record, 50, appointment.StartTime.Hour);
-    PutInteger16(record, 52, appointment.StartTime.Minute);
-    PutInteger16(record, 54, appointment.EndTime.Hour);
-    PutInteger16(record, 56, appointment.EndTime.Minute);
+    QByteArray record(AppointmentRecordLength, Qt::Uninitialized);
+    PutAppointment(appointment, record.data());
     return record;
 }
 
@@ -41,8 +47,11 @@ Appointment DecodeAppointment(QByteArrayView record) {
         return appointment;
     }
     // NUL bytes only come from a region never written; they count as blanks.
-    appointment.Description =
-        DecodeCp1252(record.first(kDescriptionBytes)).replace(QChar(0), QLatin1Char(' '));
+    QString description = DecodeCp1252(record.first(kDescriptionBytes));
+    if (description.contains(QChar(0))) {
+        description.replace(QChar(0), QLatin1Char(' '));
+    }
+    appointment.Description = description;
     appointment.StartTime = {GetInteger16(record, 50), GetInteger16(record, 52)};
     appointment.EndTime = {GetInteger16(record, 54), GetInteger16(record, 56)};
     return appointment;
@@ -184,10 +193,11 @@ void AppointmentMOD::WriteBlock(qint32 block) {
     if (AppointmentFileNumber == 0 || !file_.IsOpen()) {
         return;  // never opened (reported already) or closed at shutdown
     }
-    QByteArray records;
-    records.reserve(MaxAppointmentsPerDate * AppointmentRecordLength);
+    QByteArray records(MaxAppointmentsPerDate * AppointmentRecordLength, Qt::Uninitialized);
+    char* record = records.data();
     for (const Appointment& appointment : AppointmentList) {
-        records += EncodeAppointment(appointment);
+        PutAppointment(appointment, record);
+        record += AppointmentRecordLength;
     }
     if (!file_.Write(FirstRecordOfBlock(block), records) && !writeFailureShown_) {
         writeFailureShown_ = true;

@@ -26,20 +26,46 @@ char EncodeOne(char16_t c) {
 
 }  // namespace
 
+void EncodeCp1252To(QStringView text, char* out) {
+    const char16_t* in = text.utf16();
+    const qsizetype size = text.size();
+    // Most texts are plain ASCII; both loops below are simple enough for the
+    // compiler to do many characters at a time.
+    char16_t all = 0;
+    for (qsizetype i = 0; i < size; ++i) {
+        all |= in[i];
+    }
+    if (all < 0x80) {
+        for (qsizetype i = 0; i < size; ++i) {
+            out[i] = static_cast<char>(in[i]);
+        }
+        return;
+    }
+    for (qsizetype i = 0; i < size; ++i) {
+        out[i] = EncodeOne(in[i]);
+    }
+}
+
 QByteArray EncodeCp1252(const QString& text) {
     QByteArray bytes(text.size(), Qt::Uninitialized);
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        bytes[i] = EncodeOne(text[i].unicode());
-    }
+    EncodeCp1252To(text, bytes.data());
     return bytes;
 }
 
 QString DecodeCp1252(QByteArrayView bytes) {
+    unsigned char all = 0;
+    for (const char byte : bytes) {
+        all |= static_cast<unsigned char>(byte);
+    }
+    if (all < 0x80) {
+        return QString::fromLatin1(bytes);
+    }
     QString text(bytes.size(), Qt::Uninitialized);
+    QChar* out = text.data();
     for (qsizetype i = 0; i < bytes.size(); ++i) {
         const auto byte = static_cast<unsigned char>(bytes[i]);
         const char16_t c = (byte >= 0x80 && byte < 0xA0) ? kHighControls[byte - 0x80] : byte;
-        text[i] = QChar(c);
+        out[i] = QChar(c);
     }
     return text;
 }

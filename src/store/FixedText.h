@@ -25,7 +25,14 @@ class FixedText {
     const QString& Value() const { return text_; }
     // The text without its leading and trailing blanks.
     QString Trimmed() const { return Trim(text_); }
-    bool IsBlank() const { return Trimmed().isEmpty(); }
+    bool IsBlank() const {
+        for (const QChar c : text_) {
+            if (c != u' ') {
+                return false;
+            }
+        }
+        return true;
+    }
 
     friend bool operator==(const FixedText&, const FixedText&) = default;
 

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <optional>
 
 #include "store/Conversions.h"
 #include "store/Cp1252.h"
@@ -12,7 +13,49 @@ namespace kelvane {
 
 namespace {
 
+bool IsAscii(QByteArrayView bytes) {
+    for (const char byte : bytes) {
+        if (static_cast<unsigned char>(byte) >= 0x80) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// A plain integer with blanks or tabs around it, "-12" or " 7 ", as nearly
+// every number of a calendar file is written; other forms go the long way.
+std::optional<qint32> PlainInteger(QByteArrayView text) {
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    qsizetype first = 0;
+    qsizetype last = text.size();
+    while (first < last && isBlank(text[first])) {
+        ++first;
+    }
+    while (last > first && isBlank(text[last - 1])) {
+        --last;
+    }
+    const bool negative = first < last && text[first] == '-';
+    if (negative) {
+        ++first;
+    }
+    if (first == last || last - first > 9) {
+        return std::nullopt;  // empty, or perhaps beyond 32 bits
+    }
+    qint32 value = 0;
+    for (qsizetype i = first; i < last; ++i) {
+        const char c = text[i];
+        if (c < '0' || c > '9') {
+            return std::nullopt;
+        }
+        value = value * 10 + (c - '0');
+    }
+    return negative ? -value : value;
+}
+
 QString DecodeLine(QByteArrayView bytes) {
+    if (IsAscii(bytes)) {
+        return QString::fromLatin1(bytes);
+    }
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = utf8.decode(bytes);
     return utf8.hasError() ? DecodeCp1252(bytes) : text;
@@ -34,8 +77,7 @@ bool LineReader::Fail(int line, const QString& reason) {
     return false;
 }
 
-bool LineReader::ReadLine(QString& line) {
-    line.clear();
+bool LineReader::NextLine(QByteArrayView& bytes) {
     if (Failed()) {
         return false;
     }
@@ -47,17 +89,32 @@ bool LineReader::ReadLine(QString& line) {
     if (end < 0) {
         end = content_.size();
     }
-    if (end > position_ && content_[end - 1] == '\r') {
+    if (end > position_ && content_.at(end - 1) == '\r') {
         --end;
     }
-    line = DecodeLine(QByteArrayView(content_).sliced(position_, end - position_));
+    bytes = QByteArrayView(content_).sliced(position_, end - position_);
     position_ = next;
     ++lineNumber_;
     return true;
 }
 
-bool LineReader::ReadNumberText(const QString& text, qint32& value) {
+bool LineReader::ReadLine(QString& line) {
+    line.clear();
+    QByteArrayView bytes;
+    if (!NextLine(bytes)) {
+        return false;
+    }
+    line = DecodeLine(bytes);
+    return true;
+}
+
+bool LineReader::ReadNumberText(QByteArrayView bytes, qint32& value) {
+    if (const std::optional<qint32> plain = PlainInteger(bytes)) {
+        value = *plain;
+        return true;
+    }
     // IsNumeric and Val both pass over the blanks and tabs around the number.
+    const QString text = DecodeLine(bytes);
     if (!IsNumeric(text)) {
         return Fail(lineNumber_, QStringLiteral("a number was expected"));
     }
@@ -67,25 +124,32 @@ bool LineReader::ReadNumberText(const QString& text, qint32& value) {
 }
 
 bool LineReader::ReadNumber(qint32& value) {
-    QString line;
-    return ReadLine(line) && ReadNumberText(line, value);
+    QByteArrayView bytes;
+    return NextLine(bytes) && ReadNumberText(bytes, value);
 }
 
+// Commas never occur inside a multi-byte character, so the raw bytes can be
+// split before any decoding.
 bool LineReader::ReadValueList(std::span<qint32> values) {
-    QString line;
-    if (!ReadLine(line)) {
+    QByteArrayView line;
+    if (!NextLine(line)) {
         return false;
     }
-    const QStringList fields = line.split(QLatin1Char(','));
-    if (fields.size() != static_cast<qsizetype>(values.size())) {
+    if (line.count(',') + 1 != static_cast<qsizetype>(values.size())) {
         return Fail(
             lineNumber_,
             QStringLiteral("%1 numbers separated by commas were expected").arg(values.size()));
     }
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        if (!ReadNumberText(fields[static_cast<qsizetype>(i)], values[i])) {
+    qsizetype start = 0;
+    for (qint32& value : values) {
+        qsizetype end = start;
+        while (end < line.size() && line[end] != ',') {
+            ++end;
+        }
+        if (!ReadNumberText(line.sliced(start, end - start), value)) {
             return false;
         }
+        start = end + 1;
     }
     return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 #include <span>
@@ -37,7 +38,9 @@ class LineReader {
 
   private:
     bool Fail(int line, const QString& reason);
-    bool ReadNumberText(const QString& text, qint32& value);
+    // The next line's bytes without the line end.
+    bool NextLine(QByteArrayView& bytes);
+    bool ReadNumberText(QByteArrayView bytes, qint32& value);
 
     QByteArray content_;
     qsizetype position_ = 0;

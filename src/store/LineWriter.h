@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QIODevice>
 #include <QString>
 
@@ -8,25 +9,39 @@
 namespace kelvane {
 
 // Writes the lines of a calendar file: UTF-8 text, every line ending in CR LF.
+// Lines are collected and handed to the device in large pieces: by Flush, by
+// Ok, when enough have gathered, and at the latest when the writer goes away.
 class LineWriter {
   public:
     explicit LineWriter(QIODevice& device) : device_(device) {}
+    LineWriter(const LineWriter&) = delete;
+    LineWriter& operator=(const LineWriter&) = delete;
+    ~LineWriter() { Flush(); }
 
     // A text line as it stands; a line break inside it would split the line,
     // so CR and LF characters are written as blanks.
     void WriteText(const QString& text);
     // A number line in the print form: " 3 ", "-3 ".
     void WriteNumber(qint64 value);
-    // A value list: "1,0,255".
+    // A value list of at most five numbers: "1,0,255".
     void WriteValueList(std::initializer_list<qint64> values);
 
-    // False once any write failed.
-    bool Ok() const { return ok_; }
+    // Hands every line written so far to the device.
+    void Flush();
+    // Flushes; false once any write failed.
+    bool Ok() {
+        Flush();
+        return ok_;
+    }
 
   private:
-    void WriteLine(const QString& line);
+    // Adds a finished line (already in place when `length` is 0) and flushes
+    // when enough has gathered.
+    void EndLine(const char* line, qsizetype length);
 
     QIODevice& device_;
+    // Complete lines not yet handed to the device, then the line being put together.
+    QByteArray pending_;
     bool ok_ = true;
 };
 

@@ -6,8 +6,6 @@ namespace kelvane {
 
 namespace {
 
-constexpr std::array<qint16, 12> kSlotsPerMonth = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-
 bool EndsWithSeparator(const QString& path) {
     if (path.endsWith(QDir::separator())) {
         return true;
@@ -59,7 +57,7 @@ Module1::Module1(const Platform& platform) : platform_(platform) {
 
 void Module1::FillDaysInMonth() {
     for (int month = 1; month <= 12; ++month) {
-        DaysInMonth[month] = kSlotsPerMonth[static_cast<std::size_t>(month - 1)];
+        DaysInMonth[month] = SlotsPerMonth[static_cast<std::size_t>(month - 1)];
     }
 }
 

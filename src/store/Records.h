@@ -19,6 +19,10 @@ inline constexpr int RecentFileCount = 4;
 inline constexpr int ColourListCount = 21;
 inline constexpr int ColourNameLength = 20;
 
+// Day slots of each month, January first: February always has 29.
+inline constexpr std::array<qint16, 12> SlotsPerMonth = {31, 29, 31, 30, 31, 30,
+                                                         31, 31, 30, 31, 30, 31};
+
 // A colour as red + green * 256 + blue * 65536.
 using ColourValue = qint32;
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "CalenderWorld.h"
+#include "support/CalenderWorld.h"
 
 namespace kelvane {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "CalenderWorld.h"
+#include "support/CalenderWorld.h"
 
 namespace kelvane {
 namespace {

@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "RecordingSurface.h"
 #include "calendar/TextFitting.h"
 #include "gui/ImageSurface.h"
 #include "support/QtPrinting.h"
+#include "support/RecordingSurface.h"
 
 namespace kelvane {
 namespace {

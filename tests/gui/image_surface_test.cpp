@@ -156,5 +156,28 @@ TEST_F(ImageSurfaceTest, SavesABitmap) {
     EXPECT_EQ(image.pixelColor(0, 0), QColor(0, 0, 255));
 }
 
+// How many pixels of the picture differ from the background.
+int MarkedPixels(const ImageSurface& surface) {
+    int marked = 0;
+    for (int y = 0; y < 100; y += 2) {
+        for (int x = 0; x < 200; x += 2) {
+            marked += surface.ColourAt(x, y) != kGrey ? 1 : 0;
+        }
+    }
+    return marked;
+}
+
+TEST_F(ImageSurfaceTest, TextLargerThanThePictureIsDrawnClipped) {
+    surface.SetFontSize(400);
+    surface.SetCurrentX(0);
+    surface.SetCurrentY(-100);
+    surface.Print(QStringLiteral("WWW"), DrawingSurface::LineEnd::NewLine);
+    EXPECT_GT(MarkedPixels(surface), 100);
+    surface.SetFontSize(32767);
+    surface.Clear();
+    surface.Print(QStringLiteral("Monthname"), DrawingSurface::LineEnd::NewLine);
+    EXPECT_GT(surface.TextHeight(QStringLiteral("X")), 10000);
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -1,9 +1,12 @@
 #include <QFile>
+#include <QMenu>
+#include <QMenuBar>
 
 #include <gtest/gtest.h>
 
 #include "gui/FakePlatform.h"
 #include "shell/Application.h"
+#include "shell/InterimWindow.h"
 #include "support/TestWorld.h"
 
 namespace kelvane {
@@ -35,6 +38,26 @@ TEST(Application, AnUnwritableDirectoryShowsBothStoreMessagesInOrder) {
     EXPECT_EQ(shown[1].Text, QStringLiteral("Could not open diary temporary file"));
     application.Finish();
     EXPECT_EQ(shown.size(), 2);
+}
+
+TEST(InterimWindow, ShowsTheRecentFilesInItsFileMenu) {
+    testing::TestWorld world;
+    world.OpenStores();
+    {
+        QFile list(world.FilePath(QStringLiteral("~tmpFileList")));
+        ASSERT_TRUE(list.open(QIODevice::WriteOnly));
+        list.write("/data/plans.cal\r\n\r\n\r\n\r\n");
+    }
+    InterimWindow window(world.store);
+    const QList<QAction*> items = window.menuBar()->actions().first()->menu()->actions();
+    QStringList visible;
+    for (const QAction* item : items) {
+        if (item->isVisible() && !item->isSeparator()) {
+            visible << item->text();
+        }
+    }
+    EXPECT_EQ(visible, (QStringList{"&New", "&Open...", "Save &As...", "1)plans.cal", "E&xit"}));
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Kelvane v1.0"));
 }
 
 }  // namespace

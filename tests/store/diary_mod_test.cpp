@@ -20,6 +20,7 @@ QByteArray SectionOf(const QString& note) {
     buffer.open(QIODevice::WriteOnly);
     LineWriter out(buffer);
     WriteNoteSection(out, note);
+    out.Flush();
     return buffer.data();
 }
 
@@ -275,6 +276,7 @@ TEST_F(DiaryStoreTest, WriteNoteToFileWritesTheTrimmedBuffer) {
     buffer.open(QIODevice::WriteOnly);
     LineWriter out(buffer);
     diary.WriteNoteToFile(out);
+    out.Flush();
     EXPECT_EQ(buffer.data(), QByteArray(" 1 \r\n 1 \r\nhello\r\nworld\r\n"));
 }
 

@@ -43,6 +43,7 @@ TEST(LineWriter, WritesUtf8) {
     buffer.open(QIODevice::WriteOnly);
     LineWriter out(buffer);
     out.WriteText(QStringLiteral("Caf\u00e9 \u20ac"));
+    out.Flush();
     EXPECT_EQ(buffer.data(), QByteArray("Caf\xc3\xa9 \xe2\x82\xac\r\n"));
 }
 
@@ -51,7 +52,29 @@ TEST(LineWriter, LineBreaksInsideATextBecomeBlanks) {
     buffer.open(QIODevice::WriteOnly);
     LineWriter out(buffer);
     out.WriteText(QStringLiteral("a\r\nb\nc"));
+    out.Flush();
     EXPECT_EQ(buffer.data(), QByteArray("a  b c\r\n"));
+}
+
+TEST(LineWriter, HandsItsLinesOverWhenItGoesAway) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    {
+        LineWriter out(buffer);
+        out.WriteNumber(1);
+        EXPECT_TRUE(buffer.data().isEmpty());
+    }
+    EXPECT_EQ(buffer.data(), QByteArray(" 1 \r\n"));
+}
+
+TEST(LineWriter, HandsLargeAmountsOverWithoutBeingAsked) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    LineWriter out(buffer);
+    for (int i = 0; i < 10000; ++i) {
+        out.WriteText(QStringLiteral("a line of some length"));
+    }
+    EXPECT_GE(buffer.data().size(), 64 * 1024);
 }
 
 TEST(LineWriter, RemembersAFailedWrite) {

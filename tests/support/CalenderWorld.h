@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "RecordingSurface.h"
 #include "calendar/Calender.h"
+#include "support/RecordingSurface.h"
 #include "support/TestWorld.h"
 
 namespace kelvane::testing {

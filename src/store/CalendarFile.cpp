@@ -1,0 +1,219 @@
+#include "store/CalendarFile.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+#include "store/CalenderMOD.h"
+#include "store/DiaryMOD.h"
+#include "store/Module1.h"
+
+namespace kelvane {
+
+namespace {
+
+bool Fits16(qint32 value) {
+    return value >= std::numeric_limits<qint16>::min() &&
+           value <= std::numeric_limits<qint16>::max();
+}
+
+bool RejectOutOfRange(LineReader& in) {
+    return in.Reject(QStringLiteral("a number from -32768 to 32767 was expected"));
+}
+
+bool ReadNumber16(LineReader& in, qint16& value) {
+    qint32 number = 0;
+    if (!in.ReadNumber(number)) {
+        return false;
+    }
+    if (!Fits16(number)) {
+        return RejectOutOfRange(in);
+    }
+    value = static_cast<qint16>(number);
+    return true;
+}
+
+bool ReadFlag(LineReader& in, bool& flag) {
+    qint16 number = 0;
+    if (!ReadNumber16(in, number)) {
+        return false;
+    }
+    flag = NumberToFlag(number);
+    return true;
+}
+
+template <std::size_t N>
+bool ReadValues16(LineReader& in, std::array<qint16, N>& values) {
+    std::array<qint32, N> numbers{};
+    if (!in.ReadValueList(numbers)) {
+        return false;
+    }
+    for (std::size_t i = 0; i < N; ++i) {
+        if (!Fits16(numbers[i])) {
+            return RejectOutOfRange(in);
+        }
+        values[i] = static_cast<qint16>(numbers[i]);
+    }
+    return true;
+}
+
+// Absolute, Enabled, Red, Green, Blue.
+bool ReadColour(LineReader& in, ColourChoice& colour) {
+    std::array<qint16, 5> values{};
+    if (!ReadValues16(in, values)) {
+        return false;
+    }
+    colour = ColourChoice{values[2], values[3], values[4], NumberToFlag(values[0]),
+                          NumberToFlag(values[1])};
+    return true;
+}
+
+bool ReadClockTime(LineReader& in, ClockTime& time) {
+    std::array<qint16, 2> values{};
+    if (!ReadValues16(in, values)) {
+        return false;
+    }
+    time = ClockTime{values[0], values[1]};
+    return true;
+}
+
+bool ReadSettings(LineReader& in, CalendarFileSettings& settings) {
+    if (!ReadNumber16(in, settings.Year) || !ReadNumber16(in, settings.FirstDay) ||
+        !ReadFlag(in, settings.ToolsShown) || !ReadFlag(in, settings.CalenderShown) ||
+        !in.ReadLine(settings.FontName) || !ReadNumber16(in, settings.FontSize)) {
+        return false;
+    }
+    for (ColourListItem& item : settings.ColourList) {
+        QString name;
+        ColourChoice colour;
+        if (!in.ReadLine(name) || !ReadColour(in, colour)) {
+            return false;
+        }
+        item = MakeColourListItem(Trim(name), colour.Red, colour.Green, colour.Blue,
+                                  colour.Absolute, colour.Enabled);
+    }
+    return true;
+}
+
+// A schedule count below 1 means no entries; entries past the 40 a date can
+// hold are read over so that the dates after it still line up.
+bool ReadSchedule(LineReader& in, std::vector<Appointment>& schedule) {
+    qint32 count = 0;
+    if (!in.ReadNumber(count)) {
+        return false;
+    }
+    schedule.reserve(static_cast<std::size_t>(std::clamp(count, 0, MaxAppointmentsPerDate)));
+    for (qint32 i = 0; i < count; ++i) {
+        QString description;
+        Appointment entry;
+        if (!in.ReadLine(description) || !ReadClockTime(in, entry.EndTime) ||
+            !ReadClockTime(in, entry.StartTime)) {
+            return false;
+        }
+        if (i < MaxAppointmentsPerDate) {
+            entry.Description = description;
+            schedule.push_back(entry);
+        }
+    }
+    return true;
+}
+
+bool ReadDate(LineReader& in, CalendarFileDate& date) {
+    QString title;
+    if (!in.ReadLine(title) || !ReadColour(in, date.Entry.TextColour) ||
+        !ReadColour(in, date.Entry.BackColour) || !ReadSchedule(in, date.Schedule)) {
+        return false;
+    }
+    date.Entry.Title = title;
+    return ReadNoteSection(in, date.Note);
+}
+
+bool ReadDaySlots(LineReader& in, std::vector<CalendarFileDate>& dates) {
+    for (qint16 month = 1; month <= 12; ++month) {
+        for (qint16 day = 1; day <= SlotsPerMonth[static_cast<std::size_t>(month - 1)]; ++day) {
+            bool hasContent = false;
+            if (!ReadFlag(in, hasContent)) {
+                return false;
+            }
+            if (!hasContent) {
+                continue;
+            }
+            CalendarFileDate date;
+            date.Month = month;
+            date.Day = day;
+            if (!ReadDate(in, date)) {
+                return false;
+            }
+            dates.push_back(std::move(date));
+        }
+    }
+    return true;
+}
+
+void WriteColour(LineWriter& out, const ColourChoice& colour) {
+    out.WriteValueList({FlagToDigit(colour.Absolute), FlagToDigit(colour.Enabled), colour.Red,
+                        colour.Green, colour.Blue});
+}
+
+}  // namespace
+
+CalendarFileReport ReadCalendarFile(const QByteArray& bytes, CalendarFileContent& content) {
+    LineReader in(bytes);
+    QString header;
+    if (!in.ReadLine(header) || header != CalendarFileHeader) {
+        return {CalendarFileStatus::Unrecognized, 1, QStringLiteral("not a calendar file")};
+    }
+    if (!ReadSettings(in, content.Settings) || !ReadDaySlots(in, content.Dates)) {
+        return {CalendarFileStatus::Damaged, in.FailureLine(), in.FailureReason()};
+    }
+    return {};
+}
+
+void WriteCalendarSettings(LineWriter& out, const CalendarFileSettings& settings) {
+    out.WriteText(CalendarFileHeader);
+    out.WriteNumber(settings.Year);
+    out.WriteNumber(settings.FirstDay);
+    out.WriteNumber(FlagToDigit(settings.ToolsShown));
+    out.WriteNumber(FlagToDigit(settings.CalenderShown));
+    out.WriteText(settings.FontName);
+    out.WriteNumber(settings.FontSize);
+    for (const ColourListItem& item : settings.ColourList) {
+        out.WriteText(item.Name.Trimmed());
+        WriteColour(out, ChoiceOf(item));
+    }
+}
+
+void WriteDaySlot(LineWriter& out, const CalendarFileDate* date) {
+    if (date == nullptr) {
+        out.WriteNumber(0);
+        return;
+    }
+    out.WriteNumber(1);
+    out.WriteText(date->Entry.Title.Trimmed());
+    WriteColour(out, date->Entry.TextColour);
+    WriteColour(out, date->Entry.BackColour);
+    out.WriteNumber(static_cast<qint64>(date->Schedule.size()));
+    for (const Appointment& entry : date->Schedule) {
+        out.WriteText(entry.Description.Trimmed());
+        out.WriteValueList({entry.EndTime.Hour, entry.EndTime.Minute});
+        out.WriteValueList({entry.StartTime.Hour, entry.StartTime.Minute});
+    }
+    WriteNoteSection(out, date->Note);
+}
+
+void WriteCalendarFile(LineWriter& out, const CalendarFileContent& content) {
+    WriteCalendarSettings(out, content.Settings);
+    auto next = content.Dates.begin();
+    for (qint16 month = 1; month <= 12; ++month) {
+        for (qint16 day = 1; day <= SlotsPerMonth[static_cast<std::size_t>(month - 1)]; ++day) {
+            const bool here =
+                next != content.Dates.end() && next->Month == month && next->Day == day;
+            WriteDaySlot(out, here ? &*next : nullptr);
+            if (here) {
+                ++next;
+            }
+        }
+    }
+}
+
+}  // namespace kelvane

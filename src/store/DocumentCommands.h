@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+
+#include "store/CalendarFile.h"
+#include "store/DocumentWindow.h"
+#include "store/MonthViewControl.h"
+#include "store/RecentFiles.h"
+#include "store/Store.h"
+
+namespace kelvane {
+
+// The File menu's work on the open document: New, Open, Save As, the recent
+// files with their list file, and loading a calendar file. The main window
+// calls it from its menu handlers and gives it its month view.
+class DocumentCommands {
+  public:
+    DocumentCommands(Store& store, MonthViewControl& monthView, DocumentWindow& window,
+                     FileNameRules rules = NativeFileNameRules());
+    DocumentCommands(const DocumentCommands&) = delete;
+    DocumentCommands& operator=(const DocumentCommands&) = delete;
+
+    // File, New: a fresh document after asking about unsaved changes.
+    void FileNew();
+    // File, Open: a file chosen in the Open dialog is loaded; no question about
+    // unsaved changes on this path.
+    void FileOpen();
+    // File, Save As: the whole document into a file chosen in the Save dialog.
+    void FileSaveAs();
+    // A recent-file item (1..4) of the File menu.
+    void FileRecent(int index);
+
+    // Reads a whole calendar file into the open document. A missing,
+    // unrecognised or damaged file changes nothing and says so. True when loaded.
+    bool LoadFile(const QString& fileName);
+
+    void AddRecentFile(const QString& fileName);
+    // Hands the four recent-file items to the window.
+    void RefreshRecentMenu();
+    // Reads the recent files from "~tmpFileList" beside the program; a missing
+    // or unreadable list gives an empty one.
+    void LoadRecentList();
+    // Writes the four recent files, one per line, into "~tmpFileList".
+    void SaveRecentList();
+    QString RecentListFileName() const;
+
+    // True when the file can be opened for reading.
+    static bool FileExists(const QString& fileName);
+
+    const RecentFileList& RecentFiles() const { return recent_; }
+
+  private:
+    bool Ask(const QString& text, const QString& title);
+    void ShowCritical(const QString& text);
+    bool SaveDocumentAs(const QString& fileName);
+    void FinishSave(const QString& fileName);
+    void FinishLoad(const QString& fileName, const CalendarFileSettings& settings);
+    void ShowDocumentName(const QString& fileName);
+
+    Store& store_;
+    MonthViewControl& monthView_;
+    DocumentWindow& window_;
+    RecentFileList recent_;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,101 @@
+#include "store/DocumentFile.h"
+
+namespace kelvane {
+
+namespace {
+
+// The year every whole-document walk selects its dates in.
+constexpr qint16 kWalkYear = 2000;
+
+CalendarFileSettings CurrentSettings(const Store& store, MonthViewControl& monthView,
+                                     const ViewFlags& flags) {
+    CalendarFileSettings settings;
+    monthView.FirstDayandYear(settings.Year, settings.FirstDay, true);
+    settings.ToolsShown = flags.ToolsShown;
+    settings.CalenderShown = flags.CalenderShown;
+    monthView.GetFont(settings.FontName, settings.FontSize);
+    settings.ColourList = store.calender.ColourList;
+    return settings;
+}
+
+// The date as the working copies hold it after loading it.
+CalendarFileDate LoadedDate(const Store& store, qint16 month, qint16 day) {
+    CalendarFileDate date;
+    date.Month = month;
+    date.Day = day;
+    date.Entry = store.calender.CurrentEntry;
+    const qint16 count = store.appointments.CountAppointments();
+    for (qint16 i = 1; i <= count; ++i) {
+        date.Schedule.push_back(store.appointments.AppointmentList[i]);
+    }
+    date.Note = store.diary.NoteBuffer.Value();
+    return date;
+}
+
+void ApplyDate(Store& store, MonthViewControl& monthView, const CalendarFileDate& date) {
+    monthView.SetDate(kWalkYear, date.Month, date.Day);
+    DateEntry& entry = store.calender.CurrentEntry;
+    entry.Title = date.Entry.Title;
+    entry.TextColour = date.Entry.TextColour;
+    entry.BackColour = date.Entry.BackColour;
+
+    const QString key = MakeDateKey(date.Month, date.Day);
+    store.appointments.DeleteAppointments(key);
+    int slot = 1;
+    for (const Appointment& appointment : date.Schedule) {
+        if (!AppointmentSlots::Contains(slot)) {
+            break;
+        }
+        store.appointments.AppointmentList[slot++] = appointment;
+    }
+    store.diary.NoteBuffer = date.Note;
+    store.diary.SaveNote(key);
+    store.appointments.SaveAppointments(key);
+    monthView.UpdateSelectedDate(false);
+}
+
+}  // namespace
+
+QString MonthPercentage(qint16 month) {
+    return QString::number(month * 100 / 12) + QLatin1Char('%');
+}
+
+void WriteDocument(Store& store, MonthViewControl& monthView, const ViewFlags& flags,
+                   LineWriter& out, const StatusSink& status) {
+    WriteCalendarSettings(out, CurrentSettings(store, monthView, flags));
+    for (qint16 month = 1; month <= 12; ++month) {
+        for (qint16 day = 1; day <= store.module1.DaysInMonth[month]; ++day) {
+            monthView.SetDate(kWalkYear, month, day);
+            const QString key = MakeDateKey(month, day);
+            store.appointments.LoadAppointments(key);
+            store.diary.LoadNote(key);
+            if (store.DateHasContent()) {
+                const CalendarFileDate date = LoadedDate(store, month, day);
+                WriteDaySlot(out, &date);
+            } else {
+                WriteDaySlot(out, nullptr);
+            }
+        }
+        status(QStringLiteral("Saving ") + MonthPercentage(month));
+    }
+}
+
+void ApplyDocument(Store& store, MonthViewControl& monthView, const CalendarFileContent& content,
+                   const StatusSink& status) {
+    const CalendarFileSettings& settings = content.Settings;
+    qint16 yy = settings.Year;
+    qint16 dd = settings.FirstDay;
+    monthView.FirstDayandYear(yy, dd, false);
+    monthView.SetFont(settings.FontName, settings.FontSize);
+    store.calender.ColourList = settings.ColourList;
+
+    auto next = content.Dates.begin();
+    for (qint16 month = 1; month <= 12; ++month) {
+        for (; next != content.Dates.end() && next->Month == month; ++next) {
+            ApplyDate(store, monthView, *next);
+        }
+        status(QStringLiteral("Loading") + MonthPercentage(month));
+    }
+}
+
+}  // namespace kelvane

@@ -1,0 +1,395 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include <sys/resource.h>
+#include <csignal>
+
+#include "support/CalendarFileLines.h"
+#include "support/DocumentWorld.h"
+
+namespace kelvane {
+namespace {
+
+using testing::CalendarFileLines;
+using testing::DocumentWorld;
+
+const QString kFilter = QStringLiteral("Calender Files (*.cal)|*.cal|All Files (*.*)|*.*");
+
+bool WriteFile(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+QByteArray ReadFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+MessageBoxRequest Critical(const QString& text) {
+    return {text, QStringLiteral("Kelvane"), MessageButtons::Ok, MessageIcon::Critical};
+}
+
+MessageBoxRequest Question(const QString& text, const QString& title) {
+    return {text, title, MessageButtons::YesNo, MessageIcon::Exclamation};
+}
+
+// A file holding one title on 2 January.
+QByteArray OneTitleFile(const QByteArray& title) {
+    CalendarFileLines file = CalendarFileLines::Empty();
+    file.FillSlot(2, {" 1 ", title, "0,0,0,0,0", "0,0,0,0,0", " 0 ", " 0 "});
+    return file.Bytes();
+}
+
+class DocumentCommandsTest : public ::testing::Test {
+  protected:
+    FakeMessageBoxes& Messages() { return world.world.platform.Messages; }
+    FakeFileDialogs& Dialogs() { return world.world.platform.FileDialog; }
+    QString Title(int month, int day) {
+        return world.calender.Months[static_cast<std::size_t>(month - 1)]
+            .Dates[day]
+            .Title.Trimmed();
+    }
+
+    DocumentWorld world;
+};
+
+TEST_F(DocumentCommandsTest, NewWithUnsavedChangesAnsweredNoChangesNothing) {
+    world.EditDate(1, 1, QStringLiteral("Keep me"), 1, QStringLiteral("note"));
+    world.store.module1.CalendarDirty = true;
+    Messages().Answer(MessageAnswer::No);
+    world.commands.FileNew();
+    EXPECT_EQ(
+        Messages().Shown,
+        (QList<MessageBoxRequest>{Question(QStringLiteral("Are you sure - changes have been made"),
+                                           QStringLiteral("NEW DOCUMENT"))}));
+    EXPECT_EQ(Title(1, 1), QStringLiteral("Keep me"));
+    EXPECT_TRUE(world.store.module1.CalendarDirty);
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane v1.0"));
+    world.store.appointments.LoadAppointments(QStringLiteral("0101"));
+    EXPECT_EQ(world.store.appointments.CountAppointments(), 1);
+    EXPECT_EQ(world.window.Starts, 1);
+    EXPECT_EQ(world.window.Ends, 1);
+}
+
+TEST_F(DocumentCommandsTest, NewStartsAFreshDocument) {
+    world.EditDate(1, 1, QStringLiteral("Gone"), 2, QStringLiteral("gone too"));
+    world.store.calender.ColourList[0].Red = 99;
+    world.calender.SetFont(QStringLiteral("Courier"), 20);
+    world.store.module1.CalendarDirty = true;
+    Messages().Answer(MessageAnswer::Yes);
+    world.commands.FileNew();
+
+    EXPECT_EQ(Title(1, 1), QString());
+    world.store.appointments.LoadAppointments(QStringLiteral("0101"));
+    EXPECT_EQ(world.store.appointments.CountAppointments(), 0);
+    world.store.diary.LoadNote(QStringLiteral("0101"));
+    EXPECT_TRUE(world.store.diary.NoteBuffer.IsBlank());
+    EXPECT_EQ(world.store.calender.ColourList[0].Red, -25);
+    QString font;
+    qint16 size = 0;
+    world.calender.GetFont(font, size);
+    EXPECT_EQ(font, QStringLiteral("Arial"));
+    EXPECT_EQ(size, 9);
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane"));
+    EXPECT_FALSE(world.store.module1.CalendarDirty);
+    EXPECT_EQ(world.window.Replacements, 1);
+}
+
+TEST_F(DocumentCommandsTest, NewWithoutChangesAsksNothing) {
+    world.commands.FileNew();
+    EXPECT_TRUE(Messages().Shown.isEmpty());
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane"));
+}
+
+TEST_F(DocumentCommandsTest, OpenShowsTheOpenDialogAndCancelDoesNothing) {
+    world.commands.FileOpen();
+    EXPECT_EQ(Dialogs().Shown,
+              (QList<FileDialogRequest>{
+                  {FileDialogKind::Open, QStringLiteral("Open"), QString(), kFilter}}));
+    EXPECT_TRUE(Messages().Shown.isEmpty());
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane v1.0"));
+    EXPECT_EQ(world.window.Starts, 1);
+    EXPECT_EQ(world.window.Ends, 1);
+}
+
+TEST_F(DocumentCommandsTest, OpenLoadsWithoutAskingAboutChanges) {
+    const QString path = world.PathOf(QStringLiteral("plans.cal"));
+    ASSERT_TRUE(WriteFile(path, OneTitleFile("Loaded")));
+    world.store.module1.CalendarDirty = true;
+    Dialogs().Choose(path);
+    world.commands.FileOpen();
+
+    EXPECT_TRUE(Messages().Shown.isEmpty());
+    EXPECT_EQ(Title(1, 2), QStringLiteral("Loaded"));
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane - plans.cal"));
+    EXPECT_FALSE(world.store.module1.CalendarDirty);
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], path);
+    EXPECT_EQ(world.window.Menu.Items[1].Caption, QStringLiteral("1)plans.cal"));
+    EXPECT_TRUE(world.window.Menu.SeparatorVisible);
+    EXPECT_EQ(world.window.Statuses.last(), QStringLiteral("Successful Load"));
+    EXPECT_EQ(world.window.Replacements, 1);
+}
+
+TEST_F(DocumentCommandsTest, LoadingDrawsTheMonthOnce) {
+    CalendarFileLines file = CalendarFileLines::Empty();
+    for (int slot = 91; slot >= 61; --slot) {  // every day of March, the month shown
+        file.FillSlot(slot, {" 1 ", "Busy", "0,0,0,0,0", "0,0,0,0,0", " 0 ", " 0 "});
+    }
+    const QString path = world.PathOf(QStringLiteral("march.cal"));
+    ASSERT_TRUE(WriteFile(path, file.Bytes()));
+    const int before = world.view.surface.clears;
+    ASSERT_TRUE(world.commands.LoadFile(path));
+    EXPECT_EQ(world.view.surface.clears, before + 1);
+    EXPECT_EQ(world.view.CellTexts(5, 6), (std::vector<QString>{"31", "Busy"}));
+}
+
+TEST_F(DocumentCommandsTest, LoadingAppliesTheViewFlagsOfTheFile) {
+    CalendarFileLines file = CalendarFileLines::Empty();
+    file.lines[3] = " 0 ";
+    const QString path = world.PathOf(QStringLiteral("flags.cal"));
+    ASSERT_TRUE(WriteFile(path, file.Bytes()));
+    ASSERT_TRUE(world.commands.LoadFile(path));
+    EXPECT_EQ(world.window.ToolsToggles, 1);
+    EXPECT_EQ(world.window.CalenderToggles, 0);
+    EXPECT_FALSE(world.window.Tools);
+}
+
+TEST_F(DocumentCommandsTest, SaveAsWritesTheFileAndNamesTheWindowAfterIt) {
+    world.EditDate(1, 2, QStringLiteral("Saved"));
+    world.store.module1.CalendarDirty = true;
+    const QString path = world.PathOf(QStringLiteral("saved.cal"));
+    Dialogs().Choose(path);
+    world.commands.FileSaveAs();
+
+    EXPECT_EQ(Dialogs().Shown.first(),
+              (FileDialogRequest{FileDialogKind::Save, QStringLiteral("Save Calender"), QString(),
+                                 kFilter}));
+    EXPECT_TRUE(Messages().Shown.isEmpty());
+    EXPECT_EQ(ReadFile(path), OneTitleFile("Saved"));
+    EXPECT_FALSE(world.store.module1.CalendarDirty);
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane - saved.cal"));
+    EXPECT_EQ(world.window.Statuses.last(), QStringLiteral("Successful Save"));
+    EXPECT_EQ(world.window.Statuses.first(), QStringLiteral("Saving 8%"));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], path);
+}
+
+TEST_F(DocumentCommandsTest, SaveAsCancelledDoesNothing) {
+    world.store.module1.CalendarDirty = true;
+    world.commands.FileSaveAs();
+    EXPECT_TRUE(world.store.module1.CalendarDirty);
+    EXPECT_TRUE(world.window.Statuses.isEmpty());
+    EXPECT_EQ(world.window.Ends, 1);
+}
+
+TEST_F(DocumentCommandsTest, SaveAsOverAnExistingFileAsksFirst) {
+    const QString path = world.PathOf(QStringLiteral("old.cal"));
+    ASSERT_TRUE(WriteFile(path, "old contents"));
+    Dialogs().Choose(path);
+    Messages().Answer(MessageAnswer::No);
+    world.commands.FileSaveAs();
+    EXPECT_EQ(
+        Messages().Shown,
+        (QList<MessageBoxRequest>{Question(QStringLiteral("File exists - do you wish to replace"),
+                                           QStringLiteral("Watch out ***"))}));
+    EXPECT_EQ(ReadFile(path), QByteArray("old contents"));
+
+    Dialogs().Choose(path);
+    Messages().Answer(MessageAnswer::Yes);
+    world.commands.FileSaveAs();
+    EXPECT_TRUE(ReadFile(path).startsWith("Marrowby Kelvane 2000 File\r\n"));
+}
+
+TEST_F(DocumentCommandsTest, SaveAsWhereNoFileCanBeMadeSaysSo) {
+    world.store.module1.CalendarDirty = true;
+    Dialogs().Choose(world.PathOf(QStringLiteral("no such folder/x.cal")));
+    world.commands.FileSaveAs();
+    EXPECT_EQ(Messages().Shown, (QList<MessageBoxRequest>{Critical(QStringLiteral(
+                                    "Could not create file - try different filename"))}));
+    EXPECT_TRUE(world.store.module1.CalendarDirty);
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane v1.0"));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], QString());
+}
+
+// Lets a test make every write past a size fail, as a full disk would.
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(rlim_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &saved_);
+        rlimit limit = saved_;
+        limit.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &saved_);
+        std::signal(SIGXFSZ, SIG_DFL);
+    }
+
+  private:
+    rlimit saved_{};
+};
+
+TEST_F(DocumentCommandsTest, ASaveThatFailsHalfWayLeavesTheOldFileWhole) {
+    const QString path = world.PathOf(QStringLiteral("whole.cal"));
+    const QByteArray old = OneTitleFile("Old");
+    ASSERT_TRUE(WriteFile(path, old));
+    for (qint16 day = 1; day <= 31; ++day) {
+        world.EditDate(1, day, QString(200, QLatin1Char('x')), 39);
+    }
+    world.store.module1.CalendarDirty = true;
+    Dialogs().Choose(path);
+    Messages().Answer(MessageAnswer::Yes);
+    {
+        FileSizeLimit limit(8192);
+        world.commands.FileSaveAs();
+    }
+    EXPECT_EQ(ReadFile(path), old);
+    ASSERT_EQ(Messages().Shown.size(), 2);
+    EXPECT_EQ(Messages().Shown[1],
+              Critical(QStringLiteral("Could not create file - try different filename")));
+    EXPECT_TRUE(world.store.module1.CalendarDirty);
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane v1.0"));
+    EXPECT_EQ(QDir(world.PathOf(QString())).entryList(QDir::Files | QDir::Hidden).filter(".cal"),
+              QStringList{QStringLiteral("whole.cal")});
+}
+
+TEST_F(DocumentCommandsTest, AMissingFileSaysSoAndChangesNothing) {
+    world.commands.LoadFile(world.PathOf(QStringLiteral("missing.cal")));
+    EXPECT_EQ(Messages().Shown,
+              (QList<MessageBoxRequest>{Critical(QStringLiteral("File dosen't exist"))}));
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane v1.0"));
+}
+
+TEST_F(DocumentCommandsTest, AFileWithAnotherHeaderIsNotRecognised) {
+    const QString path = world.PathOf(QStringLiteral("other.cal"));
+    QByteArray bytes = OneTitleFile("x");
+    bytes.replace("Marrowby Kelvane 2000 File", "MARROWBY KELVANE 2000 FILE");
+    ASSERT_TRUE(WriteFile(path, bytes));
+    world.store.module1.CalendarDirty = true;
+    EXPECT_FALSE(world.commands.LoadFile(path));
+    EXPECT_EQ(Messages().Shown,
+              (QList<MessageBoxRequest>{Critical(QStringLiteral("Don't recognize file"))}));
+    EXPECT_TRUE(world.store.module1.CalendarDirty);
+    EXPECT_EQ(Title(1, 2), QString());
+}
+
+TEST_F(DocumentCommandsTest, ADamagedFileNamesItsLineAndChangesNothing) {
+    world.EditDate(1, 2, QStringLiteral("Mine"), 1, QStringLiteral("my note"));
+    world.commands.AddRecentFile(QStringLiteral("/earlier.cal"));
+    world.store.module1.CalendarDirty = true;
+    world.window.Caption = QStringLiteral("Kelvane - earlier.cal");
+    const ColourListTable colours = world.store.calender.ColourList;
+
+    CalendarFileLines file = CalendarFileLines::Empty();
+    file.lines[1] = " -1 ";  // would make the year a common one
+    file.lines[7] = "Changed";
+    file.FillSlot(3, {" 1 ", "Bad", "0,0,0,0,0", "0,0,0,0,0", " 2 ", "One", "10,0", "9,0", "Two",
+                      "ten,0", "9,0", " 0 "});
+    file.FillSlot(2, {" 1 ", "Theirs", "0,0,0,0,0", "0,0,0,0,0", " 0 ", " 0 "});
+    const QString path = world.PathOf(QStringLiteral("damaged.cal"));
+    ASSERT_TRUE(WriteFile(path, file.Bytes()));
+
+    EXPECT_FALSE(world.commands.LoadFile(path));
+    EXPECT_EQ(Messages().Shown,
+              (QList<MessageBoxRequest>{Critical(QStringLiteral("File is damaged - line 66"))}));
+    EXPECT_EQ(Title(1, 2), QStringLiteral("Mine"));
+    EXPECT_EQ(Title(1, 3), QString());
+    EXPECT_EQ(world.calender.gLeapYear(), 1);
+    EXPECT_EQ(world.store.calender.ColourList, colours);
+    EXPECT_TRUE(world.store.module1.CalendarDirty);
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane - earlier.cal"));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], QStringLiteral("/earlier.cal"));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[2], QString());
+    world.store.appointments.LoadAppointments(QStringLiteral("0102"));
+    EXPECT_EQ(world.store.appointments.CountAppointments(), 1);
+    world.store.diary.LoadNote(QStringLiteral("0102"));
+    EXPECT_EQ(world.store.diary.NoteBuffer.Trimmed(), QStringLiteral("my note"));
+    EXPECT_TRUE(world.window.Statuses.isEmpty());
+}
+
+TEST_F(DocumentCommandsTest, AFolderIsNotACalendarFile) {
+    world.commands.LoadFile(world.PathOf(QString()));
+    ASSERT_EQ(Messages().Shown.size(), 1);
+    EXPECT_EQ(Messages().Shown[0].Icon, MessageIcon::Critical);
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane v1.0"));
+}
+
+TEST_F(DocumentCommandsTest, ARecentItemWithChangesAsksBeforeLoading) {
+    const QString path = world.PathOf(QStringLiteral("recent.cal"));
+    ASSERT_TRUE(WriteFile(path, OneTitleFile("Recent")));
+    world.commands.AddRecentFile(path);
+    world.store.module1.CalendarDirty = true;
+    Messages().Answer(MessageAnswer::No);
+    world.commands.FileRecent(1);
+    EXPECT_EQ(Messages().Shown, (QList<MessageBoxRequest>{Question(
+                                    QStringLiteral("Changes have been made to document - proceed"),
+                                    QStringLiteral("oops!"))}));
+    EXPECT_EQ(Title(1, 2), QString());
+
+    Messages().Answer(MessageAnswer::Yes);
+    world.commands.FileRecent(1);
+    EXPECT_EQ(Title(1, 2), QStringLiteral("Recent"));
+    EXPECT_EQ(world.window.Starts, world.window.Ends);
+}
+
+TEST_F(DocumentCommandsTest, ARecentFileThatWasDeletedSaysSoAndTheListStays) {
+    const QString first = world.PathOf(QStringLiteral("first.cal"));
+    const QString second = world.PathOf(QStringLiteral("second.cal"));
+    world.commands.AddRecentFile(first);
+    world.commands.AddRecentFile(second);
+    world.commands.FileRecent(2);
+    EXPECT_EQ(Messages().Shown,
+              (QList<MessageBoxRequest>{Critical(QStringLiteral("File dosen't exist"))}));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], second);
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[2], first);
+}
+
+TEST_F(DocumentCommandsTest, RecentItemsOutsideOneToFourAreIgnored) {
+    world.commands.FileRecent(0);
+    world.commands.FileRecent(5);
+    EXPECT_TRUE(Messages().Shown.isEmpty());
+    EXPECT_EQ(world.window.Starts, 0);
+}
+
+TEST_F(DocumentCommandsTest, TheRecentListIsKeptInFourLinesBesideTheProgram) {
+    world.commands.AddRecentFile(QStringLiteral("/a/one.cal"));
+    world.commands.AddRecentFile(QStringLiteral("/a/two.cal"));
+    world.commands.SaveRecentList();
+    EXPECT_EQ(world.commands.RecentListFileName(), world.PathOf(QStringLiteral("~tmpFileList")));
+    EXPECT_EQ(ReadFile(world.commands.RecentListFileName()),
+              QByteArray("/a/two.cal\r\n/a/one.cal\r\n\r\n\r\n"));
+
+    DocumentWorld later;
+    ASSERT_TRUE(WriteFile(later.commands.RecentListFileName(),
+                          ReadFile(world.commands.RecentListFileName())));
+    later.commands.LoadRecentList();
+    EXPECT_EQ(later.commands.RecentFiles().RecentFiles[1], QStringLiteral("/a/two.cal"));
+    EXPECT_EQ(later.commands.RecentFiles().RecentFiles[2], QStringLiteral("/a/one.cal"));
+    EXPECT_EQ(later.window.Menu.Items[2].Caption, QStringLiteral("2)one.cal"));
+    EXPECT_FALSE(later.window.Menu.Items[3].Visible);
+}
+
+TEST_F(DocumentCommandsTest, AMissingOrShortRecentListGivesWhatThereIs) {
+    world.commands.AddRecentFile(QStringLiteral("/stale.cal"));
+    world.commands.LoadRecentList();
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], QString());
+    EXPECT_FALSE(world.window.Menu.SeparatorVisible);
+
+    ASSERT_TRUE(WriteFile(world.commands.RecentListFileName(), "/only.cal"));
+    world.commands.LoadRecentList();
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], QStringLiteral("/only.cal"));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[2], QString());
+}
+
+TEST_F(DocumentCommandsTest, FileExistsOnlyForFilesThatOpen) {
+    const QString path = world.PathOf(QStringLiteral("here.cal"));
+    ASSERT_TRUE(WriteFile(path, "x"));
+    EXPECT_TRUE(DocumentCommands::FileExists(path));
+    EXPECT_FALSE(DocumentCommands::FileExists(world.PathOf(QStringLiteral("nowhere.cal"))));
+    EXPECT_FALSE(DocumentCommands::FileExists(QString()));
+}
+
+}  // namespace
+}  // namespace kelvane
