@@ -30,8 +30,11 @@ class InterimWindow final : public QMainWindow, public DocumentWindow {
     void ShowRecentMenu(const RecentMenu& menu) override;
     bool ToolsShown() const override { return toolsShown_; }
     void ToggleTools() override { toolsShown_ = !toolsShown_; }
-    bool CalenderShown() const override { return view_->isVisible(); }
-    void ToggleCalender() override { view_->setVisible(!view_->isVisible()); }
+    bool CalenderShown() const override { return calenderShown_; }
+    void ToggleCalender() override {
+        calenderShown_ = !calenderShown_;
+        view_->setVisible(calenderShown_);
+    }
     void DocumentReplaced() override {}
 
   private:
@@ -44,6 +47,7 @@ class InterimWindow final : public QMainWindow, public DocumentWindow {
     std::array<QAction*, RecentFileCount> recentItems_{};
     QAction* recentSeparator_ = nullptr;
     bool toolsShown_ = true;
+    bool calenderShown_ = true;
 };
 
 }  // namespace kelvane

@@ -12,55 +12,21 @@ namespace kelvane {
 
 namespace {
 
-bool Fits16(qint32 value) {
-    return value >= std::numeric_limits<qint16>::min() &&
-           value <= std::numeric_limits<qint16>::max();
-}
-
-bool RejectOutOfRange(LineReader& in) {
-    return in.Reject(QStringLiteral("a number from -32768 to 32767 was expected"));
-}
-
-bool ReadNumber16(LineReader& in, qint16& value) {
-    qint32 number = 0;
-    if (!in.ReadNumber(number)) {
-        return false;
-    }
-    if (!Fits16(number)) {
-        return RejectOutOfRange(in);
-    }
-    value = static_cast<qint16>(number);
-    return true;
-}
+constexpr qsizetype kLongestFontName = 255;
 
 bool ReadFlag(LineReader& in, bool& flag) {
     qint16 number = 0;
-    if (!ReadNumber16(in, number)) {
+    if (!in.ReadNumber16(number)) {
         return false;
     }
     flag = NumberToFlag(number);
     return true;
 }
 
-template <std::size_t N>
-bool ReadValues16(LineReader& in, std::array<qint16, N>& values) {
-    std::array<qint32, N> numbers{};
-    if (!in.ReadValueList(numbers)) {
-        return false;
-    }
-    for (std::size_t i = 0; i < N; ++i) {
-        if (!Fits16(numbers[i])) {
-            return RejectOutOfRange(in);
-        }
-        values[i] = static_cast<qint16>(numbers[i]);
-    }
-    return true;
-}
-
 // Absolute, Enabled, Red, Green, Blue.
 bool ReadColour(LineReader& in, ColourChoice& colour) {
     std::array<qint16, 5> values{};
-    if (!ReadValues16(in, values)) {
+    if (!in.ReadValueList16(values)) {
         return false;
     }
     colour = ColourChoice{values[2], values[3], values[4], NumberToFlag(values[0]),
@@ -70,7 +36,7 @@ bool ReadColour(LineReader& in, ColourChoice& colour) {
 
 bool ReadClockTime(LineReader& in, ClockTime& time) {
     std::array<qint16, 2> values{};
-    if (!ReadValues16(in, values)) {
+    if (!in.ReadValueList16(values)) {
         return false;
     }
     time = ClockTime{values[0], values[1]};
@@ -78,11 +44,13 @@ bool ReadClockTime(LineReader& in, ClockTime& time) {
 }
 
 bool ReadSettings(LineReader& in, CalendarFileSettings& settings) {
-    if (!ReadNumber16(in, settings.Year) || !ReadNumber16(in, settings.FirstDay) ||
+    if (!in.ReadNumber16(settings.Year) || !in.ReadNumber16(settings.FirstDay) ||
         !ReadFlag(in, settings.ToolsShown) || !ReadFlag(in, settings.CalenderShown) ||
-        !in.ReadLine(settings.FontName) || !ReadNumber16(in, settings.FontSize)) {
+        !in.ReadLine(settings.FontName) || !in.ReadNumber16(settings.FontSize)) {
         return false;
     }
+    // No installed font has a longer name; a longer line is not worth keeping.
+    settings.FontName.truncate(kLongestFontName);
     for (ColourListItem& item : settings.ColourList) {
         QString name;
         ColourChoice colour;
@@ -98,12 +66,12 @@ bool ReadSettings(LineReader& in, CalendarFileSettings& settings) {
 // A schedule count below 1 means no entries; entries past the 40 a date can
 // hold are read over so that the dates after it still line up.
 bool ReadSchedule(LineReader& in, std::vector<Appointment>& schedule) {
-    qint32 count = 0;
-    if (!in.ReadNumber(count)) {
+    qint16 count = 0;
+    if (!in.ReadNumber16(count)) {
         return false;
     }
-    schedule.reserve(static_cast<std::size_t>(std::clamp(count, 0, MaxAppointmentsPerDate)));
-    for (qint32 i = 0; i < count; ++i) {
+    schedule.reserve(static_cast<std::size_t>(std::clamp<int>(count, 0, MaxAppointmentsPerDate)));
+    for (int i = 0; i < count; ++i) {
         QString description;
         Appointment entry;
         if (!in.ReadLine(description) || !ReadClockTime(in, entry.EndTime) ||

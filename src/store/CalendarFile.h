@@ -71,8 +71,8 @@ void WriteCalendarSettings(LineWriter& out, const CalendarFileSettings& settings
 // One day slot: the single line "0" for a date without content, else the
 // trimmed title, both colours, the schedule and the note section.
 void WriteDaySlot(LineWriter& out, const CalendarFileDate* date);
-// A whole file from its content; slots that `content` leaves out are written
-// as having no content.
+// A whole file from its content, whose dates are in calendar order; slots that
+// `content` leaves out are written as having no content.
 void WriteCalendarFile(LineWriter& out, const CalendarFileContent& content);
 
 }  // namespace kelvane

@@ -50,16 +50,16 @@ void WriteNoteSection(LineWriter& out, const QString& note) {
 }
 
 bool ReadNoteSection(LineReader& in, QString& note) {
-    qint32 present = 0;
-    if (!in.ReadNumber(present)) {
+    qint16 present = 0;
+    if (!in.ReadNumber16(present)) {
         return false;
     }
     if (present < 1) {
         note.clear();
         return true;
     }
-    qint32 breaks = 0;
-    if (!in.ReadNumber(breaks)) {
+    qint16 breaks = 0;
+    if (!in.ReadNumber16(breaks)) {
         return false;
     }
     if (breaks < 0) {
@@ -67,7 +67,7 @@ bool ReadNoteSection(LineReader& in, QString& note) {
     }
     QString text;
     QString line;
-    for (qint64 i = 0; i <= breaks; ++i) {
+    for (int i = 0; i <= breaks; ++i) {
         if (!in.ReadLine(line)) {
             return false;
         }

@@ -1,6 +1,7 @@
 #include "store/DocumentCommands.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include "store/DocumentFile.h"
 #include "store/LineReader.h"
@@ -28,9 +29,34 @@ class FileCommandScope {
     DocumentWindow& window_;
 };
 
-bool ReadWholeFile(const QString& fileName, QByteArray& bytes) {
+// Far more than a year of the longest dates takes; anything larger is no
+// calendar file and is not read into memory.
+constexpr qint64 kLargestFile = 256 * 1024 * 1024;
+// Enough of a file's start to hold its first line.
+constexpr qint64 kHeaderBytes = 4096;
+
+bool StartsWithHeader(QFile& file) {
+    LineReader in(file.peek(kHeaderBytes));
+    QString header;
+    return in.ReadLine(header) && header == CalendarFileHeader;
+}
+
+// The whole of a file that starts like a calendar file; false for any other.
+bool ReadCalendarBytes(const QString& fileName, QByteArray& bytes) {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestFile || !StartsWithHeader(file)) {
+        return false;
+    }
+    bytes = file.readAll();
+    return file.error() == QFileDevice::NoError;
+}
+
+// Four file names of any length the system allows.
+constexpr qint64 kLargestRecentList = 64 * 1024;
+
+bool ReadRecentListBytes(const QString& fileName, QByteArray& bytes) {
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestRecentList) {
         return false;
     }
     bytes = file.readAll();
@@ -146,7 +172,7 @@ bool DocumentCommands::LoadFile(const QString& fileName) {
     }
     QByteArray bytes;
     CalendarFileContent content;
-    const bool read = ReadWholeFile(fileName, bytes);
+    const bool read = ReadCalendarBytes(fileName, bytes);
     const CalendarFileReport report = ReadCalendarFile(bytes, content);
     if (!read || report.Status == CalendarFileStatus::Unrecognized) {
         ShowCritical(QStringLiteral("Don't recognize file"));
@@ -203,7 +229,7 @@ QString DocumentCommands::RecentListFileName() const {
 void DocumentCommands::LoadRecentList() {
     recent_.Clear();
     QByteArray bytes;
-    if (ReadWholeFile(RecentListFileName(), bytes)) {
+    if (FileExists(RecentListFileName()) && ReadRecentListBytes(RecentListFileName(), bytes)) {
         LineReader in(bytes);
         for (int index = 1; index <= RecentFileCount; ++index) {
             QString name;
@@ -230,8 +256,10 @@ void DocumentCommands::SaveRecentList() {
     }
 }
 
+// Regular files only: a folder holds no calendar, and opening a pipe or a
+// device could wait for ever.
 bool DocumentCommands::FileExists(const QString& fileName) {
-    if (fileName.isEmpty()) {
+    if (fileName.isEmpty() || !QFileInfo(fileName).isFile()) {
         return false;
     }
     QFile file(fileName);

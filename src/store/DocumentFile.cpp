@@ -89,6 +89,7 @@ void ApplyDocument(Store& store, MonthViewControl& monthView, const CalendarFile
     monthView.SetFont(settings.FontName, settings.FontSize);
     store.calender.ColourList = settings.ColourList;
 
+    // The reader gives the dates in calendar order.
     auto next = content.Dates.begin();
     for (qint16 month = 1; month <= 12; ++month) {
         for (; next != content.Dates.end() && next->Month == month; ++next) {

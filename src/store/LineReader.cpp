@@ -4,6 +4,8 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <array>
+#include <limits>
 #include <optional>
 
 #include "store/Conversions.h"
@@ -150,6 +152,37 @@ bool LineReader::ReadValueList(std::span<qint32> values) {
             return false;
         }
         start = end + 1;
+    }
+    return true;
+}
+
+bool LineReader::Narrow(qint32 number, qint16& value) {
+    if (number < std::numeric_limits<qint16>::min() ||
+        number > std::numeric_limits<qint16>::max()) {
+        return Fail(lineNumber_, QStringLiteral("a number from -32768 to 32767 was expected"));
+    }
+    value = static_cast<qint16>(number);
+    return true;
+}
+
+bool LineReader::ReadNumber16(qint16& value) {
+    qint32 number = 0;
+    return ReadNumber(number) && Narrow(number, value);
+}
+
+bool LineReader::ReadValueList16(std::span<qint16> values) {
+    std::array<qint32, 8> numbers{};
+    if (values.size() > numbers.size()) {
+        return Fail(lineNumber_ + 1, QStringLiteral("too many numbers asked for"));
+    }
+    const std::span<qint32> wanted(numbers.data(), values.size());
+    if (!ReadValueList(wanted)) {
+        return false;
+    }
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (!Narrow(wanted[i], values[i])) {
+            return false;
+        }
     }
     return true;
 }

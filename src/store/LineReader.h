@@ -22,6 +22,9 @@ class LineReader {
     bool ReadNumber(qint32& value);
     // A value list: exactly values.size() numbers separated by commas.
     bool ReadValueList(std::span<qint32> values);
+    // The same for 16-bit fields: a number outside -32768..32767 is a failure.
+    bool ReadNumber16(qint16& value);
+    bool ReadValueList16(std::span<qint16> values);
 
     bool AtEnd() const { return position_ >= content_.size(); }
     // The number of the last line read, 1 for the first line.
@@ -41,6 +44,7 @@ class LineReader {
     // The next line's bytes without the line end.
     bool NextLine(QByteArrayView& bytes);
     bool ReadNumberText(QByteArrayView bytes, qint32& value);
+    bool Narrow(qint32 number, qint16& value);
 
     QByteArray content_;
     qsizetype position_ = 0;

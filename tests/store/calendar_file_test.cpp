@@ -201,8 +201,24 @@ TEST(CalendarFileReader, ANegativeScheduleCountMeansNoEntries) {
 TEST(CalendarFileReader, AHugeScheduleCountRunsIntoTheEndOfTheFile) {
     CalendarFileLines file = CalendarFileLines::Empty();
     file.FillSlot(366,
-                  {" 1 ", "Last", "0,0,0,0,0", "0,0,0,0,0", " 100000 ", "Walk", "10,30", "9,0"});
+                  {" 1 ", "Last", "0,0,0,0,0", "0,0,0,0,0", " 30000 ", "Walk", "10,30", "9,0"});
     EXPECT_EQ(DamagedLine(file.Bytes()), file.lines.size() + 1);
+}
+
+TEST(CalendarFileReader, ACountBeyondSixteenBitsIsDamageOnItsOwnLine) {
+    CalendarFileLines file = CalendarFileLines::Empty();
+    file.FillSlot(
+        1, {" 1 ", "First", "0,0,0,0,0", "0,0,0,0,0", " 100000 ", "Walk", "10,30", "9,0", " 0 "});
+    EXPECT_EQ(DamagedLine(file.Bytes()), CalendarFileLines::FirstSlotLine + 4);
+    file = CalendarFileLines::Empty();
+    file.FillSlot(1, {" 1 ", "First", "0,0,0,0,0", "0,0,0,0,0", " 0 ", " 1 ", " 40000 ", "x"});
+    EXPECT_EQ(DamagedLine(file.Bytes()), CalendarFileLines::FirstSlotLine + 6);
+}
+
+TEST(CalendarFileReader, CutsALongFontName) {
+    CalendarFileLines file = CalendarFileLines::Empty();
+    file.lines[5] = QByteArray(1000, 'F');
+    EXPECT_EQ(ReadOk(file.Bytes()).Settings.FontName, QString(255, QLatin1Char('F')));
 }
 
 TEST(CalendarFileReader, KeepsFortyEntriesAndReadsPastTheRest) {

@@ -159,7 +159,8 @@ TEST(NoteSection, DamageIsReportedWithItsLine) {
         {" 1 \r\nmany\r\n", 2},               // break count not a number
         {" 1 \r\n-1 \r\n", 2},                // a negative break count
         {" 1 \r\n 2 \r\none\r\ntwo\r\n", 5},  // ends before the last line
-        {" 1 \r\n 100000 \r\nonly\r\n", 4},
+        {" 1 \r\n 30000 \r\nonly\r\n", 4},    // ends long before the last line
+        {" 1 \r\n 100000 \r\nonly\r\n", 2},   // a break count beyond 16 bits
     };
     for (const DamagedSection& damaged : cases) {
         LineReader in{QByteArray(damaged.bytes)};

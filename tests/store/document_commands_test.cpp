@@ -4,6 +4,7 @@
 #include <QFile>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <csignal>
 
 #include "support/CalendarFileLines.h"
@@ -389,6 +390,80 @@ TEST_F(DocumentCommandsTest, FileExistsOnlyForFilesThatOpen) {
     EXPECT_TRUE(DocumentCommands::FileExists(path));
     EXPECT_FALSE(DocumentCommands::FileExists(world.PathOf(QStringLiteral("nowhere.cal"))));
     EXPECT_FALSE(DocumentCommands::FileExists(QString()));
+}
+
+// The number the next file opened would get.
+qint16 NextFileNumber(FileNumbers& numbers) {
+    const qint16 number = numbers.Take();
+    numbers.Release(number);
+    return number;
+}
+
+TEST_F(DocumentCommandsTest, EverySaveGivesItsFileNumberBack) {
+    FileNumbers& numbers = world.store.module1.Files;
+    const qint16 next = NextFileNumber(numbers);
+    Dialogs().Choose(world.PathOf(QStringLiteral("a.cal")));
+    world.commands.FileSaveAs();
+    EXPECT_EQ(NextFileNumber(numbers), next);
+    Dialogs().Choose(world.PathOf(QStringLiteral("missing folder/b.cal")));
+    world.commands.FileSaveAs();
+    EXPECT_EQ(NextFileNumber(numbers), next);
+    world.commands.FileSaveAs();  // cancelled
+    world.commands.SaveRecentList();
+    EXPECT_EQ(NextFileNumber(numbers), next);
+}
+
+TEST_F(DocumentCommandsTest, ADamagedRecentFileLeavesTheListInItsOrder) {
+    const QString damaged = world.PathOf(QStringLiteral("damaged.cal"));
+    ASSERT_TRUE(WriteFile(damaged, "Marrowby Kelvane 2000 File\r\n 2000 \r\n"));
+    world.commands.AddRecentFile(damaged);
+    world.commands.AddRecentFile(QStringLiteral("/newer.cal"));
+    world.commands.FileRecent(2);
+    EXPECT_EQ(Messages().Shown,
+              (QList<MessageBoxRequest>{Critical(QStringLiteral("File is damaged - line 3"))}));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], QStringLiteral("/newer.cal"));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[2], damaged);
+}
+
+TEST_F(DocumentCommandsTest, APipeIsNeitherOpenedNorWaitedFor) {
+    const QString pipe = world.PathOf(QStringLiteral("pipe.cal"));
+    ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    EXPECT_FALSE(DocumentCommands::FileExists(pipe));
+    EXPECT_FALSE(world.commands.LoadFile(pipe));
+    EXPECT_EQ(Messages().Shown,
+              (QList<MessageBoxRequest>{Critical(QStringLiteral("File dosen't exist"))}));
+}
+
+TEST_F(DocumentCommandsTest, AHugeFileIsNotReadIntoMemory) {
+    const QString path = world.PathOf(QStringLiteral("huge.cal"));
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(CalendarFileLines::Empty().Bytes());
+        ASSERT_TRUE(file.resize(300LL * 1024 * 1024));  // sparse: costs no disk
+    }
+    EXPECT_FALSE(world.commands.LoadFile(path));
+    EXPECT_EQ(Messages().Shown,
+              (QList<MessageBoxRequest>{Critical(QStringLiteral("Don't recognize file"))}));
+}
+
+// Windows' rules, wherever the tests run.
+class WindowsDocumentCommandsTest : public ::testing::Test {
+  protected:
+    DocumentWorld world{2000, 3, 15, WindowsFileNameRules()};
+};
+
+TEST_F(WindowsDocumentCommandsTest, SavingThenLoadingInAnotherCaseKeepsOneEntry) {
+    const QString saved = world.PathOf(QStringLiteral("Data.cal"));
+    world.world.platform.FileDialog.Choose(saved);
+    world.commands.FileSaveAs();
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane - Data.cal"));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], saved.toUpper());
+
+    world.commands.AddRecentFile(world.PathOf(QStringLiteral("DATA.cal")).toLower());
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], saved.toUpper());
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[2], QString());
+    EXPECT_EQ(world.window.Menu.Items[1].Caption, QStringLiteral("1)DATA.CAL"));
 }
 
 }  // namespace
