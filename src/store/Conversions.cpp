@@ -1,7 +1,5 @@
 #include "store/Conversions.h"
 
-#include <QStringList>
-
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -148,19 +146,6 @@ qint16 Val16(const QString& text) {
 QString Str(qint64 value) {
     const QString digits = QString::number(value);
     return value < 0 ? digits : QLatin1Char(' ') + digits;
-}
-
-QString PrintNumber(qint64 value) {
-    return Str(value) + QLatin1Char(' ');
-}
-
-QString WriteValueList(std::initializer_list<qint64> values) {
-    QStringList parts;
-    parts.reserve(static_cast<qsizetype>(values.size()));
-    for (qint64 value : values) {
-        parts.append(QString::number(value));
-    }
-    return parts.join(QLatin1Char(','));
 }
 
 QString LTrim(const QString& text) {

@@ -3,12 +3,11 @@
 #include <QString>
 #include <QtGlobal>
 
-#include <initializer_list>
 #include <optional>
 
 // The number and text conversions every part of Kelvane shares: how typed
-// text becomes a number, how numbers are rounded, and the forms numbers take in
-// display lines and in calendar files.
+// text becomes a number, how numbers are rounded, and the form numbers take in
+// display lines.
 namespace kelvane {
 
 // The numeric value at the start of a text. Blanks, tabs and line feeds are
@@ -37,12 +36,6 @@ qint16 Val16(const QString& text);
 // A number as display lines join it: a leading blank for values that are not
 // negative, a minus sign otherwise (" 3", "-3").
 QString Str(qint64 value);
-
-// A number line of a calendar file: Str plus a trailing blank (" 3 ", "-3 ").
-QString PrintNumber(qint64 value);
-
-// A value list of a calendar file: the numbers joined by commas, no blanks ("1,0,255").
-QString WriteValueList(std::initializer_list<qint64> values);
 
 // Blank removal as the document does it: only the space character counts as
 // blank; tabs and line breaks are kept.

@@ -122,19 +122,6 @@ TEST(Str, PutsABlankBeforeNumbersThatAreNotNegative) {
     EXPECT_EQ(Str(40), QStringLiteral(" 40"));
 }
 
-TEST(PrintNumber, AddsATrailingBlank) {
-    EXPECT_EQ(PrintNumber(1), QStringLiteral(" 1 "));
-    EXPECT_EQ(PrintNumber(0), QStringLiteral(" 0 "));
-    EXPECT_EQ(PrintNumber(-12), QStringLiteral("-12 "));
-    EXPECT_EQ(PrintNumber(2026), QStringLiteral(" 2026 "));
-}
-
-TEST(WriteValueList, JoinsWithCommasWithoutBlanks) {
-    EXPECT_EQ(WriteValueList({1, 0, 255, 128, 0}), QStringLiteral("1,0,255,128,0"));
-    EXPECT_EQ(WriteValueList({-25, -5, 20}), QStringLiteral("-25,-5,20"));
-    EXPECT_EQ(WriteValueList({}), QString());
-}
-
 TEST(Trim, RemovesOnlyBlanks) {
     EXPECT_EQ(Trim(QStringLiteral("  a b  ")), QStringLiteral("a b"));
     EXPECT_EQ(Trim(QStringLiteral("\tx\r\n")), QStringLiteral("\tx\r\n"));

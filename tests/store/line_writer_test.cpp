@@ -38,6 +38,18 @@ TEST(LineWriter, WritesTheThreeLineFormsWithCrLf) {
                                         "1,0,255,128,0\r\n"));
 }
 
+TEST(LineWriter, WritesNumbersWithTheirBlanksAndListsWithout) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    LineWriter out(buffer);
+    out.WriteNumber(0);
+    out.WriteNumber(-12);
+    out.WriteValueList({-25, -5, 20});
+    out.WriteValueList({});
+    out.Flush();
+    EXPECT_EQ(buffer.data(), QByteArray(" 0 \r\n-12 \r\n-25,-5,20\r\n\r\n"));
+}
+
 TEST(LineWriter, WritesUtf8) {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
