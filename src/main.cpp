@@ -9,6 +9,7 @@ int main(int argc, char* argv[]) {
     QApplication::setOrganizationName(QStringLiteral("Kelvane"));
 
     kelvane::QtPlatform platform;
-    kelvane::Application application(platform.Services);
-    return application.Run();
+    kelvane::NoStartupDialogs startupDialogs;
+    kelvane::Application application(platform.Services, startupDialogs);
+    return application.Run(kelvane::Application::CommandLineOf(QApplication::arguments()));
 }

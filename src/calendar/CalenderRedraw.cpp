@@ -45,6 +45,10 @@ void Calender::HoldRedraws(bool hold) {
 }
 
 void Calender::Redraw() {
+    // A surface without area shows nothing; its first resize redraws.
+    if (surface_.ScaleWidth() <= 0 || surface_.ScaleHeight() <= 0) {
+        return;
+    }
     surface_.Clear();
     surface_.SetFontBold(true);
     surface_.SetTextColour(surface_.WindowTextColour());

@@ -1,16 +1,19 @@
 #pragma once
 
 #include "gui/FakeFileDialogs.h"
+#include "gui/FakeInstanceGuard.h"
 #include "gui/FakeMessageBoxes.h"
 #include "gui/FakeProgramDirectory.h"
 #include "gui/FakeRandomSource.h"
+#include "gui/FakeSettingsStore.h"
 #include "gui/FakeSystemClock.h"
 #include "gui/Platform.h"
 
 namespace kelvane {
 
 // A scripted outside world for tests: boxes answered from a script, a clock
-// that stands still, repeatable random numbers and a chosen program directory.
+// that stands still, repeatable random numbers, a chosen program directory,
+// settings in memory and no other copy running unless the test says so.
 class FakePlatform {
   public:
     explicit FakePlatform(const QString& programDirectory = QString()) {
@@ -24,8 +27,10 @@ class FakePlatform {
     FakeRandomSource Random;
     FakeProgramDirectory Directory;
     FakeFileDialogs FileDialog;
+    FakeSettingsStore Settings;
+    FakeInstanceGuard Instance;
 
-    Platform Services{Messages, Clock, Random, Directory, FileDialog};
+    Platform Services{Messages, Clock, Random, Directory, FileDialog, Settings, Instance};
 };
 
 }  // namespace kelvane

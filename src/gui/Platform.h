@@ -1,9 +1,11 @@
 #pragma once
 
 #include "gui/FileDialogs.h"
+#include "gui/InstanceGuard.h"
 #include "gui/MessageBoxes.h"
 #include "gui/ProgramDirectory.h"
 #include "gui/RandomSource.h"
+#include "gui/SettingsStore.h"
 #include "gui/SystemClock.h"
 
 namespace kelvane {
@@ -17,6 +19,8 @@ struct Platform {
     RandomSource& Random;
     ProgramDirectory& Directory;
     FileDialogs& FileDialog;
+    SettingsStore& Settings;
+    InstanceGuard& Instance;
 };
 
 }  // namespace kelvane

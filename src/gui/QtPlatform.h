@@ -3,14 +3,17 @@
 #include "gui/MersenneRandomSource.h"
 #include "gui/Platform.h"
 #include "gui/QtFileDialogs.h"
+#include "gui/QtInstanceGuard.h"
 #include "gui/QtMessageBoxes.h"
 #include "gui/QtProgramDirectory.h"
+#include "gui/QtSettingsStore.h"
 #include "gui/QtSystemClock.h"
 
 namespace kelvane {
 
-// The real outside world: Qt's message boxes, the computer's clock and the
-// executable's directory.
+// The real outside world: Qt's message boxes, the computer's clock, the
+// executable's directory, the user's settings and the lock that keeps a second
+// copy from starting.
 class QtPlatform {
   public:
     QtPlatform() = default;
@@ -22,8 +25,10 @@ class QtPlatform {
     MersenneRandomSource Random;
     QtProgramDirectory Directory;
     QtFileDialogs FileDialog;
+    QtSettingsStore Settings;
+    QtInstanceGuard Instance;
 
-    Platform Services{Messages, Clock, Random, Directory, FileDialog};
+    Platform Services{Messages, Clock, Random, Directory, FileDialog, Settings, Instance};
 };
 
 }  // namespace kelvane

@@ -2,32 +2,64 @@
 
 #include <QApplication>
 
-#include "shell/InterimWindow.h"
+#include "shell/frmMain.h"
+#include "store/CalenderMOD.h"
 
 namespace kelvane {
 
-void Application::Start() {
+Application::Application(const Platform& platform, StartupDialogs& dialogs)
+    : platform_(platform), dialogs_(dialogs), store_(platform) {}
+
+Application::~Application() = default;
+
+QString Application::CommandLineOf(const QStringList& arguments) {
+    return arguments.mid(1).join(QLatin1Char(' '));
+}
+
+bool Application::Start(const QString& commandLine) {
+    if (platform_.Instance.AnotherCopyRunning()) {
+        platform_.Messages.Show(QStringLiteral("There is another 'me' running\r"
+                                               "Cannot have more than one 'Kelvane' running"),
+                                MessageButtons::Ok, MessageIcon::Critical);
+        return false;
+    }
+    const QString fileName = Trim(commandLine);
     store_.module1.CalendarDirty = false;
     store_.module1.FillDaysInMonth();
     store_.appointments.InitAppointmentStore();
     store_.diary.InitDiaryStore();
+    BuildColourList(store_.calender.ColourList);
+    if (fileName.isEmpty()) {
+        dialogs_.ShowSplash();
+        CreateMainWindow();
+        dialogs_.CloseSplash();
+        main_->show();
+        dialogs_.ShowTips(main_.get());
+    } else {
+        CreateMainWindow();
+        main_->show();
+        main_->LoadFile(fileName);
+    }
+    return true;
+}
+
+void Application::CreateMainWindow() {
+    main_ = std::make_unique<frmMain>(store_);
+    main_->Form_Load();
 }
 
 void Application::Finish() {
-    store_.appointments.CloseAppointmentStore();
-    store_.diary.CloseDiaryStore();
+    if (main_) {
+        main_->Form_Terminate();
+        main_.reset();
+    }
 }
 
-int Application::Run() {
-    Start();
-    int exitCode = 0;
-    {
-        InterimWindow window(store_);
-        window.resize(640, 480);
-        window.show();
-        exitCode = QApplication::exec();
-        window.Commands().SaveRecentList();
+int Application::Run(const QString& commandLine) {
+    if (!Start(commandLine)) {
+        return 1;
     }
+    const int exitCode = QApplication::exec();
     Finish();
     return exitCode;
 }

@@ -1,28 +1,54 @@
 #pragma once
 
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
 #include "gui/Platform.h"
+#include "shell/StartupDialogs.h"
 #include "store/Store.h"
 
 namespace kelvane {
 
-// The running program: opens the document's temporary stores, shows the main
-// window until it is closed, and closes and deletes the stores again.
+class frmMain;
+
+// The running program: refuses to start beside another copy, opens the
+// document's temporary stores, shows the main window until it is closed, and
+// closes and deletes the stores again.
 class Application {
   public:
-    explicit Application(const Platform& platform) : store_(platform) {}
+    Application(const Platform& platform, StartupDialogs& dialogs);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
 
-    // Runs the program; returns the exit code of the event loop.
-    int Run();
+    // Runs the program; `commandLine` is the name of a calendar file to load,
+    // or empty. Returns the exit code.
+    int Run(const QString& commandLine);
 
-    Store& Document() { return store_; }
-
-    // The start-up's own work before any window shows.
-    void Start();
-    // The orderly end: the temporary files are closed and deleted.
+    // The start-up: false when another copy runs, and then nothing is opened.
+    // Otherwise the main window is shown, with the file of the trimmed
+    // command line loaded into it.
+    bool Start(const QString& commandLine);
+    // The end once the main window has closed.
     void Finish();
 
+    Store& Document() { return store_; }
+    // The main window between Start and Finish.
+    frmMain* MainWindow() { return main_.get(); }
+
+    // The command line as one text: the arguments after the program's name,
+    // joined by blanks.
+    static QString CommandLineOf(const QStringList& arguments);
+
   private:
+    void CreateMainWindow();
+
+    const Platform& platform_;
+    StartupDialogs& dialogs_;
     Store store_;
+    std::unique_ptr<frmMain> main_;
 };
 
 }  // namespace kelvane

@@ -69,6 +69,44 @@ TEST(FakeRandomSource, GivesTheScriptThenARepeatableSequence) {
     EXPECT_EQ(first.Seeds, QList<std::uint32_t>{7});
 }
 
+TEST(FakeSettingsStore, GivesWhatTheTestPutThereOrTheDefault) {
+    FakeSettingsStore fake;
+    fake.Values.insert(FakeSettingsStore::Key(QStringLiteral("Kelvane"), QStringLiteral("Settings"),
+                                              QStringLiteral("Font")),
+                       QStringLiteral("Courier"));
+    const SettingsStore& settings = fake;
+    EXPECT_EQ(settings.GetSetting(QStringLiteral("Kelvane"), QStringLiteral("Settings"),
+                                  QStringLiteral("Font"), QStringLiteral("Arial")),
+              QStringLiteral("Courier"));
+    EXPECT_EQ(settings.GetSetting(QStringLiteral("Kelvane"), QStringLiteral("Other"),
+                                  QStringLiteral("Font"), QStringLiteral("Arial")),
+              QStringLiteral("Arial"));
+    EXPECT_EQ(fake.Saves, 0);
+}
+
+TEST(FakeSettingsStore, KeepsAndCountsWhatIsSaved) {
+    FakeSettingsStore fake;
+    SettingsStore& settings = fake;
+    settings.SaveSetting(QStringLiteral("Kelvane"), QStringLiteral("Settings"),
+                         QStringLiteral("Size"), QStringLiteral("12"));
+    settings.SaveSetting(QStringLiteral("Kelvane"), QStringLiteral("Settings"),
+                         QStringLiteral("Size"), QStringLiteral("14"));
+    EXPECT_EQ(fake.Saves, 2);
+    EXPECT_EQ(fake.Values, (QMap<QString, QString>{{"Kelvane/Settings/Size", "14"}}));
+    EXPECT_EQ(settings.GetSetting(QStringLiteral("Kelvane"), QStringLiteral("Settings"),
+                                  QStringLiteral("Size"), QString()),
+              QStringLiteral("14"));
+}
+
+TEST(FakeInstanceGuard, SaysWhatTheTestSetAndCountsTheChecks) {
+    FakeInstanceGuard fake;
+    InstanceGuard& guard = fake;
+    EXPECT_FALSE(guard.AnotherCopyRunning());
+    fake.OtherCopy = true;
+    EXPECT_TRUE(guard.AnotherCopyRunning());
+    EXPECT_EQ(fake.Checks, 2);
+}
+
 TEST(FakePlatform, HandsOutItsFakes) {
     FakePlatform fake(QStringLiteral("/some/where"));
     EXPECT_EQ(fake.Services.Directory.Path(), QStringLiteral("/some/where"));
@@ -76,6 +114,12 @@ TEST(FakePlatform, HandsOutItsFakes) {
     EXPECT_EQ(fake.Messages.Shown.size(), 1);
     fake.Clock.Set(2001, 2, 3);
     EXPECT_EQ(fake.Services.Clock.DateText(), QStringLiteral("02-03-2001"));
+    fake.Services.Settings.SaveSetting(QStringLiteral("Kelvane"), QStringLiteral("Settings"),
+                                       QStringLiteral("Key"), QStringLiteral("value"));
+    EXPECT_EQ(fake.Settings.Saves, 1);
+    fake.Instance.OtherCopy = true;
+    EXPECT_TRUE(fake.Services.Instance.AnotherCopyRunning());
+    EXPECT_EQ(fake.Instance.Checks, 1);
 }
 
 }  // namespace

@@ -58,6 +58,14 @@ TEST(QtProgramDirectory, IsTheExecutablesDirectory) {
     EXPECT_EQ(directory.Path(), QDir::toNativeSeparators(QCoreApplication::applicationDirPath()));
 }
 
+TEST(QtPlatform, HandsOutItsServices) {
+    QtPlatform platform;
+    EXPECT_EQ(&platform.Services.Messages, &platform.Messages);
+    EXPECT_EQ(&platform.Services.FileDialog, &platform.FileDialog);
+    EXPECT_EQ(&platform.Services.Settings, &platform.Settings);
+    EXPECT_EQ(&platform.Services.Instance, &platform.Instance);
+}
+
 // Shows a box through QtMessageBoxes and presses `button` on it once it is up.
 struct ShownBox {
     QString title;

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+#include "store/FixedText.h"
+#include "store/Module1.h"
+#include "store/OneBased.h"
+#include "store/RecordFile.h"
+
+class QPlainTextEdit;
+
+namespace kelvane {
+
+// A read-only text box for reports. Lines are added one at a time, each kept as
+// exactly 80 characters (cut or blank padded); the first 1000 stay in memory
+// and the rest go to a temporary file of 80-byte records in the program
+// directory. The box only changes when RefreshDisplay is called.
+//
+// `module1` gives the program directory, the file numbers and the random
+// numbers for the temporary file's name; it must outlive the viewer.
+class usrDocViewer : public QWidget {
+  public:
+    static constexpr int LineLength = 80;
+    static constexpr qint16 MemoryLines = 1000;
+    // The line count is a 16-bit number; no line is taken beyond this one.
+    static constexpr qint16 MostLines = 32767;
+
+    explicit usrDocViewer(Module1& module1, QWidget* parent = nullptr);
+    usrDocViewer(const usrDocViewer&) = delete;
+    usrDocViewer& operator=(const usrDocViewer&) = delete;
+    // Deletes the temporary file, as Terminate does.
+    ~usrDocViewer() override;
+
+    // Nothing needs preparing; always true.
+    bool Initialize();
+    // Closes and deletes the temporary file when one is open. Its name is kept
+    // for the next time lines go beyond memory.
+    void Terminate();
+
+    // Stores `strA` as the next line; the count grows even when storing fails.
+    // False when the line could not be stored (the temporary file did not open
+    // or the write failed) or when the count is already at MostLines, which
+    // then stays as it is. Does not redraw.
+    bool AddLine(const QString& strA);
+    // All 80 characters of line `intLineNum`, or "" when there is no such line
+    // or it could not be read back.
+    QString GetLine(qint16 intLineNum) const;
+    qint16 GetLineCount() const { return lineCount_; }
+    // Forgets the lines; later lines overwrite the old ones. The box keeps its
+    // text and the temporary file stays open.
+    void ClearLines();
+    // Shows every line without its leading and trailing blanks, one per line,
+    // with no line break after the last.
+    void RefreshDisplay();
+
+    // The temporary file's path, "" until lines first went beyond memory.
+    const QString& OverflowFilePath() const { return overflowFilePath_; }
+    // The temporary file's number, 0 while it is not open.
+    qint16 OverflowFileNumber() const { return overflowFileNumber_; }
+
+  private:
+    bool StoreLine(qint16 lineNumber, const QString& text);
+    bool OpenOverflowFile();
+    QString FreeOverflowPath() const;
+    QString RandomLetters(int count) const;
+
+    Module1& module1_;
+    QPlainTextEdit* txtDocument_;
+
+    qint16 lineCount_ = 0;
+    qint16 memoryLimit_;
+    OneBased<FixedText<LineLength>, MemoryLines> lines_;
+    FixedText<LineLength> lineBuffer_;
+
+    qint16 overflowFileNumber_ = 0;
+    QString overflowFilePath_;
+    // Mutable because reading a record moves the file's position.
+    mutable RecordFile overflowFile_{LineLength};
+};
+
+}  // namespace kelvane

@@ -1,0 +1,287 @@
+#include "shell/ActivityWatch.h"
+
+#include "report/usrDocViewer.h"
+#include "store/CalenderMOD.h"
+
+namespace kelvane {
+
+namespace {
+
+// A slot with no activity in it: the tick's scan treats a negative start hour
+// as the end of a half of the table.
+Appointment EmptySlot() {
+    Appointment slot;
+    slot.StartTime = ClockTime{-1, 0};
+    slot.EndTime = ClockTime{-1, 0};
+    return slot;
+}
+
+bool Before(const ClockTime& a, const ClockTime& b) {
+    return CompareClockTime(a, b) < 0;
+}
+
+bool After(const ClockTime& a, const ClockTime& b) {
+    return CompareClockTime(a, b) > 0;
+}
+
+// True when `a` belongs before `b` in the panel's order: the later start
+// first, and of two equal starts the later end.
+bool StartsLater(const Appointment& a, const Appointment& b) {
+    const int byStart = CompareClockTime(a.StartTime, b.StartTime);
+    return byStart > 0 || (byStart == 0 && After(a.EndTime, b.EndTime));
+}
+
+QString TimeLine(const Appointment& activity) {
+    QString line = QStringLiteral("From ") + FormatClockTime(activity.StartTime, 0);
+    if (activity.EndTime.Hour >= 0) {
+        line += QStringLiteral(" to ") + FormatClockTime(activity.EndTime, 0);
+    }
+    return line;
+}
+
+}  // namespace
+
+ActivityWatch::ActivityWatch(Store& store, MonthViewControl& calender1, usrDocViewer& schedule,
+                             AlertIndicator& indicator)
+    : store_(store), calender1_(calender1), schedule_(schedule), indicator_(indicator) {
+    ScheduleSlots.Fill(EmptySlot());
+}
+
+ClockTime ActivityWatch::Now() const {
+    return ClockTime{store_.module1.CurrentHour, store_.module1.CurrentMinute};
+}
+
+CalDate ActivityWatch::SystemDate() const {
+    return DateFromText(store_.module1.Services().Clock.DateText());
+}
+
+bool ActivityWatch::Examining() const {
+    return ExamineActive && ExamineDate.Day > 0 && ExamineDate.Month > 0;
+}
+
+void ActivityWatch::AppendAlert(const QString& line) {
+    if (Trim(PendingAlertText).isEmpty()) {
+        PendingAlertText = line;
+    } else {
+        PendingAlertText += QLatin1Char('\r') + line;
+    }
+}
+
+void ActivityWatch::AlertsOn() {
+    AlertsEnabled = true;
+    indicator_.ShowAlertsEnabled(true);
+}
+
+void ActivityWatch::AlertsOff() {
+    AlertsEnabled = false;
+    indicator_.ShowAlertsEnabled(false);
+}
+
+void ActivityWatch::BuildTodaysSchedule() {
+    AlertsOff();
+    schedule_.ClearLines();
+    WatchTime = ClockTime{23, 59};
+    // The year is always 2000: the document's slots cover every month and day.
+    const CalDate system = SystemDate();
+    calender1_.SetDate(2000, system.Month, system.Day);
+    schedule_.AddLine(QStringLiteral("T O D A Y S   S C H E D U L E"));
+
+    CalDate today;
+    store_.module1.GetToday(today);
+    schedule_.AddLine(QStringLiteral("Today: ") + FormatCalDate(today) + QStringLiteral(" (") +
+                      store_.module1.DayNameOf(today.Month, today.Day) + QLatin1Char(')'));
+    const int count = FillTable(today);
+    if (count == 0) {
+        // The alerts stay off: with nothing to watch there is no "warn".
+        schedule_.AddLine(QStringLiteral("No Schedule Defined"));
+        schedule_.RefreshDisplay();
+        return;
+    }
+    SortAndFindWatchTime(count);
+    ListCurrent(count);
+    ListDue(count);
+    ListDone(count);
+    schedule_.RefreshDisplay();
+    AlertsOn();
+}
+
+// Today's activities, behind the examined date's when one is examined; returns
+// how many. Slots 41 and up hold today's while the examined date's are read.
+int ActivityWatch::FillTable(const CalDate& today) {
+    AppointmentMOD& appointments = store_.appointments;
+    appointments.LoadAppointments(MakeDateKey(today.Month, today.Day));
+    const int todays = appointments.CountAppointments();
+    int count = todays;
+    if (Examining()) {
+        schedule_.AddLine(
+            QStringLiteral("Other: ") + FormatCalDate(ExamineDate) + QLatin1Char('(') +
+            store_.module1.DayNameOf(ExamineDate.Month, ExamineDate.Day) + QLatin1Char(')'));
+        CopyWorkingList(MaxAppointmentsPerDate + 1, todays);
+        appointments.LoadAppointments(MakeDateKey(ExamineDate.Month, ExamineDate.Day));
+        const int examined = appointments.CountAppointments();
+        CopyWorkingList(1, examined);
+        for (int i = 1; i <= todays; ++i) {
+            ScheduleSlots[examined + i] = ScheduleSlots[MaxAppointmentsPerDate + i];
+        }
+        count = examined + todays;
+    } else {
+        CopyWorkingList(1, todays);
+    }
+    // Nothing of an earlier table, nor today's copy, may be watched twice.
+    for (int slot = count + 1; slot <= SlotCount; ++slot) {
+        ScheduleSlots[slot] = EmptySlot();
+    }
+    return count;
+}
+
+void ActivityWatch::CopyWorkingList(int firstSlot, int count) {
+    for (int entry = 1; entry <= count; ++entry) {
+        ScheduleSlots[firstSlot + entry - 1] = store_.appointments.AppointmentList[entry];
+    }
+}
+
+// Orders the table latest start first and picks the next start or end to
+// watch for on the way.
+void ActivityWatch::SortAndFindWatchTime(int count) {
+    bool found = false;
+    for (int slot = 1; slot <= count; ++slot) {
+        PlaceLatest(slot, count);
+        ConsiderWatchCandidate(ScheduleSlots[slot], found);
+    }
+    if (found) {
+        schedule_.AddLine(QStringLiteral("Time to watch:") + FormatClockTime(WatchTime, 0));
+    }
+}
+
+void ActivityWatch::PlaceLatest(int slot, int count) {
+    int latest = slot;
+    for (int other = slot + 1; other <= count; ++other) {
+        if (StartsLater(ScheduleSlots[other], ScheduleSlots[latest])) {
+            latest = other;
+        }
+    }
+    std::swap(ScheduleSlots[slot], ScheduleSlots[latest]);
+}
+
+// An activity under way is watched for its end, any other for its start. An
+// end in the hour 0 is never watched for.
+void ActivityWatch::ConsiderWatchCandidate(const Appointment& activity, bool& found) {
+    const ClockTime now = Now();
+    const bool underWay = activity.EndTime.Hour > 0 && !Before(now, activity.StartTime);
+    const ClockTime candidate = underWay ? activity.EndTime : activity.StartTime;
+    if (Before(candidate, WatchTime) && Before(now, candidate)) {
+        WatchTime = candidate;
+        found = true;
+    }
+}
+
+// Every current activity gets its own heading.
+void ActivityWatch::ListCurrent(int count) {
+    const ClockTime now = Now();
+    for (int slot = 1; slot <= count; ++slot) {
+        const Appointment& activity = ScheduleSlots[slot];
+        if (!Before(now, activity.StartTime) && activity.EndTime.Hour >= 0 &&
+            !After(now, activity.EndTime)) {
+            schedule_.AddLine(QString());
+            schedule_.AddLine(QStringLiteral("CURRENT ACTIVITIES"));
+            AddActivity(QStringLiteral("* ") + activity.Description.Value(), activity);
+        }
+    }
+}
+
+void ActivityWatch::ListDue(int count) {
+    const ClockTime now = Now();
+    bool first = true;
+    for (int slot = count; slot >= 1; --slot) {
+        const Appointment& activity = ScheduleSlots[slot];
+        if (Before(now, activity.StartTime)) {
+            schedule_.AddLine(first ? QString() : QStringLiteral("-"));
+            if (first) {
+                schedule_.AddLine(QStringLiteral("ACTIVITIES DUE"));
+            }
+            first = false;
+            AddActivity(activity.Description.Value(), activity);
+        }
+    }
+}
+
+// An activity without an end counts as done from its start minute on.
+void ActivityWatch::ListDone(int count) {
+    const ClockTime now = Now();
+    bool first = true;
+    for (int slot = count; slot >= 1; --slot) {
+        const Appointment& activity = ScheduleSlots[slot];
+        if (After(now, activity.EndTime) && !Before(now, activity.StartTime)) {
+            schedule_.AddLine(first ? QString() : QStringLiteral("-"));
+            if (first) {
+                schedule_.AddLine(QStringLiteral("ACTIVITIES DONE"));
+            }
+            first = false;
+            AddActivity(activity.Description.Value(), activity);
+        }
+    }
+}
+
+void ActivityWatch::AddActivity(const QString& description, const Appointment& activity) {
+    schedule_.AddLine(description);
+    schedule_.AddLine(TimeLine(activity));
+}
+
+void ActivityWatch::WatchTick() {
+    store_.module1.ReadClock();
+    if (Before(WatchTime, Now())) {
+        BuildTodaysSchedule();
+    }
+    if (!Before(Now(), WatchTime)) {
+        AnnounceEvents();
+    }
+    if (AlertsEnabled) {
+        ShowPendingAlerts();
+    }
+}
+
+// The first event of a tick brings the heading: "Activities Starting/Ending"
+// when it is a start, "Activities Starting" when it is an end.
+void ActivityWatch::AnnounceEvents() {
+    const ClockTime now = Now();
+    int slot = 1;
+    while (slot <= SlotCount) {
+        Appointment& activity = ScheduleSlots[slot];
+        if (activity.StartTime.Hour < 0) {
+            // An empty slot ends the first half of the table and all of the second.
+            if (slot > MaxAppointmentsPerDate) {
+                break;
+            }
+            slot = MaxAppointmentsPerDate;
+        } else if (activity.StartTime == now) {
+            if (!AlertAnnounced) {
+                AppendAlert(QStringLiteral("Activities Starting/Ending"));
+                AlertAnnounced = true;
+            }
+            activity.Description = activity.Description.Trimmed();
+            AppendAlert(QStringLiteral("starting ") + activity.Description.Trimmed());
+        } else if (activity.EndTime.Hour >= 0 && activity.EndTime == now) {
+            if (!AlertAnnounced) {
+                AppendAlert(QStringLiteral("Activities Starting"));
+                AlertAnnounced = true;
+            }
+            activity.Description = activity.Description.Trimmed();
+            AppendAlert(QStringLiteral("ending ") + activity.Description.Trimmed());
+        }
+        ++slot;
+    }
+}
+
+void ActivityWatch::ShowPendingAlerts() {
+    if (!PendingAlertText.isEmpty()) {
+        store_.module1.Services().Messages.Show(PendingAlertText, MessageButtons::Ok,
+                                                MessageIcon::Exclamation);
+        PendingAlertText.clear();
+    }
+    if (AlertAnnounced) {
+        BuildTodaysSchedule();
+        AlertAnnounced = false;
+    }
+}
+
+}  // namespace kelvane

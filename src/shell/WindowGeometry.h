@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QRect>
+#include <QSize>
+#include <QString>
+
+#include "gui/SettingsStore.h"
+
+namespace kelvane {
+
+// Where the main window sits and how big it is, in twips (1440 to the inch),
+// as the settings store keeps it.
+struct TwipGeometry {
+    double Left = 1000;
+    double Top = 1000;
+    double Width = 6500;
+    double Height = 6500;
+
+    friend bool operator==(const TwipGeometry&, const TwipGeometry&) = default;
+};
+
+// "MainLeft", "MainTop", "MainWidth" and "MainHeight" of section "Settings";
+// a missing key gives its default, any text its plain numeric value.
+TwipGeometry ReadMainGeometry(const SettingsStore& settings);
+void SaveMainGeometry(SettingsStore& settings, const TwipGeometry& geometry);
+
+// Twips to pixels at `dotsPerInch` and back; absurd values are held to what a
+// screen coordinate can be.
+int TwipsToPixels(double twips, double dotsPerInch);
+double PixelsToTwips(int pixels, double dotsPerInch);
+
+// `frame` moved and shrunk, only as far as needed, so that the window's top
+// strip (where it is grabbed) lies on `available` and the window is no larger
+// than it, but never smaller than `minimum`.
+QRect KeepUsable(const QRect& frame, const QRect& available, const QSize& minimum);
+
+}  // namespace kelvane

@@ -1,0 +1,181 @@
+#include "shell/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QScreen>
+
+namespace kelvane {
+
+namespace {
+
+// The window as designed, in twips; also the smallest it may be made.
+constexpr double kDesignWidthTwips = 6000;
+constexpr double kDesignHeightTwips = 5000;
+
+double DotsPerInch(const QWidget* widget) {
+    const QScreen* screen = widget->screen();
+    return screen != nullptr ? screen->logicalDotsPerInch() : 96.0;
+}
+
+}  // namespace
+
+frmMain::frmMain(Store& store)
+    : store_(store),
+      panels_(new QWidget(this)),
+      calenderView_(new SurfaceWidget(panels_)),
+      schedule_(new usrDocViewer(store.module1, panels_)),
+      statusBar_(new MainStatusBar(store.module1.Services().Clock, this)) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Kelvane v1.0"));
+    calenderView_->setObjectName(QStringLiteral("Calender1"));
+    schedule_->setObjectName(QStringLiteral("usrTodaysSchedule"));
+    calender1_ =
+        std::make_unique<Calender>(store_.module1, store_.calender, calenderView_->Surface());
+    calenderView_->SetEvents(calender1_.get());
+    store_.module1.AttachMonthView(calender1_.get());
+    watch_ = std::make_unique<ActivityWatch>(store_, *calender1_, *schedule_, *statusBar_);
+    commands_ = std::make_unique<DocumentCommands>(store_, *calender1_, *this);
+
+    setCentralWidget(panels_);
+    panels_->installEventFilter(this);
+    setStatusBar(statusBar_);
+    BuildMainMenu(menuBar(), menu_);
+    BuildMainToolbar(this, toolbar_);
+    ConnectMenu();
+    ConnectToolbar();
+    ShowMonthCheck(calender1_->GetDisplayMonth());
+    const double dpi = DotsPerInch(this);
+    resize(TwipsToPixels(kDesignWidthTwips, dpi), TwipsToPixels(kDesignHeightTwips, dpi));
+
+    Timer1.setInterval(Timer1Interval);
+    connect(&Timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
+    Timer1.start();
+}
+
+frmMain::~frmMain() {
+    Timer1.stop();
+    calenderView_->SetEvents(nullptr);
+    store_.module1.AttachMonthView(nullptr);
+}
+
+void frmMain::Form_Load() {
+    DesignWidth = width();
+    DesignHeight = height();
+    setMinimumSize(DesignWidth, DesignHeight);
+    const Platform& services = store_.module1.Services();
+    services.Random.Seed(static_cast<std::uint32_t>(services.Clock.SecondsSinceMidnight()));
+    watch_->ExamineDate.Day = 0;
+    watch_->ExamineDate.Month = 0;
+    watch_->ExamineActive = false;
+    statusBar_->ShowMessage(QStringLiteral("I am ready!"));
+    calender1_->SetCalenderOn(true);
+    commands_->LoadRecentList();
+    schedule_->Initialize();
+    store_.module1.ReadClock();
+    watch_->BuildTodaysSchedule();
+    ApplyGeometry(ReadMainGeometry(services.Settings));
+    watch_->PendingAlertText.clear();
+    watch_->AlertsOn();
+}
+
+bool frmMain::LoadFile(const QString& fileName) {
+    StartFileCommand();
+    const bool loaded = commands_->LoadFile(fileName);
+    EndFileCommand();
+    return loaded;
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    bool cancel = false;
+    Form_Unload(cancel);
+    if (cancel) {
+        event->ignore();
+    } else {
+        event->accept();
+    }
+}
+
+void frmMain::Form_Unload(bool& cancel) {
+    watch_->AlertsOff();
+    if (store_.module1.CalendarDirty &&
+        store_.module1.Services().Messages.Show(
+            QStringLiteral("Are you sure you wish to quit\r-current document has changed"),
+            MessageButtons::YesNo, MessageIcon::Exclamation,
+            QStringLiteral("**WAIT**")) != MessageAnswer::Yes) {
+        cancel = true;
+        watch_->AlertsOn();
+        return;
+    }
+    // No tick may announce anything once the window is going.
+    unloaded_ = true;
+    Timer1.stop();
+    CloseOtherWindows();
+    schedule_->Terminate();
+    const Qt::WindowStates state = windowState();
+    if (!(state & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen))) {
+        SaveMainGeometry(store_.module1.Services().Settings, CurrentGeometry());
+    }
+}
+
+void frmMain::CloseOtherWindows() {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (qsizetype index = windows.size() - 1; index >= 0; --index) {
+        QWidget* window = windows[index];
+        if (window != this && window->isVisible()) {
+            window->close();
+        }
+    }
+}
+
+void frmMain::Form_Terminate() {
+    schedule_->Terminate();
+    store_.appointments.CloseAppointmentStore();
+    store_.diary.CloseDiaryStore();
+    commands_->SaveRecentList();
+}
+
+void frmMain::ApplyGeometry(const TwipGeometry& geometry) {
+    const double dpi = DotsPerInch(this);
+    move(TwipsToPixels(geometry.Left, dpi), TwipsToPixels(geometry.Top, dpi));
+    resize(TwipsToPixels(geometry.Width, dpi), TwipsToPixels(geometry.Height, dpi));
+    const QScreen* screen = this->screen();
+    if (screen != nullptr) {
+        const QRect usable = KeepUsable(QRect(pos(), size()), screen->availableGeometry(),
+                                        QSize(DesignWidth, DesignHeight));
+        move(usable.topLeft());
+        resize(usable.size());
+    }
+}
+
+TwipGeometry frmMain::CurrentGeometry() const {
+    const double dpi = DotsPerInch(this);
+    TwipGeometry geometry;
+    geometry.Left = PixelsToTwips(pos().x(), dpi);
+    geometry.Top = PixelsToTwips(pos().y(), dpi);
+    geometry.Width = PixelsToTwips(width(), dpi);
+    geometry.Height = PixelsToTwips(height(), dpi);
+    return geometry;
+}
+
+void frmMain::ShowRecentMenu(const RecentMenu& menu) {
+    for (int index = 1; index <= RecentFileCount; ++index) {
+        menu_.mnufileMRU[index]->setText(menu.Items[index].Caption);
+        menu_.mnufileMRU[index]->setVisible(menu.Items[index].Visible);
+    }
+    menu_.mnuFileBar2->setVisible(menu.SeparatorVisible);
+}
+
+void frmMain::DocumentReplaced() {
+    ShowMonthCheck(calender1_->GetDisplayMonth());
+    watch_->BuildTodaysSchedule();
+}
+
+void frmMain::Timer1_Timer() {
+    Timer1.stop();
+    watch_->WatchTick();
+    if (!unloaded_) {
+        Timer1.start(Timer1Interval);
+    }
+}
+
+}  // namespace kelvane

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <memory>
+
+#include "calendar/Calender.h"
+#include "gui/SurfaceWidget.h"
+#include "report/usrDocViewer.h"
+#include "shell/ActivityWatch.h"
+#include "shell/MainMenu.h"
+#include "shell/MainStatusBar.h"
+#include "shell/MainToolbar.h"
+#include "shell/WindowGeometry.h"
+#include "store/DocumentCommands.h"
+#include "store/DocumentWindow.h"
+#include "store/Store.h"
+
+namespace kelvane {
+
+// The main window: the month view beside today's schedule under a toolbar,
+// over a status bar, with the menus of every command. It owns the watch over
+// today's activities and the document commands of the File menu.
+class frmMain final : public QMainWindow, public DocumentWindow {
+  public:
+    static constexpr int Timer1Interval = 40000;
+
+    explicit frmMain(Store& store);
+    ~frmMain() override;
+
+    // What the window does once, before it is first shown.
+    void Form_Load();
+    // The end after the window has closed: the temporary stores are closed and
+    // deleted and the recent-file list is written.
+    void Form_Terminate();
+
+    // Loads a calendar file into the open document; true when it loaded.
+    bool LoadFile(const QString& fileName);
+
+    void mnuFileNew_Click() { commands_->FileNew(); }
+    void mnuFileOpen_Click() { commands_->FileOpen(); }
+    void mnuFileSaveAs_Click() { commands_->FileSaveAs(); }
+    void mnufileMRU_Click(int index) { commands_->FileRecent(index); }
+    void mnuFileExit_Click() { close(); }
+    void mnuToolsExamine_CancelExamine_Click();
+    void mnuViewToolBar_Click();
+    void mnuViewStatusBar_Click();
+    void mnuViewRefresh_Click();
+    void mnuViewToday_Click();
+    void mnuViewTools_Click();
+    void mnuViewCalender_Click();
+    void tbMain_ButtonClick(int index);
+    void Timer1_Timer();
+
+    // Shows month 1..12 and puts the check mark on its menu entry.
+    void ShowMonth(qint16 month);
+
+    // DocumentWindow: the File menu's commands report here.
+    void StartFileCommand() override { watch_->AlertsOff(); }
+    void EndFileCommand() override { watch_->AlertsOn(); }
+    void SetCaption(const QString& caption) override { setWindowTitle(caption); }
+    void ShowStatus(const QString& text) override { statusBar_->ShowMessage(text); }
+    void ShowRecentMenu(const RecentMenu& menu) override;
+    bool ToolsShown() const override { return viewTools_; }
+    void ToggleTools() override { mnuViewTools_Click(); }
+    bool CalenderShown() const override { return viewCalender_; }
+    void ToggleCalender() override { mnuViewCalender_Click(); }
+    void DocumentReplaced() override;
+
+    Calender& Calender1() { return *calender1_; }
+    SurfaceWidget& CalenderView() { return *calenderView_; }
+    usrDocViewer& usrTodaysSchedule() { return *schedule_; }
+    ActivityWatch& Watch() { return *watch_; }
+    DocumentCommands& Commands() { return *commands_; }
+    MainStatusBar& sbStatusBar() { return *statusBar_; }
+    const MainMenu& Menu() const { return menu_; }
+    const MainToolbar& Toolbar() const { return toolbar_; }
+
+    // The window's size as designed, taken at load; the smallest it may get.
+    int DesignWidth = 0;
+    int DesignHeight = 0;
+    QTimer Timer1;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void ConnectMenu();
+    void ConnectToolbar();
+    void Form_Unload(bool& cancel);
+    void Form_Resize();
+    void ArrangePanels();
+    void ShowViewChecks();
+    void ShowMonthCheck(qint16 month);
+    void ApplyGeometry(const TwipGeometry& geometry);
+    TwipGeometry CurrentGeometry() const;
+    void CloseOtherWindows();
+
+    Store& store_;
+    QWidget* panels_;
+    SurfaceWidget* calenderView_;
+    std::unique_ptr<Calender> calender1_;
+    usrDocViewer* schedule_;
+    MainStatusBar* statusBar_;
+    MainMenu menu_;
+    MainToolbar toolbar_;
+    std::unique_ptr<ActivityWatch> watch_;
+    std::unique_ptr<DocumentCommands> commands_;
+    // The check marks of View: Tool Bar, Status Bar, Schedule and Calender.
+    bool viewToolBar_ = true;
+    bool viewStatusBar_ = true;
+    bool viewTools_ = true;
+    bool viewCalender_ = true;
+    // Set once quitting is confirmed; the timer is not started again.
+    bool unloaded_ = false;
+};
+
+}  // namespace kelvane

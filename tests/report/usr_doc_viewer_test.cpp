@@ -1,0 +1,392 @@
+#include <QDir>
+#include <QFile>
+#include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "report/usrDocViewer.h"
+#include "support/TestWorld.h"
+
+namespace kelvane {
+namespace {
+
+using testing::TestWorld;
+
+constexpr int kLength = usrDocViewer::LineLength;
+
+QString Padded(const QString& text) {
+    return text.leftJustified(kLength, QLatin1Char(' '));
+}
+
+// The names of the temporary line files in the program directory.
+QStringList OverflowFiles(const TestWorld& world) {
+    return QDir(world.module1.AppDirectory())
+        .entryList({QStringLiteral("~tmpTXT*")}, QDir::Files | QDir::Hidden);
+}
+
+// Scripts the ten letters of the next file name, all `letter` ('A'..'Y').
+void ScriptName(TestWorld& world, char letter) {
+    for (int i = 0; i < 10; ++i) {
+        world.platform.Random.Script.append((letter - 'A') / 24.0);
+    }
+}
+
+void CreateFile(const TestWorld& world, const QString& name, const QByteArray& bytes) {
+    QFile file(world.FilePath(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+class DocViewerTest : public ::testing::Test {
+  protected:
+    // Lines "line 1", "line 2", ... up to `last`, from the current count on.
+    void AddNumberedLines(int last) {
+        for (int i = viewer.GetLineCount() + 1; i <= last; ++i) {
+            ASSERT_TRUE(viewer.AddLine(QStringLiteral("line %1").arg(i)));
+        }
+    }
+    // Fills memory so that the next line goes to the temporary file.
+    void FillMemory() { AddNumberedLines(usrDocViewer::MemoryLines); }
+
+    QPlainTextEdit* Box() const {
+        return viewer.findChild<QPlainTextEdit*>(QStringLiteral("txtDocument"));
+    }
+    QString Shown() const { return Box()->toPlainText(); }
+
+    // A fresh world for each test; the viewer is declared after it, so it
+    // goes first.
+    TestWorld world;
+    usrDocViewer viewer{world.module1};
+};
+
+// --- the control ---
+
+TEST_F(DocViewerTest, HoldsAReadOnlyTextBoxNamedTxtDocument) {
+    QPlainTextEdit* box = Box();
+    ASSERT_NE(box, nullptr);
+    EXPECT_TRUE(box->isReadOnly());
+    EXPECT_EQ(box->parentWidget(), &viewer);
+    EXPECT_TRUE(viewer.objectName().isEmpty());
+    EXPECT_TRUE(viewer.Initialize());
+    EXPECT_EQ(viewer.GetLineCount(), 0);
+    EXPECT_TRUE(viewer.OverflowFilePath().isEmpty());
+    EXPECT_EQ(viewer.OverflowFileNumber(), 0);
+}
+
+TEST_F(DocViewerTest, TheBoxFillsTheControlAtEverySize) {
+    viewer.resize(300, 200);
+    viewer.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&viewer));
+    EXPECT_EQ(Box()->geometry(), QRect(0, 0, 300, 200));
+    viewer.resize(420, 150);
+    EXPECT_EQ(Box()->geometry(), QRect(0, 0, 420, 150));
+}
+
+// --- lines in memory ---
+
+TEST_F(DocViewerTest, ALongLineKeepsItsFirst80Characters) {
+    const QString line = QString(60, QLatin1Char('a')) + QString(40, QLatin1Char('b'));
+    ASSERT_TRUE(viewer.AddLine(line));
+    EXPECT_EQ(viewer.GetLine(1), line.left(80));
+    EXPECT_EQ(viewer.GetLine(1).size(), 80);
+}
+
+TEST_F(DocViewerTest, AShortLineIsPaddedAndShownTrimmed) {
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("Hello")));
+    EXPECT_EQ(viewer.GetLine(1), Padded(QStringLiteral("Hello")));
+    viewer.RefreshDisplay();
+    EXPECT_EQ(Shown(), QStringLiteral("Hello"));
+}
+
+TEST_F(DocViewerTest, AddingCountsLinesButDoesNotRedraw) {
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("one")));
+    ASSERT_TRUE(viewer.AddLine(QString()));
+    EXPECT_EQ(viewer.GetLineCount(), 2);
+    EXPECT_EQ(viewer.GetLine(2), Padded(QString()));
+    EXPECT_EQ(Shown(), QString());
+}
+
+TEST_F(DocViewerTest, NumbersOutsideTheLinesGiveNothing) {
+    AddNumberedLines(3);
+    EXPECT_EQ(viewer.GetLine(0), QString());
+    EXPECT_EQ(viewer.GetLine(-1), QString());
+    EXPECT_EQ(viewer.GetLine(4), QString());
+    EXPECT_EQ(viewer.GetLine(usrDocViewer::MostLines), QString());
+    EXPECT_EQ(viewer.GetLine(3), Padded(QStringLiteral("line 3")));
+}
+
+// --- the display ---
+
+TEST_F(DocViewerTest, TheLastLineShownHasNoLineBreakAfterIt) {
+    AddNumberedLines(3);
+    viewer.RefreshDisplay();
+    EXPECT_EQ(Shown(), QStringLiteral("line 1\nline 2\nline 3"));
+    EXPECT_FALSE(Shown().endsWith(QLatin1Char('\n')));
+}
+
+TEST_F(DocViewerTest, LinesAreShownWithoutLeadingAndTrailingBlanks) {
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("   indented   ")));
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("  a  b  ")));
+    viewer.RefreshDisplay();
+    EXPECT_EQ(Shown(), QStringLiteral("indented\na  b"));
+}
+
+TEST_F(DocViewerTest, BlankLinesStayAsEmptyLines) {
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("top")));
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("     ")));
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("bottom")));
+    viewer.RefreshDisplay();
+    EXPECT_EQ(Shown(), QStringLiteral("top\n\nbottom"));
+}
+
+TEST_F(DocViewerTest, OneLineIsShownWithoutABreak) {
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("only")));
+    viewer.RefreshDisplay();
+    EXPECT_EQ(Shown(), QStringLiteral("only"));
+}
+
+TEST_F(DocViewerTest, NoLinesShowNothing) {
+    viewer.RefreshDisplay();
+    EXPECT_EQ(Shown(), QString());
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("gone")));
+    viewer.RefreshDisplay();
+    viewer.ClearLines();
+    viewer.RefreshDisplay();
+    EXPECT_EQ(Shown(), QString());
+}
+
+// --- clearing ---
+
+TEST_F(DocViewerTest, ClearingForgetsTheLinesButLeavesTheBox) {
+    AddNumberedLines(2);
+    viewer.RefreshDisplay();
+    viewer.ClearLines();
+    EXPECT_EQ(viewer.GetLineCount(), 0);
+    EXPECT_EQ(viewer.GetLine(1), QString());
+    EXPECT_EQ(Shown(), QStringLiteral("line 1\nline 2"));
+    viewer.RefreshDisplay();
+    EXPECT_EQ(Shown(), QString());
+}
+
+TEST_F(DocViewerTest, LinesAddedAfterClearingReplaceTheOldOnes) {
+    AddNumberedLines(2);
+    viewer.ClearLines();
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("new")));
+    EXPECT_EQ(viewer.GetLineCount(), 1);
+    EXPECT_EQ(viewer.GetLine(1), Padded(QStringLiteral("new")));
+    EXPECT_EQ(viewer.GetLine(2), QString());
+}
+
+// --- the temporary file ---
+
+TEST_F(DocViewerTest, MemoryHoldsAThousandLinesWithoutAFile) {
+    FillMemory();
+    EXPECT_EQ(viewer.GetLineCount(), 1000);
+    EXPECT_EQ(viewer.GetLine(1000), Padded(QStringLiteral("line 1000")));
+    EXPECT_EQ(viewer.OverflowFileNumber(), 0);
+    EXPECT_TRUE(OverflowFiles(world).isEmpty());
+}
+
+TEST_F(DocViewerTest, Line1001IsTheFirstRecordOfTheTemporaryFile) {
+    FillMemory();
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("beyond memory")));
+
+    const QStringList files = OverflowFiles(world);
+    ASSERT_EQ(files.size(), 1);
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^~tmpTXT[A-Z]{10}$")).match(files[0]).hasMatch())
+        << files[0].toStdString();
+    EXPECT_EQ(viewer.OverflowFilePath(), world.FilePath(files[0]));
+    EXPECT_EQ(world.ReadFile(files[0]), Padded(QStringLiteral("beyond memory")).toLatin1());
+    EXPECT_EQ(viewer.GetLine(1001), Padded(QStringLiteral("beyond memory")));
+    EXPECT_TRUE(world.module1.Files.InUse(viewer.OverflowFileNumber()));
+}
+
+TEST_F(DocViewerTest, LaterLinesFollowAsFurtherRecords) {
+    AddNumberedLines(1003);
+    const QStringList files = OverflowFiles(world);
+    ASSERT_EQ(files.size(), 1);
+    const QByteArray bytes = world.ReadFile(files[0]);
+    ASSERT_EQ(bytes.size(), 3 * kLength);
+    EXPECT_EQ(bytes.mid(2 * kLength), Padded(QStringLiteral("line 1003")).toLatin1());
+    EXPECT_EQ(viewer.GetLine(1002), Padded(QStringLiteral("line 1002")));
+
+    viewer.RefreshDisplay();
+    const QStringList shown = Shown().split(QLatin1Char('\n'));
+    ASSERT_EQ(shown.size(), 1003);
+    EXPECT_EQ(shown[999], QStringLiteral("line 1000"));
+    EXPECT_EQ(shown[1002], QStringLiteral("line 1003"));
+}
+
+TEST_F(DocViewerTest, TheNameIsMadeFromTheRandomNumbers) {
+    // Each letter is round(24 r + 65): 0 gives 'A', 0.999 gives 'Y'.
+    world.platform.Random.Script = {0.0, 0.999, 0.5, 1.0 / 24, 0.2, 0.0, 0.0, 0.0, 0.0, 0.999};
+    FillMemory();
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("x")));
+    EXPECT_EQ(viewer.OverflowFilePath(), world.FilePath(QStringLiteral("~tmpTXTAYMBFAAAAY")));
+    EXPECT_TRUE(QFile::exists(world.FilePath(QStringLiteral("~tmpTXTAYMBFAAAAY"))));
+}
+
+TEST_F(DocViewerTest, ANameInUseIsPassedOver) {
+    CreateFile(world, QStringLiteral("~tmpTXTAAAAAAAAAA"), "someone else's");
+    ScriptName(world, 'A');
+    ScriptName(world, 'Y');
+    FillMemory();
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("x")));
+    EXPECT_EQ(viewer.OverflowFilePath(), world.FilePath(QStringLiteral("~tmpTXTYYYYYYYYYY")));
+    EXPECT_EQ(world.ReadFile(QStringLiteral("~tmpTXTAAAAAAAAAA")), QByteArray("someone else's"));
+}
+
+TEST_F(DocViewerTest, TheSearchGoesOnPastTenNamesInUse) {
+    for (char letter = 'A'; letter <= 'K'; ++letter) {
+        CreateFile(world, QStringLiteral("~tmpTXT") + QString(10, QLatin1Char(letter)), "taken");
+        ScriptName(world, letter);
+    }
+    ScriptName(world, 'L');
+    FillMemory();
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("x")));
+    EXPECT_EQ(viewer.OverflowFilePath(), world.FilePath(QStringLiteral("~tmpTXTLLLLLLLLLL")));
+}
+
+TEST_F(DocViewerTest, TerminateDeletesTheFileAndFreesItsNumber) {
+    FillMemory();
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("x")));
+    const qint16 number = viewer.OverflowFileNumber();
+    ASSERT_NE(number, 0);
+
+    viewer.Terminate();
+    EXPECT_EQ(viewer.OverflowFileNumber(), 0);
+    EXPECT_FALSE(world.module1.Files.InUse(number));
+    EXPECT_TRUE(OverflowFiles(world).isEmpty());
+    // The count stays, but the lines that were in the file are gone.
+    EXPECT_EQ(viewer.GetLineCount(), 1001);
+    EXPECT_EQ(viewer.GetLine(1001), QString());
+    EXPECT_EQ(viewer.GetLine(1000), Padded(QStringLiteral("line 1000")));
+}
+
+TEST_F(DocViewerTest, TerminateWithoutAFileDoesNothing) {
+    AddNumberedLines(2);
+    viewer.Terminate();
+    viewer.Terminate();
+    EXPECT_EQ(viewer.GetLine(2), Padded(QStringLiteral("line 2")));
+    EXPECT_TRUE(OverflowFiles(world).isEmpty());
+}
+
+TEST_F(DocViewerTest, TheNameIsKeptAfterTerminateAndUsedAgain) {
+    ScriptName(world, 'C');
+    FillMemory();
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("first")));
+    const QString path = viewer.OverflowFilePath();
+    EXPECT_EQ(path, world.FilePath(QStringLiteral("~tmpTXTCCCCCCCCCC")));
+
+    viewer.Terminate();
+    EXPECT_EQ(viewer.OverflowFilePath(), path);
+    ScriptName(world, 'D');
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("second")));
+    EXPECT_EQ(viewer.OverflowFilePath(), path);
+    EXPECT_EQ(OverflowFiles(world), QStringList{QStringLiteral("~tmpTXTCCCCCCCCCC")});
+    EXPECT_EQ(viewer.GetLine(1002), Padded(QStringLiteral("second")));
+}
+
+TEST(DocViewerLifetime, TheDestructorDeletesTheFile) {
+    TestWorld world;
+    qint16 number = 0;
+    {
+        usrDocViewer viewer(world.module1);
+        for (int i = 1; i <= 1001; ++i) {
+            ASSERT_TRUE(viewer.AddLine(QString::number(i)));
+        }
+        number = viewer.OverflowFileNumber();
+        ASSERT_EQ(OverflowFiles(world).size(), 1);
+    }
+    EXPECT_TRUE(OverflowFiles(world).isEmpty());
+    EXPECT_FALSE(world.module1.Files.InUse(number));
+}
+
+TEST(DocViewerLifetime, ADeletedParentTakesTheFileWithIt) {
+    TestWorld world;
+    auto parent = std::make_unique<QWidget>();
+    auto* viewer = new usrDocViewer(world.module1, parent.get());
+    for (int i = 1; i <= 1001; ++i) {
+        ASSERT_TRUE(viewer->AddLine(QString::number(i)));
+    }
+    parent.reset();
+    EXPECT_TRUE(OverflowFiles(world).isEmpty());
+}
+
+TEST(DocViewerNoDirectory, ALineThatCannotBeStoredStillCounts) {
+    QTemporaryDir parent;
+    TestWorld world(QDir(parent.path()).filePath(QStringLiteral("missing")));
+    usrDocViewer viewer(world.module1);
+    for (int i = 1; i <= 1000; ++i) {
+        ASSERT_TRUE(viewer.AddLine(QString::number(i)));
+    }
+
+    EXPECT_FALSE(viewer.AddLine(QStringLiteral("lost")));
+    EXPECT_EQ(viewer.GetLineCount(), 1001);
+    EXPECT_EQ(viewer.GetLine(1001), QString());
+    EXPECT_EQ(viewer.OverflowFileNumber(), 0);
+    EXPECT_TRUE(world.platform.Messages.Shown.isEmpty());
+
+    // Each further line tries again and fails the same way.
+    EXPECT_FALSE(viewer.AddLine(QStringLiteral("lost too")));
+    EXPECT_EQ(viewer.GetLineCount(), 1002);
+    viewer.RefreshDisplay();
+    const QStringList shown = viewer.findChild<QPlainTextEdit*>(QStringLiteral("txtDocument"))
+                                  ->toPlainText()
+                                  .split(QLatin1Char('\n'));
+    ASSERT_EQ(shown.size(), 1002);
+    EXPECT_EQ(shown[999], QStringLiteral("1000"));
+    EXPECT_EQ(shown[1000], QString());
+    EXPECT_EQ(shown[1001], QString());
+}
+
+TEST_F(DocViewerTest, LinesAfterClearingOverwriteOldRecords) {
+    AddNumberedLines(1002);
+    viewer.ClearLines();
+    AddNumberedLines(1000);
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("new")));
+
+    const QStringList files = OverflowFiles(world);
+    ASSERT_EQ(files.size(), 1);
+    const QByteArray bytes = world.ReadFile(files[0]);
+    EXPECT_EQ(bytes, Padded(QStringLiteral("new")).toLatin1() +
+                         Padded(QStringLiteral("line 1002")).toLatin1());
+    EXPECT_EQ(viewer.GetLine(1001), Padded(QStringLiteral("new")));
+    // The old second record is still on disk but no longer a line.
+    EXPECT_EQ(viewer.GetLine(1002), QString());
+}
+
+TEST_F(DocViewerTest, Windows1252CharactersSurviveTheFile) {
+    FillMemory();
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("caf\u00e9 \u20ac5 \u03a9")));
+
+    const QStringList files = OverflowFiles(world);
+    ASSERT_EQ(files.size(), 1);
+    const QByteArray bytes = world.ReadFile(files[0]);
+    ASSERT_EQ(bytes.size(), kLength);
+    EXPECT_EQ(bytes.left(9), QByteArray("caf\xe9 \x80"
+                                        "5 ?"));
+    EXPECT_EQ(viewer.GetLine(1001), Padded(QStringLiteral("caf\u00e9 \u20ac5 ?")));
+}
+
+TEST_F(DocViewerTest, TheCountStopsAtTheLargest16BitNumber) {
+    for (int i = 1; i <= usrDocViewer::MostLines; ++i) {
+        ASSERT_TRUE(viewer.AddLine(QString::number(i)));
+    }
+    EXPECT_EQ(viewer.GetLineCount(), 32767);
+
+    EXPECT_FALSE(viewer.AddLine(QStringLiteral("one too many")));
+    EXPECT_EQ(viewer.GetLineCount(), 32767);
+    EXPECT_EQ(viewer.GetLine(32767), Padded(QStringLiteral("32767")));
+
+    viewer.RefreshDisplay();
+    EXPECT_TRUE(Shown().endsWith(QStringLiteral("\n32766\n32767")));
+}
+
+}  // namespace
+}  // namespace kelvane

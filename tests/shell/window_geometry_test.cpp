@@ -1,0 +1,75 @@
+#include <gtest/gtest.h>
+
+#include "gui/FakeSettingsStore.h"
+#include "shell/WindowGeometry.h"
+#include "support/QtPrinting.h"
+
+namespace kelvane {
+namespace {
+
+QString Key(const char* key) {
+    return FakeSettingsStore::Key(QStringLiteral("Kelvane"), QStringLiteral("Settings"),
+                                  QString::fromLatin1(key));
+}
+
+TEST(WindowGeometry, MissingSettingsGiveTheDefaults) {
+    const FakeSettingsStore settings;
+    EXPECT_EQ(ReadMainGeometry(settings), (TwipGeometry{1000, 1000, 6500, 6500}));
+}
+
+TEST(WindowGeometry, SettingsAreTakenByTheirPlainNumericValue) {
+    FakeSettingsStore settings;
+    settings.Values.insert(Key("MainLeft"), QStringLiteral("  1500.5"));
+    settings.Values.insert(Key("MainTop"), QStringLiteral("abc"));
+    settings.Values.insert(Key("MainWidth"), QStringLiteral("7e3"));
+    settings.Values.insert(Key("MainHeight"), QStringLiteral("-20"));
+    EXPECT_EQ(ReadMainGeometry(settings), (TwipGeometry{1500.5, 0, 7000, -20}));
+}
+
+TEST(WindowGeometry, SavingWritesWholeTwipsUnderTheFourKeys) {
+    FakeSettingsStore settings;
+    SaveMainGeometry(settings, TwipGeometry{15, 30.4, 6495, 7000.6});
+    EXPECT_EQ(settings.Values.value(Key("MainLeft")), QStringLiteral("15"));
+    EXPECT_EQ(settings.Values.value(Key("MainTop")), QStringLiteral("30"));
+    EXPECT_EQ(settings.Values.value(Key("MainWidth")), QStringLiteral("6495"));
+    EXPECT_EQ(settings.Values.value(Key("MainHeight")), QStringLiteral("7001"));
+    EXPECT_EQ(settings.Saves, 4);
+}
+
+TEST(WindowGeometry, TwipsAndPixelsConvertAtTheScreensDotsPerInch) {
+    EXPECT_EQ(TwipsToPixels(1440, 96), 96);
+    EXPECT_EQ(TwipsToPixels(6500, 96), 433);
+    EXPECT_EQ(TwipsToPixels(6500, 120), 542);
+    EXPECT_EQ(PixelsToTwips(96, 96), 1440);
+    EXPECT_EQ(PixelsToTwips(433, 96), 6495);
+}
+
+TEST(WindowGeometry, AbsurdTwipsStayWithinWhatAnIntHolds) {
+    EXPECT_EQ(TwipsToPixels(1e308, 96), 1'000'000);
+    EXPECT_EQ(TwipsToPixels(-1e308, 96), -1'000'000);
+    EXPECT_EQ(TwipsToPixels(std::numeric_limits<double>::infinity(), 96), 1'000'000);
+}
+
+const QRect kScreen(0, 0, 1280, 1000);
+const QSize kMinimum(400, 333);
+
+TEST(WindowGeometry, AWindowThatCanBeGrabbedStaysWhereItIs) {
+    EXPECT_EQ(KeepUsable(QRect(67, 67, 433, 433), kScreen, kMinimum), QRect(67, 67, 433, 433));
+    // Hanging off the right and bottom edges is the user's own choice.
+    EXPECT_EQ(KeepUsable(QRect(1100, 900, 433, 433), kScreen, kMinimum),
+              QRect(1100, 900, 433, 433));
+}
+
+TEST(WindowGeometry, AWindowOffScreenComesBackOnIt) {
+    EXPECT_EQ(KeepUsable(QRect(-5000, -5000, 433, 433), kScreen, kMinimum), QRect(0, 0, 433, 433));
+    EXPECT_EQ(KeepUsable(QRect(90000, 90000, 433, 433), kScreen, kMinimum),
+              QRect(847, 567, 433, 433));
+}
+
+TEST(WindowGeometry, AWindowLargerThanTheScreenIsCutToItButNotBelowItsMinimum) {
+    EXPECT_EQ(KeepUsable(QRect(0, 0, 50000, 50000), kScreen, kMinimum), kScreen);
+    EXPECT_EQ(KeepUsable(QRect(0, 0, 5, 5), kScreen, kMinimum), QRect(QPoint(0, 0), kMinimum));
+}
+
+}  // namespace
+}  // namespace kelvane

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QStringList>
+
+#include <memory>
+
+#include "shell/frmMain.h"
+#include "support/TestWorld.h"
+
+namespace kelvane::testing {
+
+// The main window over a fresh program, loaded as start-up loads it. The
+// clock is set first: 7 March 2026 (a Saturday), 08:00, unless a test passes
+// another time to the constructor.
+struct MainWindowWorld {
+    explicit MainWindowWorld(int year = 2026, int month = 3, int day = 7, int hour = 8,
+                             int minute = 0);
+    ~MainWindowWorld();
+
+    // Puts an activity into a date's schedule as the editor would; an end
+    // hour of -1 leaves the end out. Call BuildTodaysSchedule to see it.
+    void AddActivity(qint16 month, qint16 day, const QString& description, qint16 startHour,
+                     qint16 startMinute, qint16 endHour = -1, qint16 endMinute = 0);
+    // Moves the clock to a time of today and lets the timer tick once.
+    void TickAt(int hour, int minute, int second = 0);
+    // Lets the timer tick once a minute, at 5 seconds past, from the clock's
+    // next minute up to and including hour:minute of today.
+    void WalkTo(int hour, int minute);
+    // The schedule panel's lines, trimmed as they are shown.
+    QStringList ScheduleLines() const;
+    // The texts of the message boxes shown so far.
+    QStringList ShownTexts() const;
+
+    TestWorld world;
+    FakePlatform& platform = world.platform;
+    Store& store = world.store;
+    std::unique_ptr<frmMain> window;
+    frmMain& main;
+    ActivityWatch& watch;
+};
+
+}  // namespace kelvane::testing
