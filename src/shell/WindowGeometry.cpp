@@ -24,7 +24,7 @@ double ReadTwips(const SettingsStore& settings, const QString& key, double fallb
 
 void SaveTwips(SettingsStore& settings, const QString& key, double twips) {
     settings.SaveSetting(QString::fromLatin1(ApplicationTitle), kSection, key,
-                         QString::number(static_cast<qint64>(std::llround(twips))));
+                         QString::number(static_cast<float>(twips)));
 }
 
 int ClampInto(int value, int low, int high) {

@@ -20,7 +20,8 @@ struct TwipGeometry {
 };
 
 // "MainLeft", "MainTop", "MainWidth" and "MainHeight" of section "Settings";
-// a missing key gives its default, any text its plain numeric value.
+// a missing key gives its default, any text its plain numeric value. They are
+// saved as single-precision numbers.
 TwipGeometry ReadMainGeometry(const SettingsStore& settings);
 void SaveMainGeometry(SettingsStore& settings, const TwipGeometry& geometry);
 

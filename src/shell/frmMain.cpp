@@ -117,11 +117,14 @@ void frmMain::Form_Unload(bool& cancel) {
     }
 }
 
+// Every other window of the program, shown or hidden, gets its close; menus and
+// tool tips are no windows of ours.
 void frmMain::CloseOtherWindows() {
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (qsizetype index = windows.size() - 1; index >= 0; --index) {
         QWidget* window = windows[index];
-        if (window != this && window->isVisible()) {
+        const Qt::WindowType type = window->windowType();
+        if (window != this && type != Qt::Popup && type != Qt::ToolTip) {
             window->close();
         }
     }

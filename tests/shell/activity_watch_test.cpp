@@ -266,6 +266,17 @@ TEST(ActivityWatch, TheTableHoldsBothDatesSortedAndNothingElse) {
     EXPECT_LT(w.watch.ScheduleSlots[41].StartTime.Hour, 0);
 }
 
+TEST(ActivityWatch, OfTwoEqualActivitiesTheExaminedDatesComesFirst) {
+    MainWindowWorld w(2026, 3, 7, 8, 0);
+    w.AddActivity(3, 7, QStringLiteral("Today"), 9, 0, 10, 0);
+    w.AddActivity(3, 10, QStringLiteral("Other"), 9, 0, 10, 0);
+    w.watch.ExamineDate = CalDate{2026, 10, 3};
+    w.watch.ExamineActive = true;
+    w.watch.BuildTodaysSchedule();
+    EXPECT_EQ(w.watch.ScheduleSlots[1].Description.Trimmed(), QStringLiteral("Other"));
+    EXPECT_EQ(w.watch.ScheduleSlots[2].Description.Trimmed(), QStringLiteral("Today"));
+}
+
 TEST(ActivityWatch, AnExaminationWithADayOrMonthOfZeroIsNoExamination) {
     MainWindowWorld w;
     w.watch.ExamineDate = CalDate{2026, 0, 3};

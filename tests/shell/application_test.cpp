@@ -297,6 +297,14 @@ TEST(Application, OtherOpenWindowsAreClosedBeforeTheSettingsAreWritten) {
     EXPECT_EQ(program.world.platform.Settings.Saves, 4);
 }
 
+TEST(Application, HiddenWindowsAreClosedTooOnQuit) {
+    Program program;
+    program.application.Start(QString());
+    WatchingDialog hidden(program.world.platform.Settings);
+    EXPECT_TRUE(program.Main().close());
+    EXPECT_EQ(hidden.SavesWhenClosed, 0);
+}
+
 TEST(Application, QuittingLeavesOnlyTheRecentListBehindAfterNewAFailedLoadAndAnOverflow) {
     Program program;
     program.application.Start(QString());

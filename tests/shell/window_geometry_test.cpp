@@ -26,13 +26,13 @@ TEST(WindowGeometry, SettingsAreTakenByTheirPlainNumericValue) {
     EXPECT_EQ(ReadMainGeometry(settings), (TwipGeometry{1500.5, 0, 7000, -20}));
 }
 
-TEST(WindowGeometry, SavingWritesWholeTwipsUnderTheFourKeys) {
+TEST(WindowGeometry, SavingWritesSinglePrecisionTwipsUnderTheFourKeys) {
     FakeSettingsStore settings;
-    SaveMainGeometry(settings, TwipGeometry{15, 30.4, 6495, 7000.6});
+    SaveMainGeometry(settings, TwipGeometry{15, 30.4, 6495, 5668.363636});
     EXPECT_EQ(settings.Values.value(Key("MainLeft")), QStringLiteral("15"));
-    EXPECT_EQ(settings.Values.value(Key("MainTop")), QStringLiteral("30"));
+    EXPECT_EQ(settings.Values.value(Key("MainTop")), QStringLiteral("30.4"));
     EXPECT_EQ(settings.Values.value(Key("MainWidth")), QStringLiteral("6495"));
-    EXPECT_EQ(settings.Values.value(Key("MainHeight")), QStringLiteral("7001"));
+    EXPECT_EQ(settings.Values.value(Key("MainHeight")), QStringLiteral("5668.36"));
     EXPECT_EQ(settings.Saves, 4);
 }
 
@@ -42,6 +42,16 @@ TEST(WindowGeometry, TwipsAndPixelsConvertAtTheScreensDotsPerInch) {
     EXPECT_EQ(TwipsToPixels(6500, 120), 542);
     EXPECT_EQ(PixelsToTwips(96, 96), 1440);
     EXPECT_EQ(PixelsToTwips(433, 96), 6495);
+}
+
+TEST(WindowGeometry, ASavedSizeComesBackToTheSamePixelsAtAnyResolution) {
+    for (const double dpi : {72.0, 96.0, 110.0, 120.0, 144.0, 157.5, 192.0}) {
+        for (int pixels = 0; pixels < 3000; pixels += 7) {
+            FakeSettingsStore settings;
+            SaveMainGeometry(settings, TwipGeometry{0, 0, PixelsToTwips(pixels, dpi), 0});
+            EXPECT_EQ(TwipsToPixels(ReadMainGeometry(settings).Width, dpi), pixels) << dpi;
+        }
+    }
 }
 
 TEST(WindowGeometry, AbsurdTwipsStayWithinWhatAnIntHolds) {
