@@ -51,10 +51,6 @@ ClockTime ActivityWatch::Now() const {
     return ClockTime{store_.module1.CurrentHour, store_.module1.CurrentMinute};
 }
 
-CalDate ActivityWatch::SystemDate() const {
-    return DateFromText(store_.module1.Services().Clock.DateText());
-}
-
 bool ActivityWatch::Examining() const {
     return ExamineActive && ExamineDate.Day > 0 && ExamineDate.Month > 0;
 }
@@ -81,13 +77,11 @@ void ActivityWatch::BuildTodaysSchedule() {
     AlertsOff();
     schedule_.ClearLines();
     WatchTime = ClockTime{23, 59};
-    // The year is always 2000: the document's slots cover every month and day.
-    const CalDate system = SystemDate();
-    calender1_.SetDate(2000, system.Month, system.Day);
-    schedule_.AddLine(QStringLiteral("T O D A Y S   S C H E D U L E"));
-
     CalDate today;
     store_.module1.GetToday(today);
+    // The year is always 2000: the document's slots cover every month and day.
+    calender1_.SetDate(2000, today.Month, today.Day);
+    schedule_.AddLine(QStringLiteral("T O D A Y S   S C H E D U L E"));
     schedule_.AddLine(QStringLiteral("Today: ") + FormatCalDate(today) + QStringLiteral(" (") +
                       store_.module1.DayNameOf(today.Month, today.Day) + QLatin1Char(')'));
     const int count = FillTable(today);
@@ -189,37 +183,37 @@ void ActivityWatch::ListCurrent(int count) {
     }
 }
 
-void ActivityWatch::ListDue(int count) {
-    const ClockTime now = Now();
+// The due and the done activities, earliest first, under one heading with "-"
+// between them.
+template <typename InGroup>
+void ActivityWatch::ListGroup(int count, const QString& heading, InGroup inGroup) {
     bool first = true;
     for (int slot = count; slot >= 1; --slot) {
         const Appointment& activity = ScheduleSlots[slot];
-        if (Before(now, activity.StartTime)) {
-            schedule_.AddLine(first ? QString() : QStringLiteral("-"));
-            if (first) {
-                schedule_.AddLine(QStringLiteral("ACTIVITIES DUE"));
-            }
-            first = false;
-            AddActivity(activity.Description.Value(), activity);
+        if (!inGroup(activity)) {
+            continue;
         }
+        schedule_.AddLine(first ? QString() : QStringLiteral("-"));
+        if (first) {
+            schedule_.AddLine(heading);
+        }
+        first = false;
+        AddActivity(activity.Description.Value(), activity);
     }
+}
+
+void ActivityWatch::ListDue(int count) {
+    const ClockTime now = Now();
+    ListGroup(count, QStringLiteral("ACTIVITIES DUE"),
+              [&now](const Appointment& activity) { return Before(now, activity.StartTime); });
 }
 
 // An activity without an end counts as done from its start minute on.
 void ActivityWatch::ListDone(int count) {
     const ClockTime now = Now();
-    bool first = true;
-    for (int slot = count; slot >= 1; --slot) {
-        const Appointment& activity = ScheduleSlots[slot];
-        if (After(now, activity.EndTime) && !Before(now, activity.StartTime)) {
-            schedule_.AddLine(first ? QString() : QStringLiteral("-"));
-            if (first) {
-                schedule_.AddLine(QStringLiteral("ACTIVITIES DONE"));
-            }
-            first = false;
-            AddActivity(activity.Description.Value(), activity);
-        }
-    }
+    ListGroup(count, QStringLiteral("ACTIVITIES DONE"), [&now](const Appointment& activity) {
+        return After(now, activity.EndTime) && !Before(now, activity.StartTime);
+    });
 }
 
 void ActivityWatch::AddActivity(const QString& description, const Appointment& activity) {
@@ -254,22 +248,23 @@ void ActivityWatch::AnnounceEvents() {
             }
             slot = MaxAppointmentsPerDate;
         } else if (activity.StartTime == now) {
-            if (!AlertAnnounced) {
-                AppendAlert(QStringLiteral("Activities Starting/Ending"));
-                AlertAnnounced = true;
-            }
-            activity.Description = activity.Description.Trimmed();
-            AppendAlert(QStringLiteral("starting ") + activity.Description.Trimmed());
+            Announce(activity, QStringLiteral("Activities Starting/Ending"),
+                     QStringLiteral("starting "));
         } else if (activity.EndTime.Hour >= 0 && activity.EndTime == now) {
-            if (!AlertAnnounced) {
-                AppendAlert(QStringLiteral("Activities Starting"));
-                AlertAnnounced = true;
-            }
-            activity.Description = activity.Description.Trimmed();
-            AppendAlert(QStringLiteral("ending ") + activity.Description.Trimmed());
+            Announce(activity, QStringLiteral("Activities Starting"), QStringLiteral("ending "));
         }
         ++slot;
     }
+}
+
+// The heading goes in only with the tick's first event.
+void ActivityWatch::Announce(Appointment& activity, const QString& heading, const QString& verb) {
+    if (!AlertAnnounced) {
+        AppendAlert(heading);
+        AlertAnnounced = true;
+    }
+    activity.Description = activity.Description.Trimmed();
+    AppendAlert(verb + activity.Description.Trimmed());
 }
 
 void ActivityWatch::ShowPendingAlerts() {

@@ -59,7 +59,6 @@ class ActivityWatch {
 
   private:
     ClockTime Now() const;
-    CalDate SystemDate() const;
     bool Examining() const;
     int FillTable(const CalDate& today);
     void CopyWorkingList(int firstSlot, int count);
@@ -67,10 +66,13 @@ class ActivityWatch {
     void PlaceLatest(int slot, int count);
     void ConsiderWatchCandidate(const Appointment& activity, bool& found);
     void ListCurrent(int count);
+    template <typename InGroup>
+    void ListGroup(int count, const QString& heading, InGroup inGroup);
     void ListDue(int count);
     void ListDone(int count);
     void AddActivity(const QString& description, const Appointment& activity);
     void AnnounceEvents();
+    void Announce(Appointment& activity, const QString& heading, const QString& verb);
     void ShowPendingAlerts();
 
     Store& store_;

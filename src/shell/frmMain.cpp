@@ -131,7 +131,6 @@ void frmMain::CloseOtherWindows() {
 }
 
 void frmMain::Form_Terminate() {
-    schedule_->Terminate();
     store_.appointments.CloseAppointmentStore();
     store_.diary.CloseDiaryStore();
     commands_->SaveRecentList();
