@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/FakeColourDialogs.h"
 #include "gui/FakeFileDialogs.h"
 #include "gui/FakeInstanceGuard.h"
 #include "gui/FakeMessageBoxes.h"
@@ -27,10 +28,12 @@ class FakePlatform {
     FakeRandomSource Random;
     FakeProgramDirectory Directory;
     FakeFileDialogs FileDialog;
+    FakeColourDialogs ColourDialog;
     FakeSettingsStore Settings;
     FakeInstanceGuard Instance;
 
-    Platform Services{Messages, Clock, Random, Directory, FileDialog, Settings, Instance};
+    Platform Services{Messages,   Clock,        Random,   Directory,
+                      FileDialog, ColourDialog, Settings, Instance};
 };
 
 }  // namespace kelvane

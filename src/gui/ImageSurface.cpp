@@ -131,8 +131,16 @@ double ImageSurface::TextWidth(const QString& text) const {
     return width;
 }
 
+// Font engines overflow at giant sizes and answer with nonsense heights; the
+// point size itself then gives the line height.
 double ImageSurface::TextHeight(const QString&) const {
-    return Metrics().height();
+    const double height = Metrics().height();
+    if (std::isfinite(height) && height > 0) {
+        return height;
+    }
+    constexpr double kLineSpacing = 1.2;
+    const double dpi = image_.isNull() ? 96.0 : image_.logicalDpiY();
+    return font_.pointSizeF() * dpi / 72.0 * kLineSpacing;
 }
 
 // A picture of one line of text in the current font and colour on a clear

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/ColourDialogs.h"
 #include "gui/FileDialogs.h"
 #include "gui/InstanceGuard.h"
 #include "gui/MessageBoxes.h"
@@ -19,6 +20,7 @@ struct Platform {
     RandomSource& Random;
     ProgramDirectory& Directory;
     FileDialogs& FileDialog;
+    ColourDialogs& ColourDialog;
     SettingsStore& Settings;
     InstanceGuard& Instance;
 };

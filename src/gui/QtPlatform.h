@@ -2,6 +2,7 @@
 
 #include "gui/MersenneRandomSource.h"
 #include "gui/Platform.h"
+#include "gui/QtColourDialogs.h"
 #include "gui/QtFileDialogs.h"
 #include "gui/QtInstanceGuard.h"
 #include "gui/QtMessageBoxes.h"
@@ -25,10 +26,12 @@ class QtPlatform {
     MersenneRandomSource Random;
     QtProgramDirectory Directory;
     QtFileDialogs FileDialog;
+    QtColourDialogs ColourDialog;
     QtSettingsStore Settings;
     QtInstanceGuard Instance;
 
-    Platform Services{Messages, Clock, Random, Directory, FileDialog, Settings, Instance};
+    Platform Services{Messages,   Clock,        Random,   Directory,
+                      FileDialog, ColourDialog, Settings, Instance};
 };
 
 }  // namespace kelvane

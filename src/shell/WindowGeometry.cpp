@@ -1,7 +1,6 @@
 #include "shell/WindowGeometry.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "gui/ApplicationTitle.h"
 #include "store/Conversions.h"
@@ -11,8 +10,6 @@ namespace kelvane {
 namespace {
 
 const QString kSection = QStringLiteral("Settings");
-// Far beyond any screen, yet safe to turn into an int.
-constexpr double kLargestPixel = 1'000'000;
 // The part of the window's top edge that must be on screen to grab it.
 constexpr int kGrabWidth = 100;
 constexpr int kGrabHeight = 30;
@@ -48,18 +45,6 @@ void SaveMainGeometry(SettingsStore& settings, const TwipGeometry& geometry) {
     SaveTwips(settings, QStringLiteral("MainTop"), geometry.Top);
     SaveTwips(settings, QStringLiteral("MainWidth"), geometry.Width);
     SaveTwips(settings, QStringLiteral("MainHeight"), geometry.Height);
-}
-
-int TwipsToPixels(double twips, double dotsPerInch) {
-    const double pixels = twips * dotsPerInch / 1440.0;
-    if (!std::isfinite(pixels)) {
-        return pixels < 0 ? -static_cast<int>(kLargestPixel) : static_cast<int>(kLargestPixel);
-    }
-    return static_cast<int>(std::lround(std::clamp(pixels, -kLargestPixel, kLargestPixel)));
-}
-
-double PixelsToTwips(int pixels, double dotsPerInch) {
-    return dotsPerInch > 0 ? pixels * 1440.0 / dotsPerInch : 0.0;
 }
 
 QRect KeepUsable(const QRect& frame, const QRect& available, const QSize& minimum) {

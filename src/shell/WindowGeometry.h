@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "gui/SettingsStore.h"
+#include "gui/Twips.h"
 
 namespace kelvane {
 
@@ -24,11 +25,6 @@ struct TwipGeometry {
 // saved as single-precision numbers.
 TwipGeometry ReadMainGeometry(const SettingsStore& settings);
 void SaveMainGeometry(SettingsStore& settings, const TwipGeometry& geometry);
-
-// Twips to pixels at `dotsPerInch` and back; absurd values are held to what a
-// screen coordinate can be.
-int TwipsToPixels(double twips, double dotsPerInch);
-double PixelsToTwips(int pixels, double dotsPerInch);
 
 // `frame` moved and shrunk, only as far as needed, so that the window's top
 // strip (where it is grabbed) lies on `available` and the window is no larger

@@ -12,11 +12,6 @@ namespace {
 constexpr double kDesignWidthTwips = 6000;
 constexpr double kDesignHeightTwips = 5000;
 
-double DotsPerInch(const QWidget* widget) {
-    const QScreen* screen = widget->screen();
-    return screen != nullptr ? screen->logicalDotsPerInch() : 96.0;
-}
-
 }  // namespace
 
 frmMain::frmMain(Store& store)
@@ -35,6 +30,7 @@ frmMain::frmMain(Store& store)
     store_.module1.AttachMonthView(calender1_.get());
     watch_ = std::make_unique<ActivityWatch>(store_, *calender1_, *schedule_, *statusBar_);
     commands_ = std::make_unique<DocumentCommands>(store_, *calender1_, *this);
+    dates_ = std::make_unique<DateCommands>(store_, *calender1_, *watch_, *statusBar_, *this);
 
     setCentralWidget(panels_);
     panels_->installEventFilter(this);

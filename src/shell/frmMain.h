@@ -9,6 +9,7 @@
 #include "gui/SurfaceWidget.h"
 #include "report/usrDocViewer.h"
 #include "shell/ActivityWatch.h"
+#include "shell/DateCommands.h"
 #include "shell/MainMenu.h"
 #include "shell/MainStatusBar.h"
 #include "shell/MainToolbar.h"
@@ -42,8 +43,11 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void mnuFileOpen_Click() { commands_->FileOpen(); }
     void mnuFileSaveAs_Click() { commands_->FileSaveAs(); }
     void mnufileMRU_Click(int index) { commands_->FileRecent(index); }
+    void mnuFileSaveCalImage_Click() { dates_->SaveCalendarImage(); }
     void mnuFileExit_Click() { close(); }
-    void mnuToolsExamine_CancelExamine_Click();
+    void mnuEditDate_Click() { dates_->EditSelectedDate(); }
+    void mnuEditExamineDate_Selected_Click() { dates_->ExamineSelectedDate(); }
+    void mnuToolsExamine_CancelExamine_Click() { dates_->CancelExamine(); }
     void mnuViewToolBar_Click();
     void mnuViewStatusBar_Click();
     void mnuViewRefresh_Click();
@@ -73,6 +77,7 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     usrDocViewer& usrTodaysSchedule() { return *schedule_; }
     ActivityWatch& Watch() { return *watch_; }
     DocumentCommands& Commands() { return *commands_; }
+    DateCommands& Dates() { return *dates_; }
     MainStatusBar& sbStatusBar() { return *statusBar_; }
     const MainMenu& Menu() const { return menu_; }
     const MainToolbar& Toolbar() const { return toolbar_; }
@@ -109,6 +114,7 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     MainToolbar toolbar_;
     std::unique_ptr<ActivityWatch> watch_;
     std::unique_ptr<DocumentCommands> commands_;
+    std::unique_ptr<DateCommands> dates_;
     // The check marks of View: Tool Bar, Status Bar, Schedule and Calender.
     bool viewToolBar_ = true;
     bool viewStatusBar_ = true;

@@ -23,7 +23,12 @@ void frmMain::ConnectMenu() {
         connect(menu_.mnufileMRU[index], &QAction::triggered, this,
                 [this, index] { mnufileMRU_Click(index); });
     }
+    connect(menu_.mnuFileSaveCalImage, &QAction::triggered, this,
+            [this] { mnuFileSaveCalImage_Click(); });
     connect(menu_.mnuFileExit, &QAction::triggered, this, [this] { mnuFileExit_Click(); });
+    connect(menu_.mnuEditDate, &QAction::triggered, this, [this] { mnuEditDate_Click(); });
+    connect(menu_.mnuEditExamineDate_Selected, &QAction::triggered, this,
+            [this] { mnuEditExamineDate_Selected_Click(); });
     connect(menu_.mnuToolsExamine_CancelExamine, &QAction::triggered, this,
             [this] { mnuToolsExamine_CancelExamine_Click(); });
     connect(menu_.mnuViewToolBar, &QAction::triggered, this, [this] { mnuViewToolBar_Click(); });
@@ -56,6 +61,12 @@ void frmMain::tbMain_ButtonClick(int index) {
             break;
         case 3:
             mnuFileSaveAs_Click();
+            break;
+        case 5:
+            mnuEditDate_Click();
+            break;
+        case 6:
+            dates_->DeleteSelectedDate();
             break;
         case 9:
             ShowMonth(WrapMonth(calender1_->GetDisplayMonth() - 1));
@@ -95,11 +106,6 @@ void frmMain::ShowMonthCheck(qint16 month) {
 
 void frmMain::mnuViewToday_Click() {
     ShowMonth(Val16(store_.module1.Services().Clock.DateText().left(2)));
-}
-
-void frmMain::mnuToolsExamine_CancelExamine_Click() {
-    watch_->ExamineActive = false;
-    watch_->BuildTodaysSchedule();
 }
 
 void frmMain::mnuViewRefresh_Click() {

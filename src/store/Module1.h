@@ -44,6 +44,8 @@ class Module1 {
 
     // True while the document has changes that are not saved.
     bool CalendarDirty = false;
+    // True when the date editor was last closed with OK.
+    bool EditAccepted = false;
 
     // Day slots of each month: 31, 29, 31, ... (February always has 29).
     MonthLengths DaysInMonth;

@@ -62,6 +62,7 @@ TEST(QtPlatform, HandsOutItsServices) {
     QtPlatform platform;
     EXPECT_EQ(&platform.Services.Messages, &platform.Messages);
     EXPECT_EQ(&platform.Services.FileDialog, &platform.FileDialog);
+    EXPECT_EQ(&platform.Services.ColourDialog, &platform.ColourDialog);
     EXPECT_EQ(&platform.Services.Settings, &platform.Settings);
     EXPECT_EQ(&platform.Services.Instance, &platform.Instance);
 }

@@ -1,5 +1,11 @@
 #include "support/MainWindowWorld.h"
 
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include "support/ModalDialogs.h"
+
 namespace kelvane::testing {
 
 namespace {
@@ -64,6 +70,34 @@ QStringList MainWindowWorld::ShownTexts() const {
         texts << box.Text;
     }
     return texts;
+}
+
+void MainWindowWorld::ClickDay(qint16 day) {
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    const Calender& calender = main.Calender1();
+    SurfaceWidget& view = main.CalenderView();
+    const double rowHeight = (view.height() - calender.GridTop) / 5.0;
+    const double columnWidth = view.width() / 7.0;
+    for (int row = 1; row <= 5; ++row) {
+        for (int column = 1; column <= 7; ++column) {
+            if (calender.CellMap[row][column] == day) {
+                const QPoint middle(static_cast<int>((column - 0.5) * columnWidth),
+                                    static_cast<int>(calender.GridTop + (row - 0.5) * rowHeight));
+                QTest::mouseClick(&view, Qt::LeftButton, {}, middle);
+                return;
+            }
+        }
+    }
+    FAIL() << "day " << day << " is not in the grid";
+}
+
+void MainWindowWorld::WhenEditorOpens(std::function<void(frmEdit&)> act) {
+    WhenModalOpens([act = std::move(act)](QWidget* dialog) {
+        auto* editor = dynamic_cast<frmEdit*>(dialog);
+        ASSERT_NE(editor, nullptr) << "the modal dialog is no date editor";
+        act(*editor);
+    });
 }
 
 }  // namespace kelvane::testing

@@ -2,8 +2,10 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
+#include "editor/frmEdit.h"
 #include "shell/frmMain.h"
 #include "support/TestWorld.h"
 
@@ -30,6 +32,10 @@ struct MainWindowWorld {
     QStringList ScheduleLines() const;
     // The texts of the message boxes shown so far.
     QStringList ShownTexts() const;
+    // Shows the window and clicks a day of the displayed month in the grid.
+    void ClickDay(qint16 day);
+    // Runs `act` on the date editor once a command has opened it.
+    void WhenEditorOpens(std::function<void(frmEdit&)> act);
 
     TestWorld world;
     FakePlatform& platform = world.platform;

@@ -1,0 +1,221 @@
+#include "editor/frmEdit.h"
+
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "gui/NamedWidgets.h"
+#include "gui/Twips.h"
+
+namespace kelvane {
+
+namespace {
+
+// The smallest page, so that the dialog keeps a familiar size with any font.
+constexpr double kPageWidthTwips = 6600;
+constexpr double kPageHeightTwips = 4200;
+// The tab strip's frame reaches this far beyond the pages.
+constexpr double kFrameMarginTwips = 120;
+
+}  // namespace
+
+frmEdit::frmEdit(Store& store, const MonthViewControl& monthView, QWidget* parent)
+    : QDialog(parent),
+      lblDate(NamedWidget<QLabel>(this, "lblDate")),
+      tabEdit(NamedWidget<QTabBar>(this, "tabEdit")),
+      Picture1{new QWidget(this), new QWidget(this), new QWidget(this)},
+      store_(store),
+      schedule_(store.appointments.AppointmentList) {
+    setObjectName(QStringLiteral("frmEdit"));
+    setWindowTitle(QStringLiteral("Tivrel Edit"));
+    setModal(true);
+    tabEdit->addTab(QStringLiteral("Outlook"));
+    tabEdit->addTab(QStringLiteral("Schedule"));
+    tabEdit->addTab(QStringLiteral("Notes"));
+    for (QWidget* page : Picture1) {
+        page->setObjectName(QStringLiteral("Picture1"));
+        page->hide();
+    }
+    BuildOutlookPage(Picture1[0]);
+    BuildSchedulePage(Picture1[1]);
+    BuildNotesPage(Picture1[2]);
+    cmdOK = NamedButton(this, "cmdOK", QStringLiteral("OK"));
+    cmdCancel = NamedButton(this, "cmdCancel", QStringLiteral("Cancel"));
+    ArrangePages();
+    Connect();
+    Form_Load(monthView);
+}
+
+void frmEdit::BuildOutlookPage(QWidget* page) {
+    Label1 = NamedWidget<QLabel>(page, "Label1", QStringLiteral("Title"));
+    txtTitle = NamedWidget<QLineEdit>(page, "txtTitle", QStringLiteral("Title Entry"));
+    Colours = new ColourChoiceControls(page, store_.module1.Services().ColourDialog);
+    Colours->lblSample->setMinimumHeight(56);
+    auto* layout = new QGridLayout(page);
+    layout->addWidget(Label1, 0, 0);
+    layout->addWidget(txtTitle, 0, 1);
+    layout->addWidget(Colours->lblSample, 1, 0, 1, 2);
+    layout->addWidget(Colours->Columns, 2, 0, 1, 2);
+    layout->setRowStretch(1, 1);
+}
+
+void frmEdit::BuildSchedulePage(QWidget* page) {
+    Label5 = NamedWidget<QLabel>(page, "Label5", QStringLiteral("Current Schedule:"));
+    lstSchedule = NamedWidget<QListWidget>(page, "lstSchedule");
+    Label6 = NamedWidget<QLabel>(page, "Label6", QStringLiteral("Sched. No."));
+    txtAppointNum = NamedWidget<QLineEdit>(page, "txtAppointNum");
+    Label3 = NamedWidget<QLabel>(page, "Label3", QStringLiteral("Start Time"));
+    txtStartTime = NamedWidget<QLineEdit>(page, "txtStartTime");
+    Label4 = NamedWidget<QLabel>(page, "Label4", QStringLiteral("End Time (optional)"));
+    txtEndTime = NamedWidget<QLineEdit>(page, "txtEndTime");
+    Label2 = NamedWidget<QLabel>(page, "Label2", QStringLiteral("Description"));
+    txtAppDescription = NamedWidget<QLineEdit>(page, "txtAppDescription");
+    cmdAddAppointment = NamedButton(page, "cmdAddAppointment", QStringLiteral("Add"));
+    cmdDelete = NamedButton(page, "cmdDelete", QStringLiteral("Delete"));
+    cmdClear = NamedButton(page, "cmdClear", QStringLiteral("Clear"));
+
+    txtAppointNum->setMaximumWidth(
+        txtAppointNum->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 12);
+    auto* fields = new QGridLayout;
+    fields->addWidget(Label6, 0, 0);
+    fields->addWidget(txtAppointNum, 1, 0);
+    fields->addWidget(Label3, 0, 1);
+    fields->addWidget(txtStartTime, 1, 1);
+    fields->addWidget(Label4, 0, 2);
+    fields->addWidget(txtEndTime, 1, 2);
+    fields->addWidget(Label2, 2, 0, 1, 3);
+    fields->addWidget(txtAppDescription, 3, 0, 1, 3);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(cmdAddAppointment);
+    buttons->addWidget(cmdDelete);
+    buttons->addWidget(cmdClear);
+    buttons->addStretch();
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(Label5);
+    layout->addWidget(lstSchedule, 1);
+    layout->addLayout(fields);
+    layout->addLayout(buttons);
+}
+
+void frmEdit::BuildNotesPage(QWidget* page) {
+    txtNotes = NamedWidget<QPlainTextEdit>(page, "txtNotes");
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(txtNotes);
+}
+
+// The pages share one place inside the tab strip's frame; the date, OK and
+// Cancel sit under it.
+void frmEdit::ArrangePages() {
+    const double dpi = DotsPerInch(this);
+    QSize pageSize(TwipsToPixels(kPageWidthTwips, dpi), TwipsToPixels(kPageHeightTwips, dpi));
+    for (QWidget* page : Picture1) {
+        pageSize = pageSize.expandedTo(page->sizeHint());
+    }
+    const int margin = TwipsToPixels(kFrameMarginTwips, dpi);
+    const int tabsHeight = tabEdit->sizeHint().height();
+    const int left = TwipsToPixels(PanelLeftTwips, dpi);
+    // Tabs taller than the designed strip push the pages down.
+    const int top = std::max(TwipsToPixels(PanelTopTwips, dpi), tabsHeight + margin / 2);
+    auto* frame = new QFrame(this);
+    frame->setFrameShape(QFrame::StyledPanel);
+    frame->setGeometry(left - margin, tabsHeight - 1, pageSize.width() + 2 * margin,
+                       top - tabsHeight + pageSize.height() + margin + 1);
+    frame->lower();
+    tabEdit->setGeometry(left - margin, 0, tabEdit->sizeHint().width(), tabsHeight);
+    tabEdit->raise();
+    for (QWidget* page : Picture1) {
+        page->resize(pageSize);
+    }
+    const int below = frame->geometry().bottom() + margin;
+    const QSize button = cmdCancel->sizeHint().expandedTo(QSize(80, 0));
+    const int right = frame->geometry().right();
+    cmdCancel->setGeometry(right - button.width(), below, button.width(), button.height());
+    cmdOK->setGeometry(right - 2 * button.width() - margin, below, button.width(), button.height());
+    lblDate->setGeometry(frame->x(), below, cmdOK->x() - frame->x() - margin, button.height());
+    setFixedSize(right + left, below + button.height() + margin);
+    pagePosition_ = QPoint(left, top);
+}
+
+void frmEdit::Connect() {
+    connect(tabEdit, &QTabBar::currentChanged, this, [this] { tabEdit_Click(); });
+    connect(lstSchedule, &QListWidget::currentRowChanged, this, [this](int row) {
+        if (row >= 0) {
+            lstSchedule_Click();
+        }
+    });
+    connect(lstSchedule, &QListWidget::itemClicked, this, [this] { lstSchedule_Click(); });
+    connect(cmdAddAppointment, &QPushButton::clicked, this, [this] { cmdAddAppointment_Click(); });
+    connect(cmdDelete, &QPushButton::clicked, this, [this] { cmdDelete_Click(); });
+    connect(cmdClear, &QPushButton::clicked, this, [this] { cmdClear_Click(); });
+    connect(txtTitle, &QLineEdit::textChanged, this, [this] { txtTitle_Change(); });
+    connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
+    connect(cmdCancel, &QPushButton::clicked, this, [this] { cmdCancel_Click(); });
+}
+
+void frmEdit::Form_Load(const MonthViewControl& monthView) {
+    const CalDate& date = store_.calender.CurrentEntryDate;
+    lblDate->setText(QString::number(date.Day) + QStringLiteral(" / ") +
+                     QString::number(date.Month));
+    QString fontName;
+    qint16 fontSize = 0;
+    monthView.GetFont(fontName, fontSize);
+    QFont sampleFont(fontName);
+    if (fontSize > 0) {
+        sampleFont.setPointSize(fontSize);
+    }
+    Colours->lblSample->setFont(sampleFont);
+    QString notes = Trim(store_.diary.NoteBuffer.Value());
+    txtNotes->setPlainText(notes.replace(QLatin1String("\r\n"), QLatin1String("\n")));
+    ShowPanel(0);
+    store_.module1.EditAccepted = false;
+    FillSchedule();
+    if (lstSchedule->count() == 0) {
+        cmdClear_Click();
+    }
+    DateEntry& entry = store_.calender.CurrentEntry;
+    txtTitle->setText(entry.Title.Trimmed());
+    Colours->Attach(entry.TextColour, entry.BackColour);
+    ShowPanel(2);
+    ShowPanel(0);
+}
+
+void frmEdit::tabEdit_Click() {
+    ShowPanel(tabEdit->currentIndex());
+}
+
+void frmEdit::ShowPanel(int index) {
+    if (index < 0 || index >= static_cast<int>(Picture1.size())) {
+        return;
+    }
+    if (shownPanel_ >= 0) {
+        Picture1[static_cast<std::size_t>(shownPanel_)]->hide();
+    }
+    QWidget* page = Picture1[static_cast<std::size_t>(index)];
+    page->move(pagePosition_);
+    page->show();
+    shownPanel_ = index;
+    const QSignalBlocker quiet(tabEdit);
+    tabEdit->setCurrentIndex(index);
+}
+
+void frmEdit::txtTitle_Change() {
+    const QString title = Trim(txtTitle->text());
+    Colours->lblSample->setText(title.isEmpty() ? QStringLiteral("Marrowby 2000") : title);
+}
+
+void frmEdit::cmdOK_Click() {
+    store_.module1.EditAccepted = true;
+    store_.calender.CurrentEntry.Title = Trim(txtTitle->text());
+    QString notes = txtNotes->toPlainText();
+    store_.diary.NoteBuffer = notes.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+    store_.module1.CalendarDirty = true;
+    accept();
+}
+
+void frmEdit::cmdCancel_Click() {
+    store_.module1.EditAccepted = false;
+    reject();
+}
+
+}  // namespace kelvane

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabBar>
+
+#include <array>
+
+#include "editor/ColourChoiceControls.h"
+#include "store/MonthViewControl.h"
+#include "store/Store.h"
+
+namespace kelvane {
+
+// The date editor, "Tivrel Edit": one date's title and colours ("Outlook"),
+// its schedule ("Schedule") and its note ("Notes"). It works on the working
+// copy the caller loaded (current date entry, appointment list and note
+// buffer) and never writes to the stores. Colour and schedule edits change the
+// working copy at once; the title and the note are taken on OK, which also sets
+// EditAccepted and marks the document changed.
+class frmEdit final : public QDialog {
+  public:
+    // The pages stand this far in from the dialog's left and top edge.
+    static constexpr double PanelLeftTwips = 240;
+    static constexpr double PanelTopTwips = 360;
+
+    // Builds the dialog and fills it from the working copy. `monthView` lends
+    // the sample its font.
+    frmEdit(Store& store, const MonthViewControl& monthView, QWidget* parent = nullptr);
+
+    void tabEdit_Click();
+    void lstSchedule_Click();
+    void cmdAddAppointment_Click();
+    void cmdDelete_Click();
+    void cmdClear_Click();
+    void txtTitle_Change();
+    void cmdOK_Click();
+    void cmdCancel_Click();
+
+    QLabel* lblDate;
+    QTabBar* tabEdit;
+    // The pages of the tabs "Outlook", "Schedule" and "Notes".
+    std::array<QWidget*, 3> Picture1;
+
+    QLabel* Label1;
+    QLineEdit* txtTitle;
+    ColourChoiceControls* Colours;
+
+    QLabel* Label5;
+    QListWidget* lstSchedule;
+    QLabel* Label6;
+    QLineEdit* txtAppointNum;
+    QLabel* Label3;
+    QLineEdit* txtStartTime;
+    QLabel* Label4;
+    QLineEdit* txtEndTime;
+    QLabel* Label2;
+    QLineEdit* txtAppDescription;
+    QPushButton* cmdAddAppointment;
+    QPushButton* cmdDelete;
+    QPushButton* cmdClear;
+
+    QPlainTextEdit* txtNotes;
+
+    QPushButton* cmdOK;
+    QPushButton* cmdCancel;
+
+  private:
+    void BuildOutlookPage(QWidget* page);
+    void BuildSchedulePage(QWidget* page);
+    void BuildNotesPage(QWidget* page);
+    void ArrangePages();
+    void Connect();
+    void Form_Load(const MonthViewControl& monthView);
+    void ShowPanel(int index);
+    void FillSchedule();
+    void Refuse(const QString& message);
+
+    Store& store_;
+    AppointmentSlots& schedule_;
+    int shownPanel_ = -1;
+    // Where every page shows, in pixels.
+    QPoint pagePosition_;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QPushButton>
+#include <QString>
+#include <QWidget>
+
+namespace kelvane {
+
+// A new child widget that carries its control name as object name.
+template <typename Widget>
+Widget* NamedWidget(QWidget* parent, const char* name) {
+    auto* widget = new Widget(parent);
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+// The same, with a caption (labels, buttons, check boxes) or a first text (boxes).
+template <typename Widget>
+Widget* NamedWidget(QWidget* parent, const char* name, const QString& caption) {
+    Widget* widget = NamedWidget<Widget>(parent, name);
+    widget->setText(caption);
+    return widget;
+}
+
+// A dialog button that Enter in a box does not press: no button of ours is
+// the default one.
+inline QPushButton* NamedButton(QWidget* parent, const char* name, const QString& caption) {
+    auto* button = NamedWidget<QPushButton>(parent, name, caption);
+    button->setAutoDefault(false);
+    button->setDefault(false);
+    return button;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,154 @@
+#include "shell/DateCommands.h"
+
+#include <QFileInfo>
+
+#include "editor/frmEdit.h"
+
+namespace kelvane {
+
+namespace {
+
+// Turns the announcements off for the length of a command, and on again
+// however it ends.
+class QuietAlerts {
+  public:
+    explicit QuietAlerts(ActivityWatch& watch) : watch_(watch) { watch_.AlertsOff(); }
+    ~QuietAlerts() { watch_.AlertsOn(); }
+    QuietAlerts(const QuietAlerts&) = delete;
+    QuietAlerts& operator=(const QuietAlerts&) = delete;
+
+  private:
+    ActivityWatch& watch_;
+};
+
+const QString kImageFilter = QStringLiteral("Bitmap (*.bmp)|*.bmp");
+
+}  // namespace
+
+DateCommands::DateCommands(Store& store, Calender& calender1, ActivityWatch& watch,
+                           MainStatusBar& statusBar, QWidget& owner)
+    : store_(store), calender1_(calender1), watch_(watch), statusBar_(statusBar), owner_(owner) {}
+
+void DateCommands::EditSelectedDate() {
+    const QuietAlerts quiet(watch_);
+    calender1_.UpdateSelectedDate(true);
+    const CalDate date = store_.calender.CurrentEntryDate;
+    if (date.Day <= 0 || date.Month <= 0) {
+        return;
+    }
+    const QString key = MakeDateKey(date.Month, date.Day);
+    store_.appointments.LoadAppointments(key);
+    store_.diary.LoadNote(key);
+    {
+        frmEdit editor(store_, calender1_, &owner_);
+        editor.exec();
+    }
+    if (!store_.module1.EditAccepted) {
+        statusBar_.ShowMessage(QStringLiteral("Edit Cancelled"));
+        return;
+    }
+    KeepEdit(key);
+}
+
+// Stores the edited working copy back and shows it wherever it is listed.
+void DateCommands::KeepEdit(const QString& key) {
+    const CalDate date = store_.calender.CurrentEntryDate;
+    calender1_.UpdateSelectedDate(false);
+    store_.appointments.SaveAppointments(key);
+    store_.diary.SaveNote(key);
+    if (IsToday(date) || IsExamined(date)) {
+        watch_.BuildTodaysSchedule();
+    }
+    statusBar_.ShowMessage(QStringLiteral("Edit Done"));
+}
+
+// A date without content is cleared without a question and the document is
+// not marked changed.
+void DateCommands::DeleteSelectedDate() {
+    if (!HasSelection()) {
+        return;
+    }
+    calender1_.UpdateSelectedDate(true);
+    const CalDate date = store_.calender.CurrentEntryDate;
+    const QString key = MakeDateKey(date.Month, date.Day);
+    store_.appointments.LoadAppointments(key);
+    store_.diary.LoadNote(key);
+    if (store_.DateHasContent()) {
+        if (store_.module1.Services().Messages.Show(QStringLiteral("Delete Date?"),
+                                                    MessageButtons::YesNo) != MessageAnswer::Yes) {
+            return;
+        }
+        store_.module1.CalendarDirty = true;
+    }
+    DateEntry& entry = store_.calender.CurrentEntry;
+    entry.TextColour = ColourChoice{};
+    entry.BackColour = ColourChoice{};
+    entry.Title = QString();
+    store_.appointments.DeleteAppointments(key);
+    store_.diary.ClearNote(key);
+    calender1_.UpdateSelectedDate(false);
+    calender1_.Display();
+    if (IsToday(date) || IsExamined(date)) {
+        watch_.BuildTodaysSchedule();
+    }
+}
+
+void DateCommands::ExamineSelectedDate() {
+    if (!HasSelection()) {
+        return;
+    }
+    calender1_.UpdateSelectedDate(true);
+    const CalDate date = calender1_.SelectedDate;
+    if (IsToday(date)) {
+        watch_.ExamineActive = false;
+    } else {
+        watch_.ExamineDate = date;
+        watch_.ExamineActive = true;
+    }
+    watch_.BuildTodaysSchedule();
+}
+
+void DateCommands::CancelExamine() {
+    watch_.ExamineActive = false;
+    watch_.BuildTodaysSchedule();
+}
+
+void DateCommands::SaveCalendarImage() {
+    const QuietAlerts quiet(watch_);
+    const Platform& services = store_.module1.Services();
+    const QString fileName = services.FileDialog.Show(
+        {FileDialogKind::Save, QStringLiteral("Save Calender"), QString(), kImageFilter});
+    if (fileName.isEmpty() || !ConfirmReplace(fileName)) {
+        return;
+    }
+    QString error;
+    if (!calender1_.CalenderSavePicture(fileName, error)) {
+        services.Messages.Show(QStringLiteral("Could not save the picture of the month to\r") +
+                                   fileName + QLatin1Char('\r') + error,
+                               MessageButtons::Ok, MessageIcon::Critical);
+    }
+}
+
+// True when the file is new, or the user agrees to replace it.
+bool DateCommands::ConfirmReplace(const QString& fileName) {
+    return !QFileInfo::exists(fileName) ||
+           store_.module1.Services().Messages.Show(
+               QStringLiteral("File exists - do you wish to replace"), MessageButtons::YesNo,
+               MessageIcon::Exclamation, QStringLiteral("Watch out ***")) == MessageAnswer::Yes;
+}
+
+bool DateCommands::HasSelection() const {
+    return calender1_.SelectedDate.Day > 0 && calender1_.SelectedDate.Month > 0;
+}
+
+bool DateCommands::IsToday(const CalDate& date) {
+    CalDate today;
+    store_.module1.GetToday(today);
+    return date.Day == today.Day && date.Month == today.Month;
+}
+
+bool DateCommands::IsExamined(const CalDate& date) const {
+    return date.Day == watch_.ExamineDate.Day && date.Month == watch_.ExamineDate.Month;
+}
+
+}  // namespace kelvane
