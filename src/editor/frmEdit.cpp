@@ -139,8 +139,10 @@ void frmEdit::ArrangePages() {
 
 void frmEdit::Connect() {
     connect(tabEdit, &QTabBar::currentChanged, this, [this] { tabEdit_Click(); });
-    connect(lstSchedule, &QListWidget::currentRowChanged, this, [this](int row) {
-        if (row >= 0) {
+    // Selection, not the current row: a list that gains focus makes its first
+    // row current without selecting it, and that must not fill the fields.
+    connect(lstSchedule, &QListWidget::itemSelectionChanged, this, [this] {
+        if (!lstSchedule->selectedItems().isEmpty()) {
             lstSchedule_Click();
         }
     });

@@ -50,10 +50,11 @@ void frmEdit::FillSchedule() {
 }
 
 void frmEdit::lstSchedule_Click() {
-    const QListWidgetItem* item = lstSchedule->currentItem();
-    if (item == nullptr) {
+    const QList<QListWidgetItem*> selected = lstSchedule->selectedItems();
+    if (selected.isEmpty()) {
         return;
     }
+    const QListWidgetItem* item = selected.constFirst();
     const double slot = Val(item->text());
     if (!AppointmentSlots::Contains(static_cast<long long>(slot))) {
         return;

@@ -126,6 +126,20 @@ TEST(EditorSchedule, SelectingALineFillsTheFieldsWithTwentyFourHourTimesToAddAga
     EXPECT_EQ(w.dialog->txtEndTime->text(), QString());
 }
 
+TEST(EditorSchedule, TabbingIntoTheListLeavesTheFieldsAsTyped) {
+    EditorWorld w;
+    w.PutActivity(1, QStringLiteral("Dentist"), {9, 30});
+    w.PutActivity(2, QStringLiteral("Tea"), {7, 0});
+    w.Open();
+    w.dialog->tabEdit->setCurrentIndex(1);
+    EditorWorld::Type(w.dialog->txtAppDescription, QStringLiteral("Typed"));
+    QFocusEvent focusIn(QEvent::FocusIn, Qt::TabFocusReason);
+    QApplication::sendEvent(w.dialog->lstSchedule, &focusIn);
+    EXPECT_EQ(w.dialog->txtAppDescription->text(), QStringLiteral("Typed"));
+    QTest::keyClick(w.dialog->lstSchedule, Qt::Key_Down);
+    EXPECT_EQ(w.dialog->txtAppDescription->text(), QStringLiteral("Dentist"));
+}
+
 TEST(EditorSchedule, DeleteMovesTheLaterSlotsDownAndSlotFortyKeepsItsContents) {
     EditorWorld w;
     for (int slot = 1; slot <= 40; ++slot) {
