@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 
 #include "gui/NamedWidgets.h"
+#include "gui/QtColours.h"
 #include "store/CalenderMOD.h"
 #include "store/Conversions.h"
 #include "store/Module1.h"
@@ -11,14 +12,6 @@
 namespace kelvane {
 
 namespace {
-
-ColourValue FromQColor(const QColor& colour) {
-    return MakeColour(colour.red(), colour.green(), colour.blue());
-}
-
-QColor ToQColor(ColourValue colour) {
-    return QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
-}
 
 // A channel box takes numbers from -255 to 255: offsets may be negative.
 qint16 ChannelValue(const QString& text) {

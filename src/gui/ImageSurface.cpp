@@ -24,14 +24,6 @@ QRect PixelBox(double x1, double y1, double x2, double y2) {
 
 }  // namespace
 
-QColor ToQColor(qint32 colour) {
-    return QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
-}
-
-qint32 FromQColor(const QColor& colour) {
-    return colour.red() + colour.green() * 256 + colour.blue() * 65536;
-}
-
 ImageSurface::ImageSurface(const QColor& background, const QColor& windowText)
     : font_(QStringLiteral("Arial"), 9),
       background_(background),

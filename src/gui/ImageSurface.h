@@ -13,6 +13,7 @@
 #include <optional>
 
 #include "gui/DrawingSurface.h"
+#include "gui/QtColours.h"
 
 namespace kelvane {
 
@@ -84,9 +85,5 @@ class ImageSurface final : public DrawingSurface {
     double currentY_ = 0;
     std::function<void()> changed_;
 };
-
-// Colours between the surface's numbers and Qt's.
-QColor ToQColor(qint32 colour);
-qint32 FromQColor(const QColor& colour);
 
 }  // namespace kelvane

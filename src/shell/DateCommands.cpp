@@ -1,8 +1,7 @@
 #include "shell/DateCommands.h"
 
-#include <QFileInfo>
-
 #include "editor/frmEdit.h"
+#include "store/DocumentCommands.h"
 
 namespace kelvane {
 
@@ -118,7 +117,7 @@ void DateCommands::SaveCalendarImage() {
     const Platform& services = store_.module1.Services();
     const QString fileName = services.FileDialog.Show(
         {FileDialogKind::Save, QStringLiteral("Save Calender"), QString(), kImageFilter});
-    if (fileName.isEmpty() || !ConfirmReplace(fileName)) {
+    if (fileName.isEmpty() || !ConfirmReplace(services.Messages, fileName)) {
         return;
     }
     QString error;
@@ -127,14 +126,6 @@ void DateCommands::SaveCalendarImage() {
                                    fileName + QLatin1Char('\r') + error,
                                MessageButtons::Ok, MessageIcon::Critical);
     }
-}
-
-// True when the file is new, or the user agrees to replace it.
-bool DateCommands::ConfirmReplace(const QString& fileName) {
-    return !QFileInfo::exists(fileName) ||
-           store_.module1.Services().Messages.Show(
-               QStringLiteral("File exists - do you wish to replace"), MessageButtons::YesNo,
-               MessageIcon::Exclamation, QStringLiteral("Watch out ***")) == MessageAnswer::Yes;
 }
 
 bool DateCommands::HasSelection() const {

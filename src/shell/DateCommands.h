@@ -38,7 +38,6 @@ class DateCommands {
     bool IsToday(const CalDate& date);
     bool IsExamined(const CalDate& date) const;
     void KeepEdit(const QString& key);
-    bool ConfirmReplace(const QString& fileName);
 
     Store& store_;
     Calender& calender1_;

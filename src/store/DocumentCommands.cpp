@@ -65,6 +65,13 @@ bool ReadRecentListBytes(const QString& fileName, QByteArray& bytes) {
 
 }  // namespace
 
+bool ConfirmReplace(MessageBoxes& messages, const QString& fileName) {
+    return !DocumentCommands::FileExists(fileName) ||
+           messages.Show(QStringLiteral("File exists - do you wish to replace"),
+                         MessageButtons::YesNo, MessageIcon::Exclamation,
+                         QStringLiteral("Watch out ***")) == MessageAnswer::Yes;
+}
+
 DocumentCommands::DocumentCommands(Store& store, MonthViewControl& monthView,
                                    DocumentWindow& window, FileNameRules rules)
     : store_(store), monthView_(monthView), window_(window), recent_(std::move(rules)) {}
@@ -119,8 +126,7 @@ void DocumentCommands::FileSaveAs() {
     if (fileName.isEmpty()) {
         return;
     }
-    if (FileExists(fileName) && !Ask(QStringLiteral("File exists - do you wish to replace"),
-                                     QStringLiteral("Watch out ***"))) {
+    if (!ConfirmReplace(store_.module1.Services().Messages, fileName)) {
         return;
     }
     if (SaveDocumentAs(fileName)) {

@@ -13,6 +13,10 @@ namespace kelvane {
 // The File menu's work on the open document: New, Open, Save As, the recent
 // files with their list file, and loading a calendar file. The main window
 // calls it from its menu handlers and gives it its month view.
+// True when no file of that name exists, or when the user answers Yes to
+// "File exists - do you wish to replace" (titled "Watch out ***").
+bool ConfirmReplace(MessageBoxes& messages, const QString& fileName);
+
 class DocumentCommands {
   public:
     DocumentCommands(Store& store, MonthViewControl& monthView, DocumentWindow& window,

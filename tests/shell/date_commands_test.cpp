@@ -24,7 +24,7 @@ QString StatusMessage(MainWindowWorld& w) {
     return w.main.sbStatusBar().Message();
 }
 
-TEST(DeleteDate, ADateWithOnlyANoteAsksAndNoKeepsTheNote) {
+TEST(DeleteDate, ADateWithOnlyANoteAsksNoKeepsTheNoteAndYesClearsIt) {
     MainWindowWorld w;
     PutNote(w, 3, 12, QStringLiteral("Remember"));
     w.ClickDay(12);
@@ -36,6 +36,12 @@ TEST(DeleteDate, ADateWithOnlyANoteAsksAndNoKeepsTheNote) {
                                  MessageIcon::None}));
     EXPECT_EQ(NoteOf(w, 3, 12), QStringLiteral("Remember"));
     EXPECT_FALSE(w.store.module1.CalendarDirty);
+    w.ClickDay(12);
+    w.platform.Messages.Answer(MessageAnswer::Yes);
+    w.main.Toolbar().Buttons[6]->trigger();
+    EXPECT_EQ(w.ShownTexts(), (QStringList{kDeleteDate, kDeleteDate}));
+    EXPECT_EQ(NoteOf(w, 3, 12), QString());
+    EXPECT_TRUE(w.store.module1.CalendarDirty);
 }
 
 TEST(DeleteDate, YesClearsEverythingMarksTheDocumentChangedAndRedrawsTheMonth) {
