@@ -1,6 +1,6 @@
-// The main function of benchmarks that draw or measure text: fonts need a GUI
-// application, and the offscreen platform is enough.
-#include <QGuiApplication>
+// The main function of benchmarks that draw or measure text or make widgets:
+// they need an application object, and the offscreen platform is enough.
+#include <QApplication>
 
 #include <benchmark/benchmark.h>
 
@@ -8,7 +8,7 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    QGuiApplication application(argc, argv);
+    QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

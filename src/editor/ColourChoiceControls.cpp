@@ -11,15 +11,10 @@
 
 namespace kelvane {
 
-namespace {
-
-// A channel box takes numbers from -255 to 255: offsets may be negative.
-qint16 ChannelValue(const QString& text) {
+qint16 ColourChannelValue(const QString& text) {
     const double value = RoundHalfEven(Val(text));
     return value >= -255 && value <= 255 ? static_cast<qint16>(value) : 0;
 }
-
-}  // namespace
 
 ColourChoiceControls::ColourChoiceControls(QWidget* page, ColourDialogs& dialogs)
     : QObject(page),
@@ -113,7 +108,7 @@ void ColourChoiceControls::ShowValues() {
 }
 
 void ColourChoiceControls::Box_KeyUp(const QLineEdit* box, qint16& component) {
-    component = ChannelValue(box->text());
+    component = ColourChannelValue(box->text());
     RedrawSample();
 }
 

@@ -11,6 +11,10 @@
 
 namespace kelvane {
 
+// A channel typed into a colour box: the text's value rounded, kept from -255
+// to 255 (offsets may be negative); anything else gives 0.
+qint16 ColourChannelValue(const QString& text);
+
 // The colour controls a dialog page shows for a font colour and a back colour:
 // per colour a button that opens the colour dialog, "Enabled" and "Absoloute"
 // check boxes and red, green and blue boxes; and the sample label that shows

@@ -2,6 +2,7 @@
 
 #include "gui/FakeColourDialogs.h"
 #include "gui/FakeFileDialogs.h"
+#include "gui/FakeFontList.h"
 #include "gui/FakeInstanceGuard.h"
 #include "gui/FakeMessageBoxes.h"
 #include "gui/FakeProgramDirectory.h"
@@ -29,11 +30,12 @@ class FakePlatform {
     FakeProgramDirectory Directory;
     FakeFileDialogs FileDialog;
     FakeColourDialogs ColourDialog;
+    FakeFontList Fonts;
     FakeSettingsStore Settings;
     FakeInstanceGuard Instance;
 
-    Platform Services{Messages,   Clock,        Random,   Directory,
-                      FileDialog, ColourDialog, Settings, Instance};
+    Platform Services{Messages,     Clock, Random,   Directory, FileDialog,
+                      ColourDialog, Fonts, Settings, Instance};
 };
 
 }  // namespace kelvane

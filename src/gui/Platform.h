@@ -2,6 +2,7 @@
 
 #include "gui/ColourDialogs.h"
 #include "gui/FileDialogs.h"
+#include "gui/FontList.h"
 #include "gui/InstanceGuard.h"
 #include "gui/MessageBoxes.h"
 #include "gui/ProgramDirectory.h"
@@ -21,6 +22,7 @@ struct Platform {
     ProgramDirectory& Directory;
     FileDialogs& FileDialog;
     ColourDialogs& ColourDialog;
+    FontList& Fonts;
     SettingsStore& Settings;
     InstanceGuard& Instance;
 };

@@ -4,6 +4,7 @@
 #include "gui/Platform.h"
 #include "gui/QtColourDialogs.h"
 #include "gui/QtFileDialogs.h"
+#include "gui/QtFontList.h"
 #include "gui/QtInstanceGuard.h"
 #include "gui/QtMessageBoxes.h"
 #include "gui/QtProgramDirectory.h"
@@ -27,11 +28,12 @@ class QtPlatform {
     QtProgramDirectory Directory;
     QtFileDialogs FileDialog;
     QtColourDialogs ColourDialog;
+    QtFontList Fonts;
     QtSettingsStore Settings;
     QtInstanceGuard Instance;
 
-    Platform Services{Messages,   Clock,        Random,   Directory,
-                      FileDialog, ColourDialog, Settings, Instance};
+    Platform Services{Messages,     Clock, Random,   Directory, FileDialog,
+                      ColourDialog, Fonts, Settings, Instance};
 };
 
 }  // namespace kelvane

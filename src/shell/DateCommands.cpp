@@ -1,24 +1,12 @@
 #include "shell/DateCommands.h"
 
 #include "editor/frmEdit.h"
+#include "shell/QuietAlerts.h"
 #include "store/DocumentCommands.h"
 
 namespace kelvane {
 
 namespace {
-
-// Turns the announcements off for the length of a command, and on again
-// however it ends.
-class QuietAlerts {
-  public:
-    explicit QuietAlerts(ActivityWatch& watch) : watch_(watch) { watch_.AlertsOff(); }
-    ~QuietAlerts() { watch_.AlertsOn(); }
-    QuietAlerts(const QuietAlerts&) = delete;
-    QuietAlerts& operator=(const QuietAlerts&) = delete;
-
-  private:
-    ActivityWatch& watch_;
-};
 
 const QString kImageFilter = QStringLiteral("Bitmap (*.bmp)|*.bmp");
 

@@ -31,6 +31,7 @@ frmMain::frmMain(Store& store)
     watch_ = std::make_unique<ActivityWatch>(store_, *calender1_, *schedule_, *statusBar_);
     commands_ = std::make_unique<DocumentCommands>(store_, *calender1_, *this);
     dates_ = std::make_unique<DateCommands>(store_, *calender1_, *watch_, *statusBar_, *this);
+    tools_ = std::make_unique<ToolCommands>(store_, *calender1_, *watch_, *this);
 
     setCentralWidget(panels_);
     panels_->installEventFilter(this);

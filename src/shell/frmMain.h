@@ -13,6 +13,7 @@
 #include "shell/MainMenu.h"
 #include "shell/MainStatusBar.h"
 #include "shell/MainToolbar.h"
+#include "shell/ToolCommands.h"
 #include "shell/WindowGeometry.h"
 #include "store/DocumentCommands.h"
 #include "store/DocumentWindow.h"
@@ -48,6 +49,11 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void mnuEditDate_Click() { dates_->EditSelectedDate(); }
     void mnuEditExamineDate_Selected_Click() { dates_->ExamineSelectedDate(); }
     void mnuToolsExamine_CancelExamine_Click() { dates_->CancelExamine(); }
+    void mnuToolsCommingUp_Click() { tools_->ShowCommingUp(); }
+    void mnuToolsColourFill_Click() { tools_->ShowColourFill(); }
+    void mnuViewOptions_Click() { tools_->ShowOptions(); }
+    void mnuHelpTips_Click() { tools_->ShowTips(); }
+    void mnuHelpAbout_Click() { tools_->ShowAbout(); }
     void mnuViewToolBar_Click();
     void mnuViewStatusBar_Click();
     void mnuViewRefresh_Click();
@@ -78,6 +84,7 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     ActivityWatch& Watch() { return *watch_; }
     DocumentCommands& Commands() { return *commands_; }
     DateCommands& Dates() { return *dates_; }
+    ToolCommands& Tools() { return *tools_; }
     MainStatusBar& sbStatusBar() { return *statusBar_; }
     const MainMenu& Menu() const { return menu_; }
     const MainToolbar& Toolbar() const { return toolbar_; }
@@ -115,6 +122,7 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     std::unique_ptr<ActivityWatch> watch_;
     std::unique_ptr<DocumentCommands> commands_;
     std::unique_ptr<DateCommands> dates_;
+    std::unique_ptr<ToolCommands> tools_;
     // The check marks of View: Tool Bar, Status Bar, Schedule and Calender.
     bool viewToolBar_ = true;
     bool viewStatusBar_ = true;

@@ -31,6 +31,13 @@ void frmMain::ConnectMenu() {
             [this] { mnuEditExamineDate_Selected_Click(); });
     connect(menu_.mnuToolsExamine_CancelExamine, &QAction::triggered, this,
             [this] { mnuToolsExamine_CancelExamine_Click(); });
+    connect(menu_.mnuToolsCommingUp, &QAction::triggered, this,
+            [this] { mnuToolsCommingUp_Click(); });
+    connect(menu_.mnuToolsColourFill, &QAction::triggered, this,
+            [this] { mnuToolsColourFill_Click(); });
+    connect(menu_.mnuViewOptions, &QAction::triggered, this, [this] { mnuViewOptions_Click(); });
+    connect(menu_.mnuHelpTips, &QAction::triggered, this, [this] { mnuHelpTips_Click(); });
+    connect(menu_.mnuHelpAbout, &QAction::triggered, this, [this] { mnuHelpAbout_Click(); });
     connect(menu_.mnuViewToolBar, &QAction::triggered, this, [this] { mnuViewToolBar_Click(); });
     connect(menu_.mnuViewStatusBar, &QAction::triggered, this,
             [this] { mnuViewStatusBar_Click(); });
@@ -68,6 +75,9 @@ void frmMain::tbMain_ButtonClick(int index) {
         case 6:
             dates_->DeleteSelectedDate();
             break;
+        case 7:
+            mnuToolsColourFill_Click();
+            break;
         case 9:
             ShowMonth(WrapMonth(calender1_->GetDisplayMonth() - 1));
             break;
@@ -87,6 +97,9 @@ void frmMain::tbMain_ButtonClick(int index) {
             break;
         case 14:
             mnuViewTools_Click();
+            break;
+        case 15:
+            mnuToolsCommingUp_Click();
             break;
         default:
             break;

@@ -57,6 +57,14 @@ void AddDaysInYear(CalDate& result, const CalDate& start, int days,
     }
 }
 
+bool DateBefore(const CalDate& a, const CalDate& b) {
+    return a.Month < b.Month || (a.Month == b.Month && a.Day < b.Day);
+}
+
+bool IsLastDayOfYear(const CalDate& date) {
+    return date.Month == 12 && date.Day == 31;
+}
+
 ColourListItem MakeColourListItem(const QString& name, qint16 red, qint16 green, qint16 blue,
                                   bool absolute, bool enabled) {
     ColourListItem item;

@@ -27,6 +27,12 @@ QString FormatCalDate(const CalDate& date);
 void AddDaysInYear(CalDate& result, const CalDate& start, int days,
                    const MonthLengths& yearMonthLengths);
 
+// True when `a` comes before `b` in the year, by month and then day.
+bool DateBefore(const CalDate& a, const CalDate& b);
+
+// True for 31 December, where stepping through the year stops.
+bool IsLastDayOfYear(const CalDate& date);
+
 // One colour-list entry; the name is cut or padded to 20 characters.
 ColourListItem MakeColourListItem(const QString& name, qint16 red, qint16 green, qint16 blue,
                                   bool absolute, bool enabled);

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QStringList>
 #include <QTest>
 
@@ -50,11 +51,12 @@ struct EditorWorld {
             box->insert(text);
         }
     }
-    // Clicks a button in its middle, a check box on its box.
+    // Clicks a button in its middle, a check box or option button on its box.
     static void Click(QAbstractButton* button) {
-        const bool checkBox = qobject_cast<QCheckBox*>(button) != nullptr;
+        const bool box = qobject_cast<QCheckBox*>(button) != nullptr ||
+                         qobject_cast<QRadioButton*>(button) != nullptr;
         const QPoint where =
-            checkBox ? QPoint(button->height() / 2, button->height() / 2) : button->rect().center();
+            box ? QPoint(button->height() / 2, button->height() / 2) : button->rect().center();
         QTest::mouseClick(button, Qt::LeftButton, {}, where);
     }
 

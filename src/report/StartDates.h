@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QListWidget>
+
+#include "store/Module1.h"
+
+namespace kelvane {
+
+// The dates a span can start from: today, and the month view's selected date
+// when its text differs from today's. Both are read once, when a dialog opens.
+struct StartDates {
+    CalDate Today;
+    CalDate Selected;
+
+    static StartDates Read(Module1& module1);
+
+    // Puts "Today: " and today's date into `list`, then "Selected:" and the
+    // selected date when that reads differently.
+    void Fill(QListWidget* list) const;
+    // The first line gives today, any other the selected date.
+    const CalDate& OfRow(int row) const { return row == 0 ? Today : Selected; }
+};
+
+}  // namespace kelvane

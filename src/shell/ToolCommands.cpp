@@ -1,0 +1,74 @@
+#include "shell/ToolCommands.h"
+
+#include "colourfill/frmColourFill.h"
+#include "dialogs/frmAbout.h"
+#include "dialogs/frmOptions.h"
+#include "dialogs/frmTip.h"
+#include "report/frmCommingUp.h"
+#include "shell/QuietAlerts.h"
+
+namespace kelvane {
+
+ToolCommands::ToolCommands(Store& store, Calender& calender1, ActivityWatch& watch, QWidget& owner)
+    : store_(store), calender1_(calender1), watch_(watch), owner_(owner) {}
+
+// The report walks the selection over its dates; the grid shows where it ended.
+void ToolCommands::ShowCommingUp() {
+    const QuietAlerts quiet(watch_);
+    {
+        frmCommingUp dialog(store_, calender1_, &owner_);
+        dialog.exec();
+    }
+    calender1_.Display();
+}
+
+void ToolCommands::ShowColourFill() {
+    const QuietAlerts quiet(watch_);
+    // The fill stores its dates one by one; the grid is drawn once, after it.
+    calender1_.HoldRedraws(true);
+    bool filled = false;
+    {
+        frmColourFill dialog(store_, calender1_, &owner_);
+        dialog.exec();
+        filled = dialog.Filled();
+    }
+    if (filled) {
+        store_.module1.CalendarDirty = true;
+    }
+    calender1_.HoldRedraws(false);
+    calender1_.Display();
+}
+
+void ToolCommands::ShowOptions() {
+    const QuietAlerts quiet(watch_);
+    const ColourListTable coloursBefore = store_.calender.ColourList;
+    QString fontBefore;
+    qint16 sizeBefore = 0;
+    calender1_.GetFont(fontBefore, sizeBefore);
+    {
+        frmOptions dialog(store_, calender1_, &owner_);
+        dialog.exec();
+    }
+    QString fontAfter;
+    qint16 sizeAfter = 0;
+    calender1_.GetFont(fontAfter, sizeAfter);
+    if (store_.calender.ColourList != coloursBefore || fontAfter != fontBefore ||
+        sizeAfter != sizeBefore) {
+        store_.module1.CalendarDirty = true;
+    }
+    calender1_.Display();
+}
+
+void ToolCommands::ShowTips() {
+    const QuietAlerts quiet(watch_);
+    frmTip dialog(store_.module1.Services().Random, &owner_);
+    dialog.exec();
+}
+
+void ToolCommands::ShowAbout() {
+    const QuietAlerts quiet(watch_);
+    frmAbout dialog(&owner_);
+    dialog.exec();
+}
+
+}  // namespace kelvane
