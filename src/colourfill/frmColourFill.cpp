@@ -45,13 +45,15 @@ void frmColourFill::BuildControls() {
     txtUnit->setMaximumWidth(txtUnit->fontMetrics().horizontalAdvance(QStringLiteral("00000")) +
                              12);
     Colours->lblSample->setMinimumHeight(48);
+    // The sample takes any height to spare; the colour controls keep theirs.
+    Colours->Columns->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 
     auto* run = new QGridLayout;
     run->addWidget(Label2, 0, 0, 1, 2);
     run->addWidget(lstDateFrom, 1, 0, 1, 2);
     run->addWidget(txtDateTo, 2, 0, 1, 2);
     run->addWidget(Label1, 3, 0);
-    run->addWidget(txtUnit, 3, 1);
+    run->addWidget(txtUnit, 3, 1, Qt::AlignLeft);
     run->addWidget(optUnit[0], 4, 0, 1, 2);
     run->addWidget(optUnit[1], 5, 0, 1, 2);
     run->setRowStretch(6, 1);

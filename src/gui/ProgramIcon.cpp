@@ -46,10 +46,12 @@ QPixmap ProgramPicture(int size) {
     painter.setBrush(kLeaf);
     painter.drawRoundedRect(leaf, corner, corner);
     const QRectF heading(leaf.left(), leaf.top(), leaf.width(), leaf.height() / 4);
-    QPainterPath headingPath;
-    headingPath.addRoundedRect(heading, corner, corner);
-    headingPath.addRect(heading.adjusted(0, heading.height() / 2, 0, 0));
-    painter.fillPath(headingPath.simplified(), kHeading);
+    QPainterPath leafPath;
+    leafPath.addRoundedRect(leaf, corner, corner);
+    painter.save();
+    painter.setClipPath(leafPath);
+    painter.fillRect(heading, kHeading);
+    painter.restore();
     const double inset = leaf.width() / 12;
     DrawDays(painter,
              QRectF(leaf.left() + inset, heading.bottom() + inset, leaf.width() - 2 * inset,

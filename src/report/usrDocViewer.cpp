@@ -80,6 +80,8 @@ void usrDocViewer::ClearLines() {
 }
 
 void usrDocViewer::RefreshDisplay() {
+    // The temporary file is complete on disk whenever the box shows it.
+    overflowFile_.Flush();
     // Built whole and set once: setting the box line by line is slow.
     QStringList shown;
     shown.reserve(lineCount_);

@@ -51,7 +51,9 @@ class usrDocViewer : public QWidget {
     // text and the temporary file stays open.
     void ClearLines();
     // Shows every line without its leading and trailing blanks, one per line,
-    // with no line break after the last.
+    // with no line break after the last. Lines kept in the temporary file are
+    // written out by then: until a refresh (or a read) they may still wait in
+    // the file's buffer.
     void RefreshDisplay();
 
     // The temporary file's path, "" until lines first went beyond memory.
@@ -75,8 +77,10 @@ class usrDocViewer : public QWidget {
 
     qint16 overflowFileNumber_ = 0;
     QString overflowFilePath_;
-    // Mutable because reading a record moves the file's position.
-    mutable RecordFile overflowFile_{LineLength};
+    // Mutable because reading a record moves the file's position. Its writes
+    // collect in a buffer: the viewer reads its lines back itself, and reading
+    // writes the buffer out first.
+    mutable RecordFile overflowFile_{LineLength, RecordFile::Writes::Buffered};
 };
 
 }  // namespace kelvane

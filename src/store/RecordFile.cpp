@@ -21,17 +21,25 @@ void RecordFile::CloseAndRemove() {
     }
 }
 
+bool RecordFile::MoveTo(qint64 record) {
+    const qint64 offset = OffsetOf(record);
+    return file_.pos() == offset || file_.seek(offset);
+}
+
 bool RecordFile::Write(qint64 firstRecord, const QByteArray& records) {
-    if (!IsOpen() || firstRecord < 1 || !file_.seek(OffsetOf(firstRecord))) {
+    if (!IsOpen() || firstRecord < 1 || !MoveTo(firstRecord)) {
         return false;
     }
-    // Flush at once so that a full disk shows up here and not at some later write.
-    return file_.write(records) == records.size() && file_.flush();
+    if (file_.write(records) != records.size()) {
+        return false;
+    }
+    // Flushed at once, a full disk shows up here and not at some later write.
+    return writes_ == Writes::Buffered || file_.flush();
 }
 
 bool RecordFile::Read(qint64 firstRecord, int count, QByteArray& records) {
     records.clear();
-    if (!IsOpen() || firstRecord < 1 || count < 1 || !file_.seek(OffsetOf(firstRecord))) {
+    if (!IsOpen() || firstRecord < 1 || count < 1 || !MoveTo(firstRecord)) {
         return false;
     }
     const qint64 wanted = static_cast<qint64>(count) * recordLength_;

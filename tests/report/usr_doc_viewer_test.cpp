@@ -195,6 +195,7 @@ TEST_F(DocViewerTest, MemoryHoldsAThousandLinesWithoutAFile) {
 TEST_F(DocViewerTest, Line1001IsTheFirstRecordOfTheTemporaryFile) {
     FillMemory();
     ASSERT_TRUE(viewer.AddLine(QStringLiteral("beyond memory")));
+    viewer.RefreshDisplay();
 
     const QStringList files = OverflowFiles(world);
     ASSERT_EQ(files.size(), 1);
@@ -206,8 +207,21 @@ TEST_F(DocViewerTest, Line1001IsTheFirstRecordOfTheTemporaryFile) {
     EXPECT_TRUE(world.module1.Files.InUse(viewer.OverflowFileNumber()));
 }
 
+// Lines beyond memory may wait in the file's buffer while they are added; a
+// read of one of them finds it all the same.
+TEST_F(DocViewerTest, ALineStillInTheFilesBufferReadsBack) {
+    FillMemory();
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("first")));
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("second")));
+    EXPECT_EQ(viewer.GetLine(1002), Padded(QStringLiteral("second")));
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("third")));
+    EXPECT_EQ(viewer.GetLine(1001), Padded(QStringLiteral("first")));
+    EXPECT_EQ(viewer.GetLine(1003), Padded(QStringLiteral("third")));
+}
+
 TEST_F(DocViewerTest, LaterLinesFollowAsFurtherRecords) {
     AddNumberedLines(1003);
+    viewer.RefreshDisplay();
     const QStringList files = OverflowFiles(world);
     ASSERT_EQ(files.size(), 1);
     const QByteArray bytes = world.ReadFile(files[0]);
@@ -215,7 +229,6 @@ TEST_F(DocViewerTest, LaterLinesFollowAsFurtherRecords) {
     EXPECT_EQ(bytes.mid(2 * kLength), Padded(QStringLiteral("line 1003")).toLatin1());
     EXPECT_EQ(viewer.GetLine(1002), Padded(QStringLiteral("line 1002")));
 
-    viewer.RefreshDisplay();
     const QStringList shown = Shown().split(QLatin1Char('\n'));
     ASSERT_EQ(shown.size(), 1003);
     EXPECT_EQ(shown[999], QStringLiteral("line 1000"));
@@ -350,6 +363,7 @@ TEST_F(DocViewerTest, LinesAfterClearingOverwriteOldRecords) {
     viewer.ClearLines();
     AddNumberedLines(1000);
     ASSERT_TRUE(viewer.AddLine(QStringLiteral("new")));
+    viewer.RefreshDisplay();
 
     const QStringList files = OverflowFiles(world);
     ASSERT_EQ(files.size(), 1);
@@ -364,6 +378,7 @@ TEST_F(DocViewerTest, LinesAfterClearingOverwriteOldRecords) {
 TEST_F(DocViewerTest, Windows1252CharactersSurviveTheFile) {
     FillMemory();
     ASSERT_TRUE(viewer.AddLine(QStringLiteral("caf\u00e9 \u20ac5 \u03a9")));
+    viewer.RefreshDisplay();
 
     const QStringList files = OverflowFiles(world);
     ASSERT_EQ(files.size(), 1);

@@ -25,6 +25,40 @@ TEST(RecordFile, WritesAndReadsRecordsByNumber) {
     EXPECT_EQ(written.readAll(), QByteArray("aaaabbbbcccc"));
 }
 
+QByteArray OnDisk(const QString& path) {
+    QFile written(path);
+    return written.open(QIODevice::ReadOnly) ? written.readAll() : QByteArray();
+}
+
+TEST(RecordFile, FlushedWritesAreOnDiskAtOnce) {
+    QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("records"));
+    RecordFile file(4);
+    ASSERT_TRUE(file.Open(path));
+    ASSERT_TRUE(file.Write(1, "aaaa"));
+    ASSERT_TRUE(file.Write(2, "bbbb"));
+    EXPECT_EQ(OnDisk(path), QByteArray("aaaabbbb"));
+}
+
+TEST(RecordFile, BufferedWritesReadBackAndReachTheDiskOnFlush) {
+    QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("records"));
+    RecordFile file(4, RecordFile::Writes::Buffered);
+    ASSERT_TRUE(file.Open(path));
+    ASSERT_TRUE(file.Write(1, "aaaa"));
+    ASSERT_TRUE(file.Write(2, "bbbb"));
+    QByteArray records;
+    ASSERT_TRUE(file.Read(1, 1, records));
+    EXPECT_EQ(records, QByteArray("aaaa"));
+    ASSERT_TRUE(file.Write(2, "cccc"));
+    ASSERT_TRUE(file.Write(3, "dddd"));
+    ASSERT_TRUE(file.Read(2, 2, records));
+    EXPECT_EQ(records, QByteArray("ccccdddd"));
+    ASSERT_TRUE(file.Write(4, "eeee"));
+    EXPECT_TRUE(file.Flush());
+    EXPECT_EQ(OnDisk(path), QByteArray("aaaaccccddddeeee"));
+}
+
 TEST(RecordFile, KeepsWhatAnExistingFileHolds) {
     QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("records"));
