@@ -107,12 +107,9 @@ void frmColourFill::Form_Load() {
 }
 
 void frmColourFill::lstDateFrom_Click() {
-    const int row = lstDateFrom->currentRow();
-    if (row < 0) {
-        return;
+    if (startDates_.TakeChosen(lstDateFrom, StartDate)) {
+        ShowEndDate();
     }
-    StartDate = startDates_.OfRow(row);
-    ShowEndDate();
 }
 
 void frmColourFill::optUnit_Click(int index) {

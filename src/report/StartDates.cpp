@@ -21,4 +21,13 @@ void StartDates::Fill(QListWidget* list) const {
     }
 }
 
+bool StartDates::TakeChosen(const QListWidget* list, CalDate& start) const {
+    const int row = list->currentRow();
+    if (row < 0) {
+        return false;
+    }
+    start = row == 0 ? Today : Selected;
+    return true;
+}
+
 }  // namespace kelvane

@@ -17,8 +17,10 @@ struct StartDates {
     // Puts "Today: " and today's date into `list`, then "Selected:" and the
     // selected date when that reads differently.
     void Fill(QListWidget* list) const;
-    // The first line gives today, any other the selected date.
-    const CalDate& OfRow(int row) const { return row == 0 ? Today : Selected; }
+    // Sets `start` to the date of the list's current line: today for the
+    // first, the selected date for any other. False, with `start` left as it
+    // was, while no line is current.
+    bool TakeChosen(const QListWidget* list, CalDate& start) const;
 };
 
 }  // namespace kelvane

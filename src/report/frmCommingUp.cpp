@@ -113,12 +113,9 @@ void frmCommingUp::Form_Load() {
 }
 
 void frmCommingUp::lstDateFrom_Click() {
-    const int row = lstDateFrom->currentRow();
-    if (row < 0) {
-        return;
+    if (startDates_.TakeChosen(lstDateFrom, StartDate)) {
+        BuildReport();
     }
-    StartDate = startDates_.OfRow(row);
-    BuildReport();
 }
 
 void frmCommingUp::optTimeDuration_Click(int index) {
