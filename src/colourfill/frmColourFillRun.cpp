@@ -13,9 +13,9 @@ CalDate frmColourFill::EndDate() const {
     return end;
 }
 
-// The start plus `Units` weeks. Where 31 December holds the end back on another
-// weekday, the search for the start's weekday steps back a day at a time from
-// there; a step that cannot move the date ends it on 31 December.
+// The start plus `Units` weeks. Only where 31 December holds the end back can
+// the weekday differ; the search for the start's weekday then moves on by one
+// day fewer each step, and as no step can move 31 December, the run ends there.
 CalDate frmColourFill::WeeklyEnd() const {
     const MonthLengths& lengths = store_.module1.YearMonthLengths;
     const Module1& module1 = store_.module1;

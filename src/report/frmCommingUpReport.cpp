@@ -1,4 +1,5 @@
 // How the coming-up report is worked out and written.
+#include <algorithm>
 #include <utility>
 
 #include "report/frmCommingUp.h"
