@@ -209,7 +209,7 @@ void frmOptions::ApplyFont() {
 
 // Sizes outside 5..24 wait for OK or a new font name.
 void frmOptions::txtFontSize_Change() {
-    const double size = Val(txtFontSize->text());
+    const double size = RoundHalfEven(Val(txtFontSize->text()));
     if (Loaded && size >= SmallestFontSize && size < TooLargeFontSize) {
         ApplyFont();
     }

@@ -148,6 +148,18 @@ TEST_F(OptionsTest, FontSizesOutsideFiveToTwentyFourBecomeTenWhenTheFontIsApplie
     }
 }
 
+TEST_F(OptionsTest, TypedSizesAreRoundedBeforeTheyAreTried) {
+    Open();
+    Paste(dialog->txtFontSize, "4.6");
+    EXPECT_EQ(PreviewFont(), "Arial/5");
+    Paste(dialog->txtFontSize, "24.6");
+    EXPECT_EQ(dialog->txtFontSize->text(), "24.6");
+    EXPECT_EQ(PreviewFont(), "Arial/5");
+    DatesWorld::Type(dialog->txtFontSize, "24.6");
+    EXPECT_EQ(dialog->txtFontSize->text(), "24.6");
+    EXPECT_EQ(PreviewFont(), "Arial/24");
+}
+
 TEST_F(OptionsTest, AFontThatIsNotInstalledKeepsItsName) {
     Open();
     DatesWorld::Type(dialog->cmbFontName->lineEdit(), "No Such Font Anywhere");
