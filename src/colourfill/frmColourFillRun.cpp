@@ -46,6 +46,8 @@ void frmColourFill::FillRun() {
     const bool fillEdited = chkFill[0]->isChecked();
     const bool fillUnedited = chkFill[1]->isChecked();
     const CalDate end = EndDate();
+    // Each date is stored back on its own; the month is drawn once, at the end.
+    monthView_.HoldRedraws(true);
     CalDate date = StartDate;
     bool more = true;
     while (more) {
@@ -67,6 +69,7 @@ void frmColourFill::FillRun() {
         }
         date = next;
     }
+    monthView_.HoldRedraws(false);
 }
 
 }  // namespace kelvane

@@ -17,12 +17,4 @@ class StartupDialogs {
     virtual void ShowTips(QWidget* owner) = 0;
 };
 
-// Start-up without a splash or tips.
-class NoStartupDialogs final : public StartupDialogs {
-  public:
-    void ShowSplash() override {}
-    void CloseSplash() override {}
-    void ShowTips(QWidget* /*owner*/) override {}
-};
-
 }  // namespace kelvane

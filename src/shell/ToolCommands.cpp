@@ -24,8 +24,6 @@ void ToolCommands::ShowCommingUp() {
 
 void ToolCommands::ShowColourFill() {
     const QuietAlerts quiet(watch_);
-    // The fill stores its dates one by one; the grid is drawn once, after it.
-    calender1_.HoldRedraws(true);
     bool filled = false;
     {
         frmColourFill dialog(store_, calender1_, &owner_);
@@ -35,7 +33,6 @@ void ToolCommands::ShowColourFill() {
     if (filled) {
         store_.module1.CalendarDirty = true;
     }
-    calender1_.HoldRedraws(false);
     calender1_.Display();
 }
 

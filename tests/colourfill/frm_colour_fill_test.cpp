@@ -225,6 +225,17 @@ TEST_F(ColourFillTest, WeeklyRunsHeldAtTheLastOfDecemberEndThere) {
     }
 }
 
+TEST_F(ColourFillTest, AFillOverTheShownMonthDrawsItOnceAtTheEnd) {
+    Open();
+    SetUnits("10");
+    ChooseAbsoluteBack();
+    Check(1);
+    const int clearsBefore = dates.view.surface.clears;
+    DatesWorld::Click(dialog->cmdDoIt);
+    EXPECT_EQ(dates.view.surface.clears, clearsBefore + 1);
+    EXPECT_TRUE(Filled(3, 24));
+}
+
 TEST_F(ColourFillTest, TheOpeningValuesRemoveTheDatesOwnColours) {
     ColourDates(3, 15, 16);
     Open();

@@ -44,10 +44,7 @@ struct DatesWorld {
     }
     void PutActivity(qint16 month, qint16 day, int slot, const QString& description,
                      ClockTime start, ClockTime end = {-1, -1}) {
-        const QString key = MakeDateKey(month, day);
-        world.appointments.LoadAppointments(key);
-        world.appointments.AppointmentList[slot] = Appointment{description, start, end};
-        world.appointments.SaveAppointments(key);
+        world.PutActivity(month, day, slot, description, start, end);
     }
     void PutNote(qint16 month, qint16 day, const QString& note) {
         const QString key = MakeDateKey(month, day);

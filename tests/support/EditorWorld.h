@@ -89,10 +89,7 @@ struct EditorWorld {
     // Stores an activity in a date's schedule before the editor opens on it.
     void PutActivity(int slot, const QString& description, ClockTime start,
                      ClockTime end = {-1, -1}, qint16 month = 7, qint16 day = 17) {
-        const QString key = MakeDateKey(month, day);
-        world.appointments.LoadAppointments(key);
-        Slot(slot) = Appointment{description, start, end};
-        world.appointments.SaveAppointments(key);
+        world.PutActivity(month, day, slot, description, start, end);
     }
 
     CalenderWorld view{2000, 3, 15};

@@ -17,6 +17,14 @@ void TestWorld::OpenStores() {
     store.diary.InitDiaryStore();
 }
 
+void TestWorld::PutActivity(qint16 month, qint16 day, int slot, const QString& description,
+                            ClockTime start, ClockTime end) {
+    const QString key = MakeDateKey(month, day);
+    appointments.LoadAppointments(key);
+    appointments.AppointmentList[slot] = Appointment{description, start, end};
+    appointments.SaveAppointments(key);
+}
+
 QString TestWorld::FilePath(const QString& name) const {
     return store.module1.AppDirectory() + name;
 }

@@ -18,6 +18,10 @@ struct TestWorld {
 
     // Opens both temporary stores, as start-up does.
     void OpenStores();
+    // Stores an activity in slot `slot` of a date's schedule, as the editor
+    // would; the stores must be open.
+    void PutActivity(qint16 month, qint16 day, int slot, const QString& description,
+                     ClockTime start, ClockTime end = {-1, -1});
     QString FilePath(const QString& name) const;
     QByteArray ReadFile(const QString& name) const;
 
