@@ -8,6 +8,7 @@ packages=(
     cmake ninja-build g++
     qt6-base-dev fonts-dejavu-core
     libgtest-dev libgmock-dev libbenchmark-dev
+    libical-dev dpkg-dev
     clang libclang-rt-dev
     "$@"
 )
