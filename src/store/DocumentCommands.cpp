@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "store/CalendarFileOnDisk.h"
 #include "store/DocumentFile.h"
 #include "store/LineReader.h"
 #include "store/LineWriter.h"
@@ -28,28 +29,6 @@ class FileCommandScope {
   private:
     DocumentWindow& window_;
 };
-
-// Far more than a year of the longest dates takes; anything larger is no
-// calendar file and is not read into memory.
-constexpr qint64 kLargestFile = 256 * 1024 * 1024;
-// Enough of a file's start to hold its first line.
-constexpr qint64 kHeaderBytes = 4096;
-
-bool StartsWithHeader(QFile& file) {
-    LineReader in(file.peek(kHeaderBytes));
-    QString header;
-    return in.ReadLine(header) && header == CalendarFileHeader;
-}
-
-// The whole of a file that starts like a calendar file; false for any other.
-bool ReadCalendarBytes(const QString& fileName, QByteArray& bytes) {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kLargestFile || !StartsWithHeader(file)) {
-        return false;
-    }
-    bytes = file.readAll();
-    return file.error() == QFileDevice::NoError;
-}
 
 // Four file names of any length the system allows.
 constexpr qint64 kLargestRecentList = 64 * 1024;
@@ -176,11 +155,9 @@ bool DocumentCommands::LoadFile(const QString& fileName) {
         ShowCritical(QStringLiteral("File dosen't exist"));
         return false;
     }
-    QByteArray bytes;
     CalendarFileContent content;
-    const bool read = ReadCalendarBytes(fileName, bytes);
-    const CalendarFileReport report = ReadCalendarFile(bytes, content);
-    if (!read || report.Status == CalendarFileStatus::Unrecognized) {
+    const CalendarFileReport report = ReadCalendarFileNamed(fileName, content);
+    if (report.Status == CalendarFileStatus::Unrecognized) {
         ShowCritical(QStringLiteral("Don't recognize file"));
         return false;
     }
@@ -189,7 +166,6 @@ bool DocumentCommands::LoadFile(const QString& fileName) {
                      QString::number(report.DamagedLine));
         return false;
     }
-    bytes.clear();
 
     // The dates are stored one by one; the month is drawn once, at the end.
     monthView_.HoldRedraws(true);

@@ -1,12 +1,29 @@
 #pragma once
 
+#include <QDate>
+#include <QDateTime>
+#include <QString>
 #include <QStringList>
 #include <QTextStream>
 
 namespace kelvane::cal {
 
-// Runs one kelvane-cal command line (without the program name) and gives the
-// exit status: 0 done, 1 a file could not be read or written, 2 a usage error.
-int RunCommand(const QStringList& arguments, QTextStream& out, QTextStream& err);
+// What a command may need from outside its arguments; tests give fixed values.
+struct Environment {
+    QDate Today;
+    QDateTime Now;       // the stamp of exported events, in UTC
+    QString SystemZone;  // the IANA name imported times are turned into by default
+};
+
+// Exit statuses.
+inline constexpr int kDone = 0;
+inline constexpr int kFileProblem = 1;  // a file is damaged, unreadable or unwritable
+inline constexpr int kUsageError = 2;
+
+// Runs one kelvane-cal command line (without the program name). Reports go to
+// `out`, and so do the contents of an output file named "-" or left out;
+// warnings and errors go to `err`.
+int RunCommand(const QStringList& arguments, const Environment& environment, QTextStream& out,
+               QTextStream& err);
 
 }  // namespace kelvane::cal

@@ -1,6 +1,6 @@
 #include <QCoreApplication>
-
-#include <cstdio>
+#include <QDateTime>
+#include <QTimeZone>
 
 #include "kelvane_cal/Commands.h"
 
@@ -8,5 +8,8 @@ int main(int argc, char* argv[]) {
     QCoreApplication application(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    return kelvane::cal::RunCommand(QCoreApplication::arguments().mid(1), out, err);
+    const kelvane::cal::Environment environment{QDate::currentDate(),
+                                                QDateTime::currentDateTimeUtc(),
+                                                QString::fromUtf8(QTimeZone::systemTimeZoneId())};
+    return kelvane::cal::RunCommand(QCoreApplication::arguments().mid(1), environment, out, err);
 }

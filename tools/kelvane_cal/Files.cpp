@@ -1,0 +1,76 @@
+#include "kelvane_cal/Files.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include "store/CalendarFileOnDisk.h"
+
+namespace kelvane::cal {
+
+QString DescribeReport(const QString& fileName, const CalendarFileReport& report) {
+    if (report.DamagedLine > 0) {
+        return QStringLiteral("%1: line %2: %3")
+            .arg(fileName)
+            .arg(report.DamagedLine)
+            .arg(report.Reason);
+    }
+    return QStringLiteral("%1: cannot be read: %2").arg(fileName, report.Reason);
+}
+
+bool ReadCalendar(const QString& fileName, CalendarFileContent& content, QString& problem) {
+    const QFileInfo info(fileName);
+    if (!info.exists()) {
+        problem = QStringLiteral("%1: no such file").arg(fileName);
+        return false;
+    }
+    if (info.isDir()) {
+        problem = QStringLiteral("%1: is a folder, not a calendar file").arg(fileName);
+        return false;
+    }
+    const CalendarFileReport report = ReadCalendarFileNamed(fileName, content);
+    if (report.Status != CalendarFileStatus::Ok) {
+        problem = DescribeReport(fileName, report);
+        return false;
+    }
+    return true;
+}
+
+bool IsStandardOutput(const QString& fileName) {
+    return fileName.isEmpty() || fileName == QStringLiteral("-");
+}
+
+bool OutputAllowed(const QString& fileName, bool force, QString& problem) {
+    if (IsStandardOutput(fileName)) {
+        return true;
+    }
+    const QFileInfo info(fileName);
+    if (info.isDir()) {
+        problem = QStringLiteral("%1: is a folder").arg(fileName);
+        return false;
+    }
+    if (info.exists() && !force) {
+        problem = QStringLiteral("%1: already exists; add --force to replace it").arg(fileName);
+        return false;
+    }
+    return true;
+}
+
+bool WriteOutput(const QString& fileName, const QByteArray& bytes, bool force, QTextStream& out,
+                 QString& problem) {
+    if (IsStandardOutput(fileName)) {
+        out << QString::fromUtf8(bytes);
+        out.flush();
+        return true;
+    }
+    if (!OutputAllowed(fileName, force, problem)) {
+        return false;
+    }
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        problem = QStringLiteral("%1: cannot be written: %2").arg(fileName, file.errorString());
+        return false;
+    }
+    return true;
+}
+
+}  // namespace kelvane::cal

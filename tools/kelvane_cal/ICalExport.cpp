@@ -1,0 +1,185 @@
+#include "kelvane_cal/ICalExport.h"
+
+#include <QCryptographicHash>
+#include <QDate>
+#include <QFileInfo>
+
+#include "kelvane_cal/CalendarFacts.h"
+#include "kelvane_cal/LibIcal.h"
+#include "store/Conversions.h"
+
+namespace kelvane::cal {
+
+namespace {
+
+icaltimetype DateValue(int year, int month, int day) {
+    icaltimetype date = icaltime_null_date();
+    date.year = year;
+    date.month = month;
+    date.day = day;
+    return date;
+}
+
+icaltimetype FloatingTime(int year, int month, int day, const ClockTime& time) {
+    icaltimetype value = icaltime_null_time();
+    value.year = year;
+    value.month = month;
+    value.day = day;
+    value.hour = time.Hour;
+    value.minute = time.Minute;
+    return value;
+}
+
+QByteArray Utf8(const QString& text) {
+    return text.toUtf8();
+}
+
+// Note lines are kept apart by CR LF; iCalendar texts by LF.
+QByteArray DescriptionOf(const QString& note) {
+    return Utf8(NoteLines(note).join(QLatin1Char('\n')));
+}
+
+class CalendarBuilder {
+  public:
+    CalendarBuilder(const ExportRequest& request, ExportResult& result)
+        : request_(request), result_(result), root_(icalcomponent_new_vcalendar()) {
+        icalcomponent_add_property(root_.get(), icalproperty_new_version("2.0"));
+        icalcomponent_add_property(
+            root_.get(),
+            icalproperty_new_prodid("-//Marrowby//kelvane-cal " KELVANE_VERSION "//EN"));
+        icalcomponent_add_property(root_.get(), icalproperty_new_calscale("GREGORIAN"));
+        stamp_ = icaltime_from_timet_with_zone(request.Stamp.toSecsSinceEpoch(), 0,
+                                               icaltimezone_get_utc_timezone());
+    }
+
+    void AddDate(const CalendarFileDate& date);
+    QByteArray Text() const;
+
+  private:
+    icalcomponent* NewEvent(int month, int day, int slot);
+    void AddAllDayEvent(const CalendarFileDate& date, const QString& title, const QString& note);
+    void AddActivity(const CalendarFileDate& date, const NumberedActivity& activity);
+
+    const ExportRequest& request_;
+    ExportResult& result_;
+    ComponentPtr root_;
+    icaltimetype stamp_;
+};
+
+icalcomponent* CalendarBuilder::NewEvent(int month, int day, int slot) {
+    icalcomponent* event = icalcomponent_new_vevent();
+    const QByteArray uid = Utf8(EventUid(request_.FileName, request_.Year, month, day, slot));
+    icalcomponent_add_property(event, icalproperty_new_uid(uid.constData()));
+    icalcomponent_add_property(event, icalproperty_new_dtstamp(stamp_));
+    icalcomponent_add_component(root_.get(), event);
+    return event;
+}
+
+void CalendarBuilder::AddDate(const CalendarFileDate& date) {
+    const QString title = date.Entry.Title.Trimmed();
+    const QString note = NoteOf(date);
+    const std::vector<NumberedActivity> activities = ActivitiesOf(date);
+    if (title.isEmpty() && note.isEmpty() && activities.empty()) {
+        return;  // colours alone have nowhere to go
+    }
+    if (date.Month == 2 && date.Day == 29 && !QDate::isLeapYear(request_.Year)) {
+        result_.Warnings
+            << QStringLiteral("29 February is left out: %1 has no 29 February").arg(request_.Year);
+        return;
+    }
+    if (!title.isEmpty() || !note.isEmpty()) {
+        AddAllDayEvent(date, title, note);
+    }
+    for (const NumberedActivity& activity : activities) {
+        AddActivity(date, activity);
+    }
+}
+
+void CalendarBuilder::AddAllDayEvent(const CalendarFileDate& date, const QString& title,
+                                     const QString& note) {
+    icalcomponent* event = NewEvent(date.Month, date.Day, 0);
+    const icaltimetype start = DateValue(request_.Year, date.Month, date.Day);
+    icaltimetype end = start;
+    icaltime_adjust(&end, 1, 0, 0, 0);
+    icalcomponent_add_property(event, icalproperty_new_dtstart(start));
+    icalcomponent_add_property(event, icalproperty_new_dtend(end));
+    if (!title.isEmpty()) {
+        icalcomponent_add_property(event, icalproperty_new_summary(Utf8(title).constData()));
+    }
+    if (!note.isEmpty()) {
+        icalcomponent_add_property(event,
+                                   icalproperty_new_description(DescriptionOf(note).constData()));
+    }
+    icalcomponent_add_property(event, icalproperty_new_transp(ICAL_TRANSP_TRANSPARENT));
+    ++result_.AllDayEvents;
+}
+
+void CalendarBuilder::AddActivity(const CalendarFileDate& date, const NumberedActivity& activity) {
+    const Appointment& entry = activity.Entry;
+    const QString where = QStringLiteral("%1: activity %2 (\"%3\")")
+                              .arg(DayAndMonth(date.Month, date.Day))
+                              .arg(activity.Slot)
+                              .arg(entry.Description.Trimmed());
+    if (!IsTimeOfDay(entry.StartTime)) {
+        result_.Warnings << QStringLiteral("%1 starts at %2, which is no time of day; left out")
+                                .arg(where, Time24(entry.StartTime));
+        return;
+    }
+    icalcomponent* event = NewEvent(date.Month, date.Day, activity.Slot);
+    const icaltimetype start = FloatingTime(request_.Year, date.Month, date.Day, entry.StartTime);
+    icalcomponent_add_property(event, icalproperty_new_dtstart(start));
+    if (entry.EndTime.Hour != -1) {
+        if (!IsTimeOfDay(entry.EndTime)) {
+            result_.Warnings << QStringLiteral(
+                                    "%1 ends at %2, which is no time of day; exported "
+                                    "without an end")
+                                    .arg(where, Time24(entry.EndTime));
+        } else if (CompareClockTime(entry.EndTime, entry.StartTime) < 0) {
+            result_.Warnings << QStringLiteral(
+                                    "%1 ends at %2, before it starts at %3; exported "
+                                    "as lasting no time")
+                                    .arg(where, Time24(entry.EndTime), Time24(entry.StartTime));
+            icalcomponent_add_property(event, icalproperty_new_dtend(start));
+        } else {
+            icalcomponent_add_property(
+                event, icalproperty_new_dtend(
+                           FloatingTime(request_.Year, date.Month, date.Day, entry.EndTime)));
+        }
+    }
+    const QByteArray summary = Utf8(entry.Description.Trimmed());
+    icalcomponent_add_property(event, icalproperty_new_summary(summary.constData()));
+    ++result_.TimedEvents;
+}
+
+QByteArray CalendarBuilder::Text() const {
+    char* text = icalcomponent_as_ical_string_r(root_.get());
+    QByteArray bytes(text);
+    icalmemory_free_buffer(text);
+    return bytes;
+}
+
+}  // namespace
+
+QString EventUid(const QString& fileName, int year, int month, int day, int slot) {
+    const QByteArray name = QFileInfo(fileName).fileName().toUtf8();
+    const QString hash = QString::fromLatin1(
+        QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex().left(16));
+    const QString where = slot == 0 ? QStringLiteral("day") : QStringLiteral("a%1").arg(slot);
+    return QStringLiteral("%1%2%3-%4-%5@kelvane")
+        .arg(year, 4, 10, QLatin1Char('0'))
+        .arg(month, 2, 10, QLatin1Char('0'))
+        .arg(day, 2, 10, QLatin1Char('0'))
+        .arg(where, hash);
+}
+
+ExportResult ExportToICalendar(const CalendarFileContent& content, const ExportRequest& request) {
+    ExportResult result;
+    CalendarBuilder builder(request, result);
+    for (const CalendarFileDate& date : content.Dates) {
+        builder.AddDate(date);
+    }
+    result.Text = builder.Text();
+    return result;
+}
+
+}  // namespace kelvane::cal

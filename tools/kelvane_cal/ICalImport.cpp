@@ -1,0 +1,294 @@
+#include "kelvane_cal/ICalImport.h"
+
+#include <QMap>
+
+#include <algorithm>
+#include <vector>
+
+#include "kelvane_cal/ICalReader.h"
+#include "kelvane_cal/Occurrences.h"
+#include "kelvane_cal/ZoneBook.h"
+
+namespace kelvane::cal {
+
+namespace {
+
+constexpr qint64 kDay = 24 * 60 * 60;
+// Times with a zone are at most this far from the same wall-clock time in UTC.
+constexpr qint64 kZoneMargin = 2 * kDay;
+// An all-day event longer than a year covers every date anyway.
+constexpr int kLongestAllDayEvent = 400;
+
+// Warnings of one kind, counted, with the line of the first.
+class WarningTally {
+  public:
+    void Add(const QString& warning, int line) {
+        Entry& entry = entries_[warning];
+        if (entry.Count++ == 0) {
+            entry.Line = line;
+            order_ << warning;
+        }
+    }
+    void Report(QStringList& warnings) const {
+        for (const QString& warning : order_) {
+            const Entry& entry = entries_[warning];
+            QString text = QStringLiteral("line %1: %2").arg(entry.Line).arg(warning);
+            if (entry.Count > 1) {
+                text += QStringLiteral(" (and %1 more like it)").arg(entry.Count - 1);
+            }
+            warnings << text;
+        }
+    }
+
+  private:
+    struct Entry {
+        int Count = 0;
+        int Line = 0;
+    };
+    QMap<QString, Entry> entries_;
+    QStringList order_;
+};
+
+// A RECURRENCE-ID read before all the file's zones are known.
+struct MovedOccurrence {
+    QByteArray Uid;
+    icaltimetype Time;
+    QByteArray Zone;
+};
+
+// When an event starts and how long it lasts.
+struct EventShape {
+    icaltimetype Start;
+    bool HasLength = false;
+    icaldurationtype Length;
+};
+
+icaltimetype FirstOfJanuary(int year) {
+    icaltimetype date = icaltime_null_date();
+    date.year = year;
+    date.month = 1;
+    date.day = 1;
+    return date;
+}
+
+QString TextOf(const char* text) {
+    return FromIcal(text);
+}
+
+class Importer {
+  public:
+    Importer(const ImportRequest& request, ImportedDates& dates, ImportReport& report)
+        : request_(request), dates_(dates), report_(report) {}
+
+    bool ReadZonesAndMoves(QIODevice& file);
+    bool PlaceEvents(QIODevice& file);
+    void ReportWarnings() { tally_.Report(report_.Warnings); }
+
+  private:
+    bool Failed(const ICalendarReader& reader);
+    void NoteMove(icalcomponent* event);
+    void PlaceEvent(icalcomponent* event, int line);
+    bool ShapeOf(icalcomponent* event, int line, EventShape& shape);
+    void PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
+    void PlaceTimed(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
+    icaltimetype Local(const icaltimetype& time) const;
+
+    const ImportRequest& request_;
+    ImportedDates& dates_;
+    ImportReport& report_;
+    ZoneBook zones_;
+    std::vector<MovedOccurrence> pendingMoves_;
+    MovedOccurrences moved_;
+    WarningTally tally_;
+};
+
+bool Importer::Failed(const ICalendarReader& reader) {
+    if (!reader.Failed()) {
+        return false;
+    }
+    report_.ProblemLine = reader.ProblemLine();
+    report_.Problem = reader.Problem();
+    return true;
+}
+
+bool Importer::ReadZonesAndMoves(QIODevice& file) {
+    ICalendarReader reader(file);
+    ComponentPtr component;
+    int line = 0;
+    while (reader.Next(component, line)) {
+        const icalcomponent_kind kind = icalcomponent_isa(component.get());
+        if (kind == ICAL_VTIMEZONE_COMPONENT) {
+            zones_.Add(std::move(component));
+        } else if (kind == ICAL_VEVENT_COMPONENT) {
+            NoteMove(component.get());
+        }
+    }
+    if (Failed(reader)) {
+        return false;
+    }
+    for (MovedOccurrence& move : pendingMoves_) {
+        if (!move.Time.is_date && !icaltime_is_utc(move.Time) && !move.Zone.isEmpty()) {
+            if (icaltimezone* zone = zones_.Find(move.Zone.constData())) {
+                move.Time = icaltime_set_timezone(&move.Time, zone);
+            }
+        }
+        moved_[move.Uid].insert(TimeKey(move.Time));
+    }
+    pendingMoves_.clear();
+    return true;
+}
+
+void Importer::NoteMove(icalcomponent* event) {
+    icalproperty* id = icalcomponent_get_first_property(event, ICAL_RECURRENCEID_PROPERTY);
+    if (id == nullptr || icalcomponent_get_uid(event) == nullptr) {
+        return;
+    }
+    icalparameter* zone = icalproperty_get_first_parameter(id, ICAL_TZID_PARAMETER);
+    pendingMoves_.push_back(
+        {QByteArray(icalcomponent_get_uid(event)), icalproperty_get_recurrenceid(id),
+         zone == nullptr ? QByteArray() : QByteArray(icalparameter_get_tzid(zone))});
+}
+
+bool Importer::PlaceEvents(QIODevice& file) {
+    ICalendarReader reader(file);
+    ComponentPtr component;
+    int line = 0;
+    while (reader.Next(component, line)) {
+        if (icalcomponent_isa(component.get()) == ICAL_VEVENT_COMPONENT) {
+            ++report_.Events;
+            PlaceEvent(component.get(), line);
+        }
+    }
+    return !Failed(reader);
+}
+
+bool Importer::ShapeOf(icalcomponent* event, int line, EventShape& shape) {
+    icalproperty* start = icalcomponent_get_first_property(event, ICAL_DTSTART_PROPERTY);
+    if (start == nullptr) {
+        tally_.Add(QStringLiteral("an event without DTSTART is left out"), line);
+        return false;
+    }
+    bool unknownZone = false;
+    shape.Start = zones_.TimeOf(start, icalproperty_get_dtstart(start), unknownZone);
+    if (icalproperty* end = icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY)) {
+        icaltimetype endTime = zones_.TimeOf(end, icalproperty_get_dtend(end), unknownZone);
+        shape.Length = icaltime_subtract(endTime, shape.Start);
+        shape.HasLength = true;
+    } else if (icalproperty* length =
+                   icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY)) {
+        shape.Length = icalproperty_get_duration(length);
+        shape.HasLength = true;
+    }
+    if (shape.HasLength && icaldurationtype_as_int(shape.Length) < 0) {
+        tally_.Add(QStringLiteral("an event that ends before it starts is taken as having no end"),
+                   line);
+        shape.HasLength = false;
+    }
+    if (unknownZone) {
+        tally_.Add(QStringLiteral("a time zone nobody knows is taken as local time"), line);
+    }
+    return true;
+}
+
+void Importer::PlaceEvent(icalcomponent* event, int line) {
+    if (icalcomponent_get_status(event) == ICAL_STATUS_CANCELLED) {
+        return;
+    }
+    EventShape shape;
+    if (!ShapeOf(event, line, shape)) {
+        return;
+    }
+    const qint64 yearStart = TimeKey(FirstOfJanuary(request_.Year));
+    const qint64 yearEnd = TimeKey(FirstOfJanuary(request_.Year + 1)) - 1;
+    const qint64 length = shape.HasLength ? icaldurationtype_as_int(shape.Length) : 0;
+    const qint64 from = yearStart - kZoneMargin - length;
+    const char* uid = icalcomponent_get_uid(event);
+    // Occurrences moved elsewhere are the master's to leave out, not the moved event's.
+    const bool isMaster =
+        icalcomponent_get_first_property(event, ICAL_RECURRENCEID_PROPERTY) == nullptr;
+    const QSet<qint64> noMoves;
+    const QSet<qint64>& moved =
+        isMaster && uid != nullptr ? moved_.value(QByteArray(uid)) : noMoves;
+    QStringList problems;
+    const std::vector<icaltimetype> starts = OccurrencesBetween(
+        event, shape.Start, zones_, moved, from, yearEnd + kZoneMargin, problems);
+    for (const QString& problem : problems) {
+        tally_.Add(problem, line);
+    }
+    for (const icaltimetype& start : starts) {
+        if (shape.Start.is_date) {
+            PlaceAllDay(event, shape, start);
+        } else {
+            PlaceTimed(event, shape, start);
+        }
+    }
+}
+
+void Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape,
+                           const icaltimetype& start) {
+    const int days =
+        shape.HasLength ? std::clamp(icaldurationtype_as_int(shape.Length) / static_cast<int>(kDay),
+                                     1, kLongestAllDayEvent)
+                        : 1;
+    const QString summary = TextOf(icalcomponent_get_summary(event));
+    const QString description = TextOf(icalcomponent_get_description(event));
+    for (int offset = 0; offset < days; ++offset) {
+        icaltimetype date = start;
+        icaltime_adjust(&date, offset, 0, 0, 0);
+        if (date.year != request_.Year) {
+            continue;
+        }
+        ++report_.Occurrences;
+        dates_.AddTitle(date.month, date.day, summary);
+        dates_.AddNote(date.month, date.day, description);
+    }
+}
+
+icaltimetype Importer::Local(const icaltimetype& time) const {
+    if (time.is_date || time.zone == nullptr || request_.LocalZone == nullptr) {
+        return time;
+    }
+    return icaltime_convert_to_zone(time, request_.LocalZone);
+}
+
+void Importer::PlaceTimed(icalcomponent* event, const EventShape& shape,
+                          const icaltimetype& start) {
+    const icaltimetype local = Local(start);
+    if (local.year != request_.Year) {
+        return;
+    }
+    ClockTime end{-1, 0};
+    if (shape.HasLength) {
+        const icaltimetype finish = Local(icaltime_add(start, shape.Length));
+        const bool sameDay =
+            finish.year == local.year && finish.month == local.month && finish.day == local.day;
+        // An end after midnight still reads as a clock time; a longer event's does not.
+        if (sameDay || icaldurationtype_as_int(shape.Length) < kDay) {
+            end = ClockTime{static_cast<qint16>(finish.hour), static_cast<qint16>(finish.minute)};
+        }
+    }
+    ++report_.Occurrences;
+    dates_.AddActivity(
+        local.month, local.day, TextOf(icalcomponent_get_summary(event)),
+        ClockTime{static_cast<qint16>(local.hour), static_cast<qint16>(local.minute)}, end);
+}
+
+}  // namespace
+
+bool ImportICalendar(QIODevice& file, const ImportRequest& request, ImportedDates& dates,
+                     ImportReport& report) {
+    icalerror_set_errors_are_fatal(0);
+    Importer importer(request, dates, report);
+    if (!importer.ReadZonesAndMoves(file) || !file.seek(0) || !importer.PlaceEvents(file)) {
+        if (report.ProblemLine == 0) {
+            report.ProblemLine = 1;
+            report.Problem =
+                QStringLiteral("the file cannot be read twice: %1").arg(file.errorString());
+        }
+        return false;
+    }
+    importer.ReportWarnings();
+    return true;
+}
+
+}  // namespace kelvane::cal

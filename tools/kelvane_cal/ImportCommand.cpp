@@ -1,0 +1,159 @@
+#include <QBuffer>
+#include <QFile>
+#include <QFileInfo>
+
+#include "kelvane_cal/Arguments.h"
+#include "kelvane_cal/CalendarFacts.h"
+#include "kelvane_cal/CommandRunners.h"
+#include "kelvane_cal/Files.h"
+#include "kelvane_cal/ICalImport.h"
+#include "kelvane_cal/ZoneBook.h"
+
+namespace kelvane::cal {
+
+namespace {
+
+const char* const kImportHelp =
+    "usage: kelvane-cal import IN.ics --year YYYY [-o OUT.cal] [--into CAL]\n"
+    "                          [--timezone ZONE] [--force]\n"
+    "\n"
+    "Makes a calendar file from the events of an iCalendar file that fall in\n"
+    "year YYYY. Repeating events are expanded within the year and cancelled\n"
+    "ones left out. All-day events become titles (several on one day are joined\n"
+    "with \"; \") and their descriptions notes (cut to 800 characters, with a\n"
+    "warning). Timed events become activities: the 39 earliest of each date are\n"
+    "kept and the rest reported. An event that goes past midnight keeps its end\n"
+    "as a clock time; one longer than a day gets no end time.\n"
+    "\n"
+    "  --year YYYY      the year to import (1 to 9999)\n"
+    "  -o, --output OUT.cal\n"
+    "                   the file to write; '-' or none for the standard output\n"
+    "  --into CAL       start from a copy of calendar file CAL: the dates the\n"
+    "                   events fall on gain what they do not hold yet, and every\n"
+    "                   other date is kept as it is (CAL itself is not changed\n"
+    "                   unless it is also OUT.cal)\n"
+    "  --timezone ZONE  the zone times with a zone are put into, such as\n"
+    "                   Europe/London (the system's zone when left out); times\n"
+    "                   without a zone stay as they are\n"
+    "  --force          replace OUT.cal when it exists\n";
+
+struct ImportWords {
+    QString Input;
+    QString Output;
+    QString Into;
+    int Year = 0;
+    bool Force = false;
+    icaltimezone* Zone = nullptr;
+};
+
+// Fills `words` from the arguments; false with the usage problem.
+bool ReadImportWords(const Arguments& arguments, const Environment& environment, ImportWords& words,
+                     QString& problem) {
+    if (arguments.Positional.size() != 1) {
+        problem = QStringLiteral("give one iCalendar file");
+        return false;
+    }
+    words.Input = arguments.Positional.first();
+    if (!ParseWholeNumber(arguments.Value(QStringLiteral("--year")), 1, 9999, words.Year)) {
+        problem = QStringLiteral("--year takes a year from 1 to 9999");
+        return false;
+    }
+    words.Output = arguments.Value(QStringLiteral("--output"));
+    words.Into = arguments.Value(QStringLiteral("--into"));
+    words.Force = arguments.Has(QStringLiteral("--force"));
+    const QString zone = arguments.HasValue(QStringLiteral("--timezone"))
+                             ? arguments.Value(QStringLiteral("--timezone"))
+                             : environment.SystemZone;
+    words.Zone = ZoneNamed(zone);
+    if (words.Zone == nullptr) {
+        problem = QStringLiteral("unknown time zone '%1'").arg(zone);
+        return false;
+    }
+    return true;
+}
+
+QByteArray CalendarBytes(const CalendarFileContent& content) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    {
+        LineWriter writer(buffer);
+        WriteCalendarFile(writer, content);
+    }
+    return buffer.data();
+}
+
+int Import(const ImportWords& words, QTextStream& out, QTextStream& err) {
+    QString problem;
+    CalendarFileContent calendar;
+    if (!words.Into.isEmpty() && !ReadCalendar(words.Into, calendar, problem)) {
+        return FileError(problem, err);
+    }
+    QFile input(words.Input);
+    if (!QFileInfo(words.Input).isFile() || !input.open(QIODevice::ReadOnly)) {
+        return FileError(
+            QStringLiteral("%1: cannot be read: %2")
+                .arg(words.Input, QFileInfo::exists(words.Input) ? input.errorString()
+                                                                 : QStringLiteral("no such file")),
+            err);
+    }
+    ImportedDates dates;
+    ImportReport report;
+    if (!ImportICalendar(input, {words.Year, words.Zone}, dates, report)) {
+        return FileError(QStringLiteral("%1: line %2: %3")
+                             .arg(words.Input)
+                             .arg(report.ProblemLine)
+                             .arg(report.Problem),
+                         err);
+    }
+    QStringList warnings = report.Warnings;
+    if (words.Into.isEmpty()) {
+        calendar = dates.NewCalendar(words.Year, warnings);
+    } else {
+        dates.MergeInto(calendar, warnings);
+    }
+    for (const QString& warning : warnings) {
+        Warn(words.Input + QStringLiteral(": ") + warning, err);
+    }
+    if (!WriteOutput(words.Output, CalendarBytes(calendar), words.Force, out, problem)) {
+        return FileError(problem, err);
+    }
+    err << words.Input << ": "
+        << Counted(report.Events, QStringLiteral("event"), QStringLiteral("events")) << " read; "
+        << Counted(report.Occurrences, QStringLiteral("occurrence"), QStringLiteral("occurrences"))
+        << " in " << words.Year << " on "
+        << Counted(dates.DatesTouched(), QStringLiteral("date"), QStringLiteral("dates")) << '\n';
+    err.flush();
+    return kDone;
+}
+
+}  // namespace
+
+int RunImport(const QStringList& words, const Environment& environment, QTextStream& out,
+              QTextStream& err) {
+    const QString command = QStringLiteral("import");
+    Arguments arguments;
+    QString problem;
+    if (!ParseArguments(words,
+                        {{QStringLiteral("--year"), QString(), true},
+                         {QStringLiteral("--output"), QStringLiteral("-o"), true},
+                         {QStringLiteral("--into"), QString(), true},
+                         {QStringLiteral("--timezone"), QString(), true},
+                         {QStringLiteral("--force"), QString(), false}},
+                        arguments, problem)) {
+        return UsageError(command, problem, err);
+    }
+    if (arguments.Has(QStringLiteral("--help"))) {
+        out << kImportHelp;
+        return kDone;
+    }
+    ImportWords importWords;
+    if (!ReadImportWords(arguments, environment, importWords, problem)) {
+        return UsageError(command, problem, err);
+    }
+    if (!OutputAllowed(importWords.Output, importWords.Force, problem)) {
+        return FileError(problem, err);
+    }
+    return Import(importWords, out, err);
+}
+
+}  // namespace kelvane::cal

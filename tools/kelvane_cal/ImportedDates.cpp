@@ -1,0 +1,249 @@
+#include "kelvane_cal/ImportedDates.h"
+
+#include <QDate>
+
+#include <algorithm>
+
+#include "kelvane_cal/CalendarFacts.h"
+#include "store/CalenderMOD.h"
+#include "store/Conversions.h"
+
+namespace kelvane::cal {
+
+namespace {
+
+const QString kTitleSeparator = QStringLiteral("; ");
+const QString kCrLf = QStringLiteral("\r\n");
+
+int SlotOf(int month, int day) {
+    if (month < 1 || month > 12 || day < 1 ||
+        day > SlotsPerMonth[static_cast<std::size_t>(month - 1)]) {
+        return -1;
+    }
+    int slot = day - 1;
+    for (int m = 1; m < month; ++m) {
+        slot += SlotsPerMonth[static_cast<std::size_t>(m - 1)];
+    }
+    return slot;
+}
+
+// Texts from other programs may hold line breaks where a title has none.
+QString OneLine(const QString& text) {
+    QString line = text;
+    line.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return line.trimmed();
+}
+
+QString WithCrLf(const QString& text) {
+    return NoteLines(text).join(kCrLf);
+}
+
+bool SameActivity(const Appointment& a, const Appointment& b) {
+    return a.Description.Trimmed() == b.Description.Trimmed() && a.StartTime == b.StartTime &&
+           a.EndTime == b.EndTime;
+}
+
+// The parts of a title joined by "; ", as far as they fit; false when some were cut.
+bool JoinTitles(const QStringList& parts, QString& title) {
+    title = parts.join(kTitleSeparator);
+    if (title.size() <= TitleLength) {
+        return true;
+    }
+    title.truncate(TitleLength);
+    return false;
+}
+
+// A note's texts joined by line breaks within the note's length; false when cut.
+bool JoinNote(const QStringList& texts, QString& note) {
+    note = texts.join(kCrLf);
+    if (note.size() <= NoteLength) {
+        return true;
+    }
+    note.truncate(NoteLength);
+    if (note.endsWith(QLatin1Char('\r'))) {
+        note.chop(1);
+    }
+    return false;
+}
+
+}  // namespace
+
+qint16 FirstWeekdayOfYear(int year) {
+    return static_cast<qint16>(QDate(year, 1, 1).dayOfWeek() % 7 + 1);
+}
+
+ImportedDates::Day* ImportedDates::DayAt(int month, int day) {
+    const int slot = SlotOf(month, day);
+    if (slot < 0) {
+        return nullptr;
+    }
+    Day& found = days_[static_cast<std::size_t>(slot)];
+    found.Touched = true;
+    return &found;
+}
+
+void ImportedDates::AddTitle(int month, int day, const QString& title) {
+    Day* found = DayAt(month, day);
+    const QString line = OneLine(title);
+    if (found == nullptr || line.isEmpty() || found->Titles.contains(line)) {
+        return;
+    }
+    // Titles past the title's length are cut anyway; one is kept to say so.
+    if (found->Titles.join(kTitleSeparator).size() <= TitleLength) {
+        found->Titles << line;
+    }
+}
+
+void ImportedDates::AddActivity(int month, int day, const QString& description,
+                                const ClockTime& start, const ClockTime& end) {
+    Day* found = DayAt(month, day);
+    if (found == nullptr) {
+        return;
+    }
+    QString text = OneLine(description);
+    if (text.isEmpty()) {
+        text = QStringLiteral("(no title)");
+    }
+    if (text.size() > FixedText<50>::Length) {
+        ++descriptionsCut_;
+    }
+    Appointment entry;
+    entry.Description = text;
+    entry.StartTime = start;
+    entry.EndTime = end;
+    auto& activities = found->Activities;
+    if (std::any_of(activities.begin(), activities.end(),
+                    [&](const Appointment& held) { return SameActivity(held, entry); })) {
+        return;
+    }
+    const auto later = std::upper_bound(activities.begin(), activities.end(), entry,
+                                        [](const Appointment& a, const Appointment& b) {
+                                            return CompareClockTime(a.StartTime, b.StartTime) < 0;
+                                        });
+    activities.insert(later, entry);
+    if (static_cast<int>(activities.size()) > kActivitiesPerDate) {
+        activities.pop_back();
+        ++found->ActivitiesLeftOut;
+    }
+}
+
+void ImportedDates::AddNote(int month, int day, const QString& text) {
+    Day* found = DayAt(month, day);
+    const QString note = Trim(WithCrLf(text));
+    if (found == nullptr || note.isEmpty() || found->NoteFull || found->NoteTexts.contains(note)) {
+        return;
+    }
+    found->NoteTexts << note;
+    found->NoteLength += note.size() + kCrLf.size();
+    found->NoteFull = found->NoteLength > NoteLength;
+}
+
+bool ImportedDates::Empty() const {
+    return DatesTouched() == 0;
+}
+
+int ImportedDates::DatesTouched() const {
+    return static_cast<int>(
+        std::count_if(days_.begin(), days_.end(), [](const Day& day) { return day.Touched; }));
+}
+
+CalendarFileContent ImportedDates::NewCalendar(int year, QStringList& warnings) const {
+    CalendarFileContent calendar;
+    calendar.Settings.Year = static_cast<qint16>(year);
+    calendar.Settings.FirstDay = FirstWeekdayOfYear(year);
+    calendar.Settings.FontName = QStringLiteral("Arial");
+    calendar.Settings.FontSize = 9;
+    BuildColourList(calendar.Settings.ColourList);
+    MergeInto(calendar, warnings);
+    return calendar;
+}
+
+void ImportedDates::MergeInto(CalendarFileContent& calendar, QStringList& warnings) const {
+    std::vector<CalendarFileDate> merged;
+    auto held = calendar.Dates.begin();
+    for (qint16 month = 1; month <= 12; ++month) {
+        for (qint16 day = 1; day <= SlotsPerMonth[static_cast<std::size_t>(month - 1)]; ++day) {
+            CalendarFileDate date;
+            date.Month = month;
+            date.Day = day;
+            const bool isHeld =
+                held != calendar.Dates.end() && held->Month == month && held->Day == day;
+            if (isHeld) {
+                date = std::move(*held++);
+            }
+            const Day& imported = days_[static_cast<std::size_t>(SlotOf(month, day))];
+            if (imported.Touched) {
+                MergeDay(imported, date, warnings);
+            }
+            if (isHeld || imported.Touched) {
+                merged.push_back(std::move(date));
+            }
+        }
+    }
+    calendar.Dates = std::move(merged);
+    if (descriptionsCut_ > 0) {
+        warnings << QStringLiteral("%1 cut to 50 characters")
+                        .arg(Counted(descriptionsCut_, QStringLiteral("activity description was"),
+                                     QStringLiteral("activity descriptions were")));
+    }
+}
+
+void ImportedDates::MergeDay(const Day& imported, CalendarFileDate& date,
+                             QStringList& warnings) const {
+    const QString where = DayAndMonth(date.Month, date.Day);
+    QStringList titles;
+    const QString heldTitle = date.Entry.Title.Trimmed();
+    if (!heldTitle.isEmpty()) {
+        titles = heldTitle.split(kTitleSeparator);
+    }
+    for (const QString& title : imported.Titles) {
+        if (!titles.contains(title)) {
+            titles << title;
+        }
+    }
+    QString title;
+    if (!JoinTitles(titles, title)) {
+        warnings
+            << QStringLiteral("%1: the title was cut to %2 characters").arg(where).arg(TitleLength);
+    }
+    date.Entry.Title = title;
+
+    int leftOut = imported.ActivitiesLeftOut;
+    for (const Appointment& entry : imported.Activities) {
+        const bool held = std::any_of(date.Schedule.begin(), date.Schedule.end(),
+                                      [&](const Appointment& a) { return SameActivity(a, entry); });
+        if (held) {
+            continue;
+        }
+        if (static_cast<int>(date.Schedule.size()) >= kActivitiesPerDate) {
+            ++leftOut;
+            continue;
+        }
+        date.Schedule.push_back(entry);
+    }
+    if (leftOut > 0) {
+        warnings << QStringLiteral("%1: %2 after the %3 earliest left out")
+                        .arg(where, Counted(leftOut, QStringLiteral("activity"),
+                                            QStringLiteral("activities")))
+                        .arg(kActivitiesPerDate);
+    }
+
+    QStringList noteTexts;
+    const QString heldNote = Trim(date.Note);
+    if (!heldNote.isEmpty()) {
+        noteTexts << heldNote;
+    }
+    for (const QString& text : imported.NoteTexts) {
+        if (!heldNote.contains(text)) {
+            noteTexts << text;
+        }
+    }
+    QString note;
+    if (!JoinNote(noteTexts, note)) {
+        warnings
+            << QStringLiteral("%1: the note was cut to %2 characters").arg(where).arg(NoteLength);
+    }
+    date.Note = note;
+}
+
+}  // namespace kelvane::cal
