@@ -71,6 +71,14 @@ icaltimetype FirstOfJanuary(int year) {
     return date;
 }
 
+// libical reads some texts that are no date at all into months and days
+// that do not exist.
+bool IsRealTime(const icaltimetype& time) {
+    return time.month >= 1 && time.month <= 12 && time.day >= 1 &&
+           time.day <= icaltime_days_in_month(time.month, time.year) && time.hour >= 0 &&
+           time.hour <= 23 && time.minute >= 0 && time.minute <= 59;
+}
+
 QString TextOf(const char* text) {
     return FromIcal(text);
 }
@@ -170,6 +178,10 @@ bool Importer::ShapeOf(icalcomponent* event, int line, EventShape& shape) {
     }
     bool unknownZone = false;
     shape.Start = zones_.TimeOf(start, icalproperty_get_dtstart(start), unknownZone);
+    if (!IsRealTime(shape.Start)) {
+        tally_.Add(QStringLiteral("an event with an impossible start is left out"), line);
+        return false;
+    }
     if (icalproperty* end = icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY)) {
         icaltimetype endTime = zones_.TimeOf(end, icalproperty_get_dtend(end), unknownZone);
         shape.Length = icaltime_subtract(endTime, shape.Start);

@@ -1,0 +1,240 @@
+#include <gtest/gtest.h>
+
+#include <QFileInfo>
+
+#include <map>
+
+#include "CalRun.h"
+#include "kelvane_cal/ICalExport.h"
+#include "kelvane_cal/ICalReader.h"
+#include "kelvane_cal/LibIcal.h"
+
+namespace kelvane::cal {
+namespace {
+
+using testing::Activity;
+using testing::CalRun;
+using testing::RunCal;
+
+CalendarFileDate DateOf(qint16 month, qint16 day) {
+    CalendarFileDate date;
+    date.Month = month;
+    date.Day = day;
+    return date;
+}
+
+CalendarFileContent SampleCalendar() {
+    CalendarFileContent content;
+    CalendarFileDate first = DateOf(1, 1);
+    first.Entry.Title = "New Year";
+    first.Note = "Sleep in\r\nThen a walk";
+    first.Schedule = {Activity("Brunch", {11, 0}, {12, 30}), Activity("Film", {20, 15}, {-1, 0})};
+    CalendarFileDate noteOnly = DateOf(2, 2);
+    noteOnly.Note = "Only a note";
+    CalendarFileDate leapDay = DateOf(2, 29);
+    leapDay.Entry.Title = "Leap day";
+    CalendarFileDate backwards = DateOf(6, 1);
+    backwards.Schedule = {Activity("Late show", {23, 0}, {1, 0}), Activity("", {8, 0}, {9, 0}),
+                          Activity("Broken", {24, 10}, {-1, 0})};
+    CalendarFileDate colourOnly = DateOf(7, 7);
+    colourOnly.Entry.BackColour = {255, 0, 0, true, true};
+    content.Dates = {first, noteOnly, leapDay, backwards, colourOnly};
+    return content;
+}
+
+// The events of an iCalendar text by UID; fails the test on any libical error.
+std::map<QString, ComponentPtr> EventsOf(const QByteArray& text) {
+    std::map<QString, ComponentPtr> events;
+    ComponentPtr calendar(icalparser_parse_string(text.constData()));
+    EXPECT_NE(calendar, nullptr);
+    if (calendar == nullptr) {
+        return events;
+    }
+    EXPECT_EQ(FirstParseError(calendar.get()), "");
+    icalrestriction_check(calendar.get());
+    EXPECT_EQ(FirstParseError(calendar.get()), "") << "breaks a rule of RFC 5545";
+    for (icalcomponent* event =
+             icalcomponent_get_first_component(calendar.get(), ICAL_VEVENT_COMPONENT);
+         event != nullptr;
+         event = icalcomponent_get_next_component(calendar.get(), ICAL_VEVENT_COMPONENT)) {
+        events[FromIcal(icalcomponent_get_uid(event))].reset(icalcomponent_new_clone(event));
+    }
+    return events;
+}
+
+QString Property(icalcomponent* event, icalproperty_kind kind) {
+    icalproperty* property = icalcomponent_get_first_property(event, kind);
+    return property == nullptr ? QString() : FromIcal(icalproperty_get_value_as_string(property));
+}
+
+QString Uid(int year, int month, int day, int slot) {
+    return EventUid("plans.cal", year, month, day, slot);
+}
+
+TEST(ExportToICalendar, WritesAnEventForEachTitleNoteAndActivity) {
+    const ExportResult result = ExportToICalendar(
+        SampleCalendar(),
+        {"/somewhere/plans.cal", 2028, QDateTime(QDate(2026, 11, 23), QTime(9, 30), Qt::UTC)});
+    auto events = EventsOf(result.Text);
+    EXPECT_EQ(events.size(), 6u);
+    EXPECT_EQ(result.AllDayEvents, 3);
+    EXPECT_EQ(result.TimedEvents, 3);
+
+    icalcomponent* day = events[Uid(2028, 1, 1, 0)].get();
+    ASSERT_NE(day, nullptr);
+    EXPECT_EQ(Property(day, ICAL_DTSTART_PROPERTY), "20280101");
+    EXPECT_EQ(Property(day, ICAL_DTEND_PROPERTY), "20280102");
+    EXPECT_EQ(Property(day, ICAL_SUMMARY_PROPERTY), "New Year");
+    EXPECT_EQ(FromIcal(icalcomponent_get_description(day)), "Sleep in\nThen a walk");
+    EXPECT_EQ(Property(day, ICAL_DTSTAMP_PROPERTY), "20261123T093000Z");
+
+    icalcomponent* brunch = events[Uid(2028, 1, 1, 1)].get();
+    ASSERT_NE(brunch, nullptr);
+    EXPECT_EQ(Property(brunch, ICAL_DTSTART_PROPERTY), "20280101T110000");
+    EXPECT_EQ(Property(brunch, ICAL_DTEND_PROPERTY), "20280101T123000");
+    EXPECT_EQ(Property(brunch, ICAL_SUMMARY_PROPERTY), "Brunch");
+    EXPECT_FALSE(result.Text.contains("TZID")) << "activities are in floating time";
+
+    icalcomponent* film = events[Uid(2028, 1, 1, 2)].get();
+    ASSERT_NE(film, nullptr);
+    EXPECT_EQ(Property(film, ICAL_DTSTART_PROPERTY), "20280101T201500");
+    EXPECT_EQ(icalcomponent_get_first_property(film, ICAL_DTEND_PROPERTY), nullptr);
+    EXPECT_EQ(icalcomponent_get_first_property(film, ICAL_DURATION_PROPERTY), nullptr);
+
+    icalcomponent* note = events[Uid(2028, 2, 2, 0)].get();
+    ASSERT_NE(note, nullptr);
+    EXPECT_EQ(icalcomponent_get_first_property(note, ICAL_SUMMARY_PROPERTY), nullptr);
+    EXPECT_EQ(FromIcal(icalcomponent_get_description(note)), "Only a note");
+
+    EXPECT_NE(events[Uid(2028, 2, 29, 0)], nullptr) << "2028 has a 29 February";
+    EXPECT_EQ(events.count(Uid(2028, 7, 7, 0)), 0u) << "colours alone export nothing";
+}
+
+TEST(ExportToICalendar, KeepsAnActivityThatEndsBeforeItStartsAsLastingNoTime) {
+    const ExportResult result = ExportToICalendar(SampleCalendar(), {"plans.cal", 2028, {}});
+    auto events = EventsOf(result.Text);
+    icalcomponent* late = events[Uid(2028, 6, 1, 1)].get();
+    ASSERT_NE(late, nullptr);
+    EXPECT_EQ(Property(late, ICAL_DTSTART_PROPERTY), "20280601T230000");
+    EXPECT_EQ(Property(late, ICAL_DTEND_PROPERTY), "20280601T230000");
+    EXPECT_TRUE(result.Warnings.contains(
+        "1 June: activity 1 (\"Late show\") ends at 01:00, before it starts at 23:00; exported as "
+        "lasting no time"));
+    // Slot 2 is empty, and slot 3 has no time of day.
+    EXPECT_EQ(events.count(Uid(2028, 6, 1, 2)), 0u);
+    EXPECT_EQ(events.count(Uid(2028, 6, 1, 3)), 0u);
+    EXPECT_TRUE(result.Warnings.contains(
+        "1 June: activity 3 (\"Broken\") starts at 24:10, which is no time of day; left out"));
+}
+
+TEST(ExportToICalendar, LeavesOut29FebruaryInAYearWithoutOne) {
+    const ExportResult result = ExportToICalendar(SampleCalendar(), {"plans.cal", 2027, {}});
+    auto events = EventsOf(result.Text);
+    EXPECT_EQ(events.count(Uid(2027, 2, 29, 0)), 0u);
+    EXPECT_EQ(events.count(Uid(2027, 3, 1, 0)), 0u);
+    EXPECT_EQ(events.size(), 5u);
+    EXPECT_TRUE(result.Warnings.contains("29 February is left out: 2027 has no 29 February"));
+}
+
+TEST(ExportToICalendar, GivesStableUidsMadeOfTheFileNameDateAndSlot) {
+    const QByteArray once = ExportToICalendar(SampleCalendar(), {"a/plans.cal", 2028, {}}).Text;
+    const QByteArray again = ExportToICalendar(SampleCalendar(), {"b/plans.cal", 2028, {}}).Text;
+    EXPECT_EQ(once, again);
+    const QString uid = EventUid("plans.cal", 2028, 6, 1, 3);
+    EXPECT_TRUE(uid.startsWith("20280601-a3-"));
+    EXPECT_TRUE(uid.endsWith("@kelvane"));
+    EXPECT_NE(uid, EventUid("other.cal", 2028, 6, 1, 3));
+    EXPECT_NE(uid, EventUid("plans.cal", 2029, 6, 1, 3));
+    EXPECT_NE(EventUid("plans.cal", 2028, 6, 1, 0), EventUid("plans.cal", 2028, 6, 2, 0));
+}
+
+TEST(ExportToICalendar, KeepsTextsThatAreNotPlainAscii) {
+    CalendarFileContent content;
+    CalendarFileDate date = DateOf(3, 3);
+    date.Entry.Title = QString::fromUtf8("Café, Grüße; naïve \"quotes\", back\\slash");
+    date.Note = QString(300, QChar(0x00E9));
+    content.Dates = {date};
+    auto events = EventsOf(ExportToICalendar(content, {"plans.cal", 2026, {}}).Text);
+    icalcomponent* event = events[Uid(2026, 3, 3, 0)].get();
+    ASSERT_NE(event, nullptr);
+    EXPECT_EQ(FromIcal(icalcomponent_get_summary(event)), date.Entry.Title.Trimmed());
+    EXPECT_EQ(FromIcal(icalcomponent_get_description(event)), date.Note);
+}
+
+class ExportCommand : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(folder_.isValid());
+        ASSERT_TRUE(testing::WriteCalendar(Path("plans.cal"), SampleCalendar()));
+    }
+    QString Path(const QString& name) const { return folder_.filePath(name); }
+
+    QTemporaryDir folder_;
+};
+
+TEST_F(ExportCommand, WritesTheFileAndSaysWhatItHolds) {
+    const CalRun run =
+        RunCal({"export", Path("plans.cal"), "--year", "2027", "-o", Path("out.ics")});
+    EXPECT_EQ(run.Status, kDone);
+    EXPECT_EQ(run.Out, Path("out.ics") + ": 2 all-day and 3 timed events\n");
+    EXPECT_EQ(run.Err,
+              "kelvane-cal: warning: " + Path("plans.cal") +
+                  ": 29 February is left out: 2027 has no 29 February\n"
+                  "kelvane-cal: warning: " +
+                  Path("plans.cal") +
+                  ": 1 June: activity 1 (\"Late show\") ends at 01:00, before it starts at 23:00; "
+                  "exported as lasting no time\n"
+                  "kelvane-cal: warning: " +
+                  Path("plans.cal") +
+                  ": 1 June: activity 3 (\"Broken\") starts at 24:10, which is no time of day; "
+                  "left out\n");
+    EXPECT_EQ(EventsOf(testing::ReadBytes(Path("out.ics"))).size(), 5u);
+}
+
+TEST_F(ExportCommand, WritesToTheStandardOutputWithoutAFileName) {
+    const CalRun run = RunCal({"export", Path("plans.cal"), "--year", "2028"});
+    EXPECT_EQ(run.Status, kDone);
+    EXPECT_TRUE(run.Out.startsWith("BEGIN:VCALENDAR\r\n"));
+    EXPECT_EQ(EventsOf(run.Out.toUtf8()).size(), 6u);
+}
+
+TEST_F(ExportCommand, ReplacesAFileOnlyWithForce) {
+    ASSERT_TRUE(testing::WriteBytes(Path("out.ics"), "keep me"));
+    CalRun run = RunCal({"export", Path("plans.cal"), "--year", "2027", "-o", Path("out.ics")});
+    EXPECT_EQ(run.Status, kFileProblem);
+    EXPECT_EQ(run.Err,
+              "kelvane-cal: " + Path("out.ics") + ": already exists; add --force to replace it\n");
+    EXPECT_EQ(testing::ReadBytes(Path("out.ics")), "keep me");
+
+    run = RunCal({"export", Path("plans.cal"), "--year", "2027", "-o", Path("out.ics"), "--force"});
+    EXPECT_EQ(run.Status, kDone);
+    EXPECT_TRUE(testing::ReadBytes(Path("out.ics")).startsWith("BEGIN:VCALENDAR"));
+}
+
+TEST_F(ExportCommand, WritesNothingForADamagedFile) {
+    const QString damaged = testing::StoreData("damaged/cut_inside_an_entry.line-56.cal");
+    const CalRun run = RunCal({"export", damaged, "--year", "2027", "-o", Path("out.ics")});
+    EXPECT_EQ(run.Status, kFileProblem);
+    EXPECT_EQ(run.Err, "kelvane-cal: " + damaged + ": line 56: the file ends early\n");
+    EXPECT_FALSE(QFileInfo::exists(Path("out.ics")));
+}
+
+TEST_F(ExportCommand, WantsAYear) {
+    for (const QStringList& words : {QStringList{"export", Path("plans.cal")},
+                                     QStringList{"export", Path("plans.cal"), "--year", "0"},
+                                     QStringList{"export", Path("plans.cal"), "--year", "10000"},
+                                     QStringList{"export", "--year", "2026"}}) {
+        const CalRun run = RunCal(words);
+        EXPECT_EQ(run.Status, kUsageError) << words.join(' ').toStdString();
+        EXPECT_TRUE(run.Err.endsWith("Try 'kelvane-cal export --help'.\n"));
+    }
+}
+
+TEST_F(ExportCommand, HasHelp) {
+    const CalRun run = RunCal({"export", "--help"});
+    EXPECT_EQ(run.Status, kDone);
+    EXPECT_TRUE(run.Out.startsWith("usage: kelvane-cal export FILE --year YYYY"));
+}
+
+}  // namespace
+}  // namespace kelvane::cal

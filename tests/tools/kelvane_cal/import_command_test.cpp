@@ -1,0 +1,337 @@
+#include <gtest/gtest.h>
+
+#include <QFileInfo>
+
+#include "CalRun.h"
+
+namespace kelvane::cal {
+namespace {
+
+using testing::CalData;
+using testing::CalRun;
+using testing::ICalLines;
+using testing::RunCal;
+
+class ImportCommand : public ::testing::Test {
+  protected:
+    void SetUp() override { ASSERT_TRUE(folder_.isValid()); }
+    QString Path(const QString& name) const { return folder_.filePath(name); }
+    // Writes an iCalendar file of these lines and imports it into `out` for 2026.
+    CalRun ImportLines(const QStringList& lines, const QString& out = "out.cal") {
+        EXPECT_TRUE(testing::WriteBytes(Path("in.ics"), ICalLines(lines)));
+        return RunCal({"import", Path("in.ics"), "--year", "2026", "-o", Path(out)});
+    }
+
+    QTemporaryDir folder_;
+};
+
+QStringList Calendar(const QStringList& inside) {
+    return QStringList{"BEGIN:VCALENDAR", "VERSION:2.0", "PRODID:-//Kelvane tests//EN"} + inside +
+           QStringList{"END:VCALENDAR"};
+}
+
+QStringList Event(const QString& uid, const QStringList& properties) {
+    return QStringList{"BEGIN:VEVENT", "UID:" + uid, "DTSTAMP:20260101T000000Z"} + properties +
+           QStringList{"END:VEVENT"};
+}
+
+TEST_F(ImportCommand, TurnsTheSampleFilesIntoTheExpectedCalendarsByteForByte) {
+    for (const QString name :
+         {"weekly_meetings", "all_day_events", "over_midnight", "time_zones"}) {
+        SCOPED_TRACE(name.toStdString());
+        const CalRun run = RunCal({"import", CalData(name + ".ics"), "--year", "2026", "--timezone",
+                                   "Europe/London", "-o", Path(name + ".cal")});
+        EXPECT_EQ(run.Status, kDone) << run.Err.toStdString();
+        EXPECT_EQ(testing::ReadBytes(Path(name + ".cal")),
+                  testing::ReadBytes(CalData(name + ".expected.cal")));
+        EXPECT_EQ(RunCal({"check", Path(name + ".cal")}).Status, kDone);
+    }
+}
+
+TEST_F(ImportCommand, SaysWhatItReadAndWhatItCut) {
+    const CalRun run =
+        RunCal({"import", CalData("all_day_events.ics"), "--year", "2026", "-o", Path("out.cal")});
+    EXPECT_EQ(run.Out, "");
+    EXPECT_EQ(run.Err, "kelvane-cal: warning: " + CalData("all_day_events.ics") +
+                           ": 10 June: the note was cut to 800 characters\n" +
+                           CalData("all_day_events.ics") +
+                           ": 6 events read; 7 occurrences in 2026 on 6 dates\n");
+}
+
+TEST_F(ImportCommand, TakesOnlyTheEventsOfTheYearAsked) {
+    const CalRun run = RunCal({"import", CalData("weekly_meetings.ics"), "--year", "2025",
+                               "--timezone", "UTC", "-o", Path("2025.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("2025.cal")));
+    ASSERT_EQ(content.Dates.size(), 2u);
+    EXPECT_EQ(content.Dates[0].Day, 15);
+    EXPECT_EQ(content.Dates[1].Day, 29);
+    EXPECT_EQ(content.Dates[1].Schedule[0].Description.Trimmed(), "Fortnightly review");
+    EXPECT_EQ(content.Settings.Year, 2025);
+    EXPECT_EQ(content.Settings.FirstDay, 4);  // 1 January 2025 is a Wednesday
+}
+
+TEST_F(ImportCommand, KeepsTheThirtyNineEarliestActivitiesOfADate) {
+    QStringList events;
+    for (int i = 40; i >= 0; --i) {
+        events << Event(QStringLiteral("e%1").arg(i),
+                        {QStringLiteral("DTSTART:20260301T%1%2000")
+                             .arg(i / 4 + 6, 2, 10, QLatin1Char('0'))
+                             .arg((i % 4) * 15, 2, 10, QLatin1Char('0')),
+                         QStringLiteral("SUMMARY:Slot %1").arg(i)});
+    }
+    const CalRun run = ImportLines(Calendar(events));
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_TRUE(run.Err.contains("kelvane-cal: warning: " + Path("in.ics") +
+                                 ": 1 March: 2 activities after the 39 earliest left out\n"));
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    ASSERT_EQ(content.Dates.size(), 1u);
+    const auto& schedule = content.Dates[0].Schedule;
+    ASSERT_EQ(schedule.size(), 39u);
+    EXPECT_EQ(schedule.front().Description.Trimmed(), "Slot 0");
+    EXPECT_EQ(schedule.back().Description.Trimmed(), "Slot 38");
+    EXPECT_EQ(schedule.back().StartTime, (ClockTime{15, 30}));
+}
+
+TEST_F(ImportCommand, JoinsTheTitlesOfOneDay) {
+    const CalRun run = ImportLines(
+        Calendar(Event("a", {"DTSTART;VALUE=DATE:20260405", "SUMMARY:Easter"}) +
+                 Event("b", {"DTSTART;VALUE=DATE:20260405", "SUMMARY:Lunch at Mum's"}) +
+                 Event("c", {"DTSTART;VALUE=DATE:20260405", "SUMMARY:Easter"}) +
+                 Event("d", {"DTSTART;VALUE=DATE:20260405", "DESCRIPTION:Bring eggs"})));
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    ASSERT_EQ(content.Dates.size(), 1u);
+    EXPECT_EQ(content.Dates[0].Entry.Title.Trimmed(), "Easter; Lunch at Mum's");
+    EXPECT_EQ(content.Dates[0].Note, "Bring eggs");
+}
+
+TEST_F(ImportCommand, LeavesOutEventsWithoutAStartAndSaysWhere) {
+    const CalRun run =
+        ImportLines(Calendar(Event("a", {"SUMMARY:When?"}) + Event("b", {"SUMMARY:Again?"}) +
+                             Event("c", {"DTSTART:20260102T100000", "SUMMARY:Fine"})));
+    ASSERT_EQ(run.Status, kDone);
+    EXPECT_TRUE(run.Err.contains(
+        Path("in.ics") + ": line 4: an event without DTSTART is left out (and 1 more like it)\n"))
+        << run.Err.toStdString();
+}
+
+TEST_F(ImportCommand, TakesAnUnknownZoneAsLocalTime) {
+    const CalRun run = ImportLines(
+        Calendar(Event("a", {"DTSTART;TZID=Atlantis/Capital:20260102T100000", "SUMMARY:Sunken"})));
+    ASSERT_EQ(run.Status, kDone);
+    EXPECT_TRUE(run.Err.contains(": line 4: a time zone nobody knows is taken as local time\n"));
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    ASSERT_EQ(content.Dates.size(), 1u);
+    EXPECT_EQ(content.Dates[0].Schedule[0].StartTime, (ClockTime{10, 0}));
+}
+
+TEST_F(ImportCommand, LeavesOutAStartThatIsNoDate) {
+    const CalRun run = ImportLines(Calendar(Event("a", {"DTSTART:20260231", "SUMMARY:x"})));
+    ASSERT_EQ(run.Status, kDone);
+    EXPECT_TRUE(run.Err.contains(": line 4: an event with an impossible start is left out\n"));
+    EXPECT_TRUE(testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal"))).Dates.empty());
+}
+
+TEST_F(ImportCommand, StopsARuleThatRepeatsEverySecond) {
+    const CalRun run = ImportLines(
+        Calendar(Event("a", {"DTSTART:20260102T100000", "RRULE:FREQ=SECONDLY", "SUMMARY:Tick"})));
+    ASSERT_EQ(run.Status, kDone);
+    EXPECT_TRUE(run.Err.contains("a repeat rule was followed for 100000 occurrences only"));
+}
+
+struct Rejected {
+    const char* what;
+    QStringList lines;
+    int line;
+    QString problem;
+};
+
+TEST_F(ImportCommand, RefusesWhatLibicalRejectsNamingTheLineAndWritesNothing) {
+    const std::vector<Rejected> cases = {
+        {"a bad date", Calendar(Event("a", {"DTSTART:soon", "SUMMARY:x"})), 7,
+         "Can't parse as DATE-TIME value in DTSTART property. Removing entire property: soon"},
+        {"a line without a name",
+         Calendar(Event("a", {"DTSTART:20260102T100000", "just words", "SUMMARY:x"})), 8,
+         "Got a data line, but could not find a property name or component begin tag: just words"},
+        {"a bad parameter", Calendar(Event("a", {"DTSTART;=x:20260102T100000"})), 7,
+         "Can't parse parameter name: =x"},
+        {"no calendar",
+         {"BEGIN:VEVENT", "END:VEVENT"},
+         1,
+         "not an iCalendar file: it does not start with BEGIN:VCALENDAR"},
+        {"an empty file", {""}, 1, "not an iCalendar file: there is no BEGIN:VCALENDAR"},
+        {"an unclosed event", QStringList{"BEGIN:VCALENDAR", "BEGIN:VEVENT", "UID:a", "SUMMARY:x"},
+         4, "the file ends inside the VEVENT begun on line 2"},
+        {"an unclosed calendar", QStringList{"BEGIN:VCALENDAR", "VERSION:2.0"}, 2,
+         "the file ends before END:VCALENDAR"},
+        {"crossed ends", Calendar({"BEGIN:VEVENT", "BEGIN:VALARM", "END:VEVENT", "END:VALARM"}), 6,
+         "END:VEVENT does not close the VALARM begun on line 5"},
+        {"an end without a begin", Calendar({"END:VTODO"}), 4, "END:VTODO without its BEGIN"},
+        {"text after the end", Calendar({}) + QStringList{"trailing"}, 5,
+         "there is text after END:VCALENDAR"},
+    };
+    for (const Rejected& rejected : cases) {
+        SCOPED_TRACE(rejected.what);
+        const CalRun run = ImportLines(rejected.lines);
+        EXPECT_EQ(run.Status, kFileProblem);
+        EXPECT_EQ(run.Err, QStringLiteral("kelvane-cal: %1: line %2: %3\n")
+                               .arg(Path("in.ics"))
+                               .arg(rejected.line)
+                               .arg(rejected.problem));
+        EXPECT_FALSE(QFileInfo::exists(Path("out.cal")));
+        EXPECT_EQ(run.Out, "");
+    }
+}
+
+TEST_F(ImportCommand, FindsTheLineOfAnErrorAfterFoldedLines) {
+    const CalRun run = ImportLines(Calendar(
+        Event("a", {"SUMMARY:A long", " summary folded", "\tover three lines", "DTEND:tomorrow"})));
+    EXPECT_EQ(run.Status, kFileProblem);
+    EXPECT_TRUE(run.Err.contains(": line 10: Can't parse as DATE-TIME value in DTEND property"))
+        << run.Err.toStdString();
+}
+
+TEST_F(ImportCommand, ReadsAByteOrderMarkAndBareLineFeeds) {
+    ASSERT_TRUE(
+        testing::WriteBytes(Path("in.ics"),
+                            "\xEF\xBB\xBF"
+                            "BEGIN:VCALENDAR\nBEGIN:VEVENT\nUID:a\nDTSTART:20260102T100000\n"
+                            "SUMMARY:Fine\nEND:VEVENT\nEND:VCALENDAR\n\n"));
+    const CalRun run = RunCal({"import", Path("in.ics"), "--year", "2026", "-o", Path("out.cal")});
+    EXPECT_EQ(run.Status, kDone) << run.Err.toStdString();
+}
+
+TEST_F(ImportCommand, ReplacesAFileOnlyWithForce) {
+    ASSERT_TRUE(testing::WriteBytes(Path("out.cal"), "keep me"));
+    CalRun run =
+        RunCal({"import", CalData("over_midnight.ics"), "--year", "2026", "-o", Path("out.cal")});
+    EXPECT_EQ(run.Status, kFileProblem);
+    EXPECT_EQ(run.Err,
+              "kelvane-cal: " + Path("out.cal") + ": already exists; add --force to replace it\n");
+    EXPECT_EQ(testing::ReadBytes(Path("out.cal")), "keep me");
+    run = RunCal({"import", CalData("over_midnight.ics"), "--year", "2026", "-o", Path("out.cal"),
+                  "--force"});
+    EXPECT_EQ(run.Status, kDone);
+    EXPECT_EQ(RunCal({"check", Path("out.cal")}).Status, kDone);
+}
+
+TEST_F(ImportCommand, WritesTheCalendarToTheStandardOutputWithoutAFileName) {
+    const CalRun run = RunCal({"import", CalData("over_midnight.ics"), "--year", "2026"});
+    EXPECT_EQ(run.Status, kDone);
+    EXPECT_TRUE(run.Out.startsWith("Marrowby Kelvane 2000 File\r\n 2026 \r\n 5 \r\n"));
+}
+
+TEST_F(ImportCommand, RefusesBadWords) {
+    for (const QStringList& words :
+         {QStringList{"import", CalData("over_midnight.ics")},
+          QStringList{"import", "--year", "2026"},
+          QStringList{"import", CalData("over_midnight.ics"), "--year", "2026", "--timezone",
+                      "Mars/Olympus"},
+          QStringList{"import", CalData("over_midnight.ics"), "--year", "20x6"}}) {
+        const CalRun run = RunCal(words);
+        EXPECT_EQ(run.Status, kUsageError) << words.join(' ').toStdString();
+        EXPECT_TRUE(run.Err.endsWith("Try 'kelvane-cal import --help'.\n"));
+    }
+    const CalRun missing = RunCal({"import", Path("nowhere.ics"), "--year", "2026"});
+    EXPECT_EQ(missing.Status, kFileProblem);
+    EXPECT_EQ(missing.Err,
+              "kelvane-cal: " + Path("nowhere.ics") + ": cannot be read: no such file\n");
+}
+
+TEST_F(ImportCommand, HasHelp) {
+    const CalRun run = RunCal({"import", "--help"});
+    EXPECT_EQ(run.Status, kDone);
+    EXPECT_TRUE(run.Out.startsWith("usage: kelvane-cal import IN.ics --year YYYY"));
+}
+
+// An existing calendar: 5 January with a title, a stand-up and a note, and
+// 4 July, which the import does not touch.
+CalendarFileContent Existing() {
+    CalendarFileContent content;
+    content.Settings.Year = 2024;
+    content.Settings.FirstDay = 2;
+    content.Settings.FontName = "Courier New";
+    content.Settings.FontSize = 11;
+    CalendarFileDate fifth;
+    fifth.Month = 1;
+    fifth.Day = 5;
+    fifth.Entry.Title = "Back to work";
+    fifth.Entry.BackColour = {0, 40, 0, false, true};
+    fifth.Schedule = {testing::Activity("Stand-up", {9, 15}, {9, 30}),
+                      testing::Activity("Gym", {7, 0}, {8, 0})};
+    fifth.Note = "Water the plants";
+    CalendarFileDate july;
+    july.Month = 7;
+    july.Day = 4;
+    july.Entry.Title = "Picnic";
+    content.Dates = {fifth, july};
+    return content;
+}
+
+TEST_F(ImportCommand, MergesIntoACopyOfAnExistingCalendar) {
+    ASSERT_TRUE(testing::WriteCalendar(Path("mine.cal"), Existing()));
+    const QByteArray before = testing::ReadBytes(Path("mine.cal"));
+    ASSERT_TRUE(testing::WriteBytes(
+        Path("in.ics"),
+        ICalLines(Calendar(
+            Event("s", {"DTSTART:20260105T091500", "DTEND:20260105T093000", "SUMMARY:Stand-up"}) +
+            Event("r", {"DTSTART:20260105T140000", "SUMMARY:Review"}) +
+            Event("d", {"DTSTART;VALUE=DATE:20260105", "SUMMARY:Sprint starts",
+                        "DESCRIPTION:Plan the sprint"}) +
+            Event("n", {"DTSTART;VALUE=DATE:20260106", "SUMMARY:Epiphany"})))));
+    CalRun run = RunCal({"import", Path("in.ics"), "--year", "2026", "--into", Path("mine.cal"),
+                         "-o", Path("merged.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_EQ(testing::ReadBytes(Path("mine.cal")), before) << "the existing file is not changed";
+
+    const CalendarFileContent merged =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("merged.cal")));
+    EXPECT_EQ(merged.Settings, Existing().Settings);
+    ASSERT_EQ(merged.Dates.size(), 3u);
+    const CalendarFileDate& fifth = merged.Dates[0];
+    EXPECT_EQ(fifth.Entry.Title.Trimmed(), "Back to work; Sprint starts");
+    EXPECT_EQ(fifth.Entry.BackColour, (ColourChoice{0, 40, 0, false, true}));
+    ASSERT_EQ(fifth.Schedule.size(), 3u);
+    EXPECT_EQ(fifth.Schedule[0].Description.Trimmed(), "Stand-up");
+    EXPECT_EQ(fifth.Schedule[1].Description.Trimmed(), "Gym");
+    EXPECT_EQ(fifth.Schedule[2].Description.Trimmed(), "Review");
+    EXPECT_EQ(fifth.Note, "Water the plants\r\nPlan the sprint");
+    EXPECT_EQ(merged.Dates[1].Entry.Title.Trimmed(), "Epiphany");
+    EXPECT_EQ(merged.Dates[2], Existing().Dates[1]);
+
+    // Merging the same events again changes nothing.
+    run = RunCal({"import", Path("in.ics"), "--year", "2026", "--into", Path("merged.cal"), "-o",
+                  Path("again.cal")});
+    ASSERT_EQ(run.Status, kDone);
+    EXPECT_EQ(testing::ReadBytes(Path("again.cal")), testing::ReadBytes(Path("merged.cal")));
+}
+
+TEST_F(ImportCommand, MergesIntoTheExistingFileItselfOnlyWithForce) {
+    ASSERT_TRUE(testing::WriteCalendar(Path("mine.cal"), Existing()));
+    const QStringList words = {"import", CalData("over_midnight.ics"),
+                               "--year", "2026",
+                               "--into", Path("mine.cal"),
+                               "-o",     Path("mine.cal")};
+    EXPECT_EQ(RunCal(words).Status, kFileProblem);
+    EXPECT_EQ(RunCal(words + QStringList{"--force"}).Status, kDone);
+    const CalendarFileContent merged =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("mine.cal")));
+    EXPECT_EQ(merged.Dates.size(), 6u);
+}
+
+TEST_F(ImportCommand, WritesNothingWhenTheCalendarToMergeIntoIsDamaged) {
+    const QString damaged = testing::StoreData("damaged/year_not_a_number.line-2.cal");
+    const CalRun run = RunCal({"import", CalData("over_midnight.ics"), "--year", "2026", "--into",
+                               damaged, "-o", Path("out.cal")});
+    EXPECT_EQ(run.Status, kFileProblem);
+    EXPECT_EQ(run.Err, "kelvane-cal: " + damaged + ": line 2: a number was expected\n");
+    EXPECT_FALSE(QFileInfo::exists(Path("out.cal")));
+}
+
+}  // namespace
+}  // namespace kelvane::cal

@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "CalRun.h"
+
+namespace kelvane::cal {
+namespace {
+
+using testing::Activity;
+using testing::CalRun;
+using testing::RunCal;
+
+// Dates all over a leap year with titles, activities and notes, within the
+// limits an import keeps: at most 39 activities, notes of at most 800
+// characters, no activity that ends before it starts.
+CalendarFileContent BusyYear() {
+    CalendarFileContent content;
+    for (qint16 month = 1; month <= 12; ++month) {
+        // 29 February is the full date below.
+        for (qint16 day = 1; day <= SlotsPerMonth[month - 1] - (month == 2 ? 1 : 0); day += month) {
+            CalendarFileDate date;
+            date.Month = month;
+            date.Day = day;
+            if (day % 2 == 1) {
+                date.Entry.Title = QStringLiteral("Day %1 of %2 – très bien").arg(day).arg(month);
+            }
+            for (int i = 0; i < (day + month) % 5; ++i) {
+                const ClockTime start{static_cast<qint16>(8 + i), static_cast<qint16>(5 * i)};
+                const ClockTime end =
+                    i % 2 == 0 ? ClockTime{-1, 0} : ClockTime{static_cast<qint16>(9 + i), 0};
+                date.Schedule.push_back(Activity(QStringLiteral("Task %1").arg(i), start, end));
+            }
+            if (day % 3 == 0) {
+                date.Note = QStringLiteral("Line one\r\nLine two for %1/%2").arg(day).arg(month);
+            }
+            if (!date.Entry.Title.Trimmed().isEmpty() || !date.Schedule.empty() ||
+                !date.Note.isEmpty()) {
+                content.Dates.push_back(date);
+            }
+        }
+    }
+    CalendarFileDate full;
+    full.Month = 2;
+    full.Day = 29;
+    full.Entry.Title = QString(255, QLatin1Char('T'));
+    full.Note = QString(400, QLatin1Char('a')) + "\r\n" + QString(398, QLatin1Char('b'));
+    for (int i = 0; i < 39; ++i) {
+        full.Schedule.push_back(Activity(QString(50, QLatin1Char('A' + i % 26)),
+                                         {static_cast<qint16>(i % 24), static_cast<qint16>(i)},
+                                         {static_cast<qint16>(i % 24), 59}));
+    }
+    const auto place = std::find_if(content.Dates.begin(), content.Dates.end(),
+                                    [](const CalendarFileDate& d) { return d.Month > 2; });
+    content.Dates.insert(place, full);
+    return content;
+}
+
+std::vector<Appointment> ByStartTime(std::vector<Appointment> schedule) {
+    std::stable_sort(schedule.begin(), schedule.end(),
+                     [](const Appointment& a, const Appointment& b) {
+                         return CompareClockTime(a.StartTime, b.StartTime) < 0;
+                     });
+    return schedule;
+}
+
+TEST(RoundTrip, ExportedAndImportedBackGivesEveryTitleActivityAndNote) {
+    QTemporaryDir folder;
+    const CalendarFileContent original = BusyYear();
+    ASSERT_TRUE(testing::WriteCalendar(folder.filePath("busy.cal"), original));
+
+    CalRun run = RunCal({"export", folder.filePath("busy.cal"), "--year", "2028", "-o",
+                         folder.filePath("busy.ics")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_EQ(run.Err, "");
+    run = RunCal({"import", folder.filePath("busy.ics"), "--year", "2028", "-o",
+                  folder.filePath("back.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
+
+    const CalendarFileContent back =
+        testing::ReadCalendarBytes(testing::ReadBytes(folder.filePath("back.cal")));
+    ASSERT_EQ(back.Dates.size(), original.Dates.size());
+    for (std::size_t i = 0; i < original.Dates.size(); ++i) {
+        const CalendarFileDate& was = original.Dates[i];
+        const CalendarFileDate& is = back.Dates[i];
+        SCOPED_TRACE(QStringLiteral("%1/%2").arg(was.Day).arg(was.Month).toStdString());
+        EXPECT_EQ(is.Month, was.Month);
+        EXPECT_EQ(is.Day, was.Day);
+        EXPECT_EQ(is.Entry.Title, was.Entry.Title);
+        EXPECT_EQ(is.Note, was.Note);
+        EXPECT_EQ(is.Schedule, ByStartTime(was.Schedule));
+    }
+}
+
+TEST(RoundTrip, ACalendarImportedFromItsOwnExportIntoItselfStaysTheSame) {
+    QTemporaryDir folder;
+    const CalendarFileContent original = BusyYear();
+    ASSERT_TRUE(testing::WriteCalendar(folder.filePath("busy.cal"), original));
+    ASSERT_EQ(RunCal({"export", folder.filePath("busy.cal"), "--year", "2028", "-o",
+                      folder.filePath("busy.ics")})
+                  .Status,
+              kDone);
+    const CalRun run = RunCal({"import", folder.filePath("busy.ics"), "--year", "2028", "--into",
+                               folder.filePath("busy.cal"), "-o", folder.filePath("same.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_EQ(testing::ReadBytes(folder.filePath("same.cal")),
+              testing::ReadBytes(folder.filePath("busy.cal")));
+}
+
+}  // namespace
+}  // namespace kelvane::cal
