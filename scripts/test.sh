@@ -22,17 +22,20 @@ cmake -S . -B build/sanitize -G Ninja -DCMAKE_BUILD_TYPE=Debug -DKELVANE_SANITIZ
 cmake --build build/sanitize -j "$jobs"
 ctest --test-dir build/sanitize --output-on-failure -j "$jobs"
 
-echo "== Fuzzing the calendar file reader for 30 seconds"
-# libFuzzer comes with clang; the reader is built alone, with ASan and UBSan.
+echo "== Fuzzing the calendar file reader and the iCalendar import, 30 seconds each"
+# libFuzzer comes with clang; the targets are built alone, with ASan and UBSan.
 if command -v clang++ >/dev/null; then
     CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
         -DKELVANE_FUZZ=ON -DKELVANE_BUILD_TESTS=OFF
-    cmake --build build/fuzz --target calendar_file_fuzzer -j "$jobs"
-    mkdir -p build/fuzz/corpus
+    cmake --build build/fuzz --target calendar_file_fuzzer ical_import_fuzzer -j "$jobs"
+    mkdir -p build/fuzz/corpus build/fuzz/ical_corpus
     # New inputs go into the first folder; the seeds and the damaged files stay as they are.
     build/fuzz/tests/fuzz/calendar_file_fuzzer -max_total_time=30 -timeout=10 \
         -rss_limit_mb=2048 -print_final_stats=1 \
         build/fuzz/corpus tests/fuzz/seeds tests/store/data/damaged
+    build/fuzz/tests/fuzz/ical_import_fuzzer -max_total_time=30 -timeout=10 \
+        -rss_limit_mb=2048 -print_final_stats=1 \
+        build/fuzz/ical_corpus tests/tools/kelvane_cal/data
 else
     echo "clang++ is missing: fuzzing skipped"
 fi

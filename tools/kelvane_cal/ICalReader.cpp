@@ -11,11 +11,12 @@ constexpr qint64 kLongestLine = 16 * 1024 * 1024;
 // The component name of a "BEGIN:NAME" or "END:NAME" line, in capitals, or
 // nothing for any other line.
 QByteArray NameAfter(const QByteArray& line, const char* keyword) {
-    const QByteArray prefix = QByteArray(keyword) + ':';
-    if (line.size() <= prefix.size() || !line.left(prefix.size()).toUpper().startsWith(prefix)) {
+    const qsizetype length = qstrlen(keyword);
+    if (line.size() <= length + 1 || line[length] != ':' ||
+        qstrnicmp(line.constData(), keyword, length) != 0) {
         return {};
     }
-    return line.mid(prefix.size()).trimmed().toUpper();
+    return line.mid(length + 1).trimmed().toUpper();
 }
 
 // Whether libical marks an error in `line` as a property of a `kind` component.
@@ -56,10 +57,19 @@ bool ICalendarReader::ReadPhysicalLine(QByteArray& line, int& number) {
     if (Failed() || device_.atEnd()) {
         return false;
     }
-    line = device_.readLine(kLongestLine + 2);
     number = ++physicalLine_;
-    if (!line.endsWith('\n') && !device_.atEnd()) {
-        return Fail(number, QStringLiteral("the line is longer than 16 MB"));
+    line.clear();
+    // Read in pieces, so that a line costs what it holds.
+    char piece[8192];
+    while (!line.endsWith('\n')) {
+        const qint64 length = device_.readLine(piece, sizeof piece);
+        if (length <= 0) {
+            break;
+        }
+        line.append(piece, length);
+        if (line.size() > kLongestLine) {
+            return Fail(number, QStringLiteral("the line is longer than 16 MB"));
+        }
     }
     while (line.endsWith('\n') || line.endsWith('\r')) {
         line.chop(1);

@@ -112,8 +112,8 @@ void ImportedDates::AddActivity(int month, int day, const QString& description,
     entry.StartTime = start;
     entry.EndTime = end;
     auto& activities = found->Activities;
-    if (std::any_of(activities.begin(), activities.end(),
-                    [&](const Appointment& held) { return SameActivity(held, entry); })) {
+    // Imported descriptions are trimmed already, so the padded texts compare alike.
+    if (std::find(activities.begin(), activities.end(), entry) != activities.end()) {
         return;
     }
     const auto later = std::upper_bound(activities.begin(), activities.end(), entry,
@@ -161,6 +161,7 @@ CalendarFileContent ImportedDates::NewCalendar(int year, QStringList& warnings) 
 void ImportedDates::MergeInto(CalendarFileContent& calendar, QStringList& warnings) const {
     std::vector<CalendarFileDate> merged;
     auto held = calendar.Dates.begin();
+    std::size_t slot = 0;
     for (qint16 month = 1; month <= 12; ++month) {
         for (qint16 day = 1; day <= SlotsPerMonth[static_cast<std::size_t>(month - 1)]; ++day) {
             CalendarFileDate date;
@@ -171,7 +172,7 @@ void ImportedDates::MergeInto(CalendarFileContent& calendar, QStringList& warnin
             if (isHeld) {
                 date = std::move(*held++);
             }
-            const Day& imported = days_[static_cast<std::size_t>(SlotOf(month, day))];
+            const Day& imported = days_[slot++];
             if (imported.Touched) {
                 MergeDay(imported, date, warnings);
             }

@@ -95,6 +95,35 @@ TEST_F(ImportCommand, KeepsTheThirtyNineEarliestActivitiesOfADate) {
     EXPECT_EQ(schedule.back().StartTime, (ClockTime{15, 30}));
 }
 
+// Every other Monday and Thursday from 7 January 2019, and the last day of every
+// month from January 2019: the rules run for years before the year asked.
+TEST_F(ImportCommand, ExpandsRulesThatBeganYearsBefore) {
+    const CalRun run = ImportLines(
+        Calendar(Event("a", {"DTSTART:20190107T090000", "RRULE:FREQ=WEEKLY;INTERVAL=2;BYDAY=MO,TH",
+                             "SUMMARY:Fortnightly"}) +
+                 Event("b", {"DTSTART;VALUE=DATE:20190131", "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1",
+                             "SUMMARY:Month end"})));
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    QStringList expected;
+    QStringList found;
+    const QDate first(2019, 1, 7);
+    for (QDate date(2026, 1, 1); date.year() == 2026; date = date.addDays(1)) {
+        const bool fortnightly =
+            (first.daysTo(date) / 7) % 2 == 0 &&
+            (date.dayOfWeek() == Qt::Monday || date.dayOfWeek() == Qt::Thursday);
+        if (fortnightly || date.day() == date.daysInMonth()) {
+            expected << date.toString("d/M");
+        }
+    }
+    for (const CalendarFileDate& date : content.Dates) {
+        found << QStringLiteral("%1/%2").arg(date.Day).arg(date.Month);
+    }
+    EXPECT_EQ(found, expected);
+    EXPECT_EQ(expected.size(), 53 + 12 - 2);  // 30 November and 31 December are both
+}
+
 TEST_F(ImportCommand, JoinsTheTitlesOfOneDay) {
     const CalRun run = ImportLines(
         Calendar(Event("a", {"DTSTART;VALUE=DATE:20260405", "SUMMARY:Easter"}) +
