@@ -4,7 +4,8 @@
 
 namespace kelvane {
 
-// The directory the program was started from; its temporary files live there.
+// The directory the program keeps its temporary files and recent-file list in:
+// the one it was started from, unless that cannot be written (QtProgramDirectory).
 class ProgramDirectory {
   public:
     virtual ~ProgramDirectory() = default;

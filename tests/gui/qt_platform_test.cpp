@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QRegularExpression>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -54,8 +55,34 @@ TEST(MersenneRandomSource, TheSameSeedGivesTheSameNumbers) {
 }
 
 TEST(QtProgramDirectory, IsTheExecutablesDirectory) {
+    // The tests run from the build tree, which can be written.
     QtProgramDirectory directory;
     EXPECT_EQ(directory.Path(), QDir::toNativeSeparators(QCoreApplication::applicationDirPath()));
+}
+
+TEST(ChooseProgramDirectory, KeepsAProgramDirectoryThatCanBeWritten) {
+    EXPECT_EQ(ChooseProgramDirectory(QStringLiteral("/opt/kelvane"), true,
+                                     QStringLiteral("/home/ann/.local/share/Kelvane")),
+              QDir::toNativeSeparators(QStringLiteral("/opt/kelvane")));
+}
+
+TEST(ChooseProgramDirectory, TakesTheUsersFolderWhenTheProgramDirectoryCannotBeWritten) {
+    EXPECT_EQ(ChooseProgramDirectory(QStringLiteral("/usr/bin"), false,
+                                     QStringLiteral("/home/ann/.local/share/Kelvane")),
+              QDir::toNativeSeparators(QStringLiteral("/home/ann/.local/share/Kelvane")));
+}
+
+TEST(ChooseProgramDirectory, StaysWithTheProgramDirectoryWhenThereIsNoUsersFolder) {
+    EXPECT_EQ(ChooseProgramDirectory(QStringLiteral("/usr/bin"), false, QString()),
+              QDir::toNativeSeparators(QStringLiteral("/usr/bin")));
+}
+
+TEST(UserProgramDataDirectory, IsNamedAfterTheApplicationInTheUsersDataFolder) {
+    const QString dataFolder =
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    ASSERT_FALSE(dataFolder.isEmpty());
+    EXPECT_EQ(UserProgramDataDirectory(),
+              dataFolder + QLatin1Char('/') + QCoreApplication::applicationName());
 }
 
 TEST(QtPlatform, HandsOutItsServices) {
