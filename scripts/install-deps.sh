@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs the Debian packages Kelvane needs to build, test and benchmark,
-# and any further packages named as arguments; packages already present are
-# left alone.
+# Installs the Debian packages Kelvane needs to build, test, package and
+# benchmark, and any further packages named as arguments; packages already
+# present are left alone.
 set -euo pipefail
 
 packages=(
@@ -9,6 +9,7 @@ packages=(
     qt6-base-dev fonts-dejavu-core
     libgtest-dev libgmock-dev libbenchmark-dev
     libical-dev dpkg-dev
+    desktop-file-utils shared-mime-info
     clang libclang-rt-dev
     "$@"
 )

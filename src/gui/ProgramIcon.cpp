@@ -61,7 +61,7 @@ QPixmap ProgramPicture(int size) {
 
 QIcon ProgramIcon() {
     QIcon icon;
-    for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
+    for (const int size : kProgramIconSizes) {
         icon.addPixmap(ProgramPicture(size));
     }
     return icon;
