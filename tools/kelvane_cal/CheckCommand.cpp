@@ -35,18 +35,15 @@ QString Summary(const CalendarFileContent& content) {
 
 int RunCheck(const QStringList& words, QTextStream& out, QTextStream& err) {
     Arguments arguments;
+    int status = kDone;
+    if (!StartCommand(QStringLiteral("check"), words, {}, kCheckHelp, arguments, out, err,
+                      status)) {
+        return status;
+    }
     QString problem;
-    if (!ParseArguments(words, {}, arguments, problem)) {
-        return UsageError(QStringLiteral("check"), problem, err);
-    }
-    if (arguments.Has(QStringLiteral("--help"))) {
-        out << kCheckHelp;
-        return kDone;
-    }
     if (arguments.Positional.isEmpty()) {
         return UsageError(QStringLiteral("check"), QStringLiteral("no calendar file given"), err);
     }
-    int status = kDone;
     for (const QString& fileName : arguments.Positional) {
         CalendarFileContent content;
         if (ReadCalendar(fileName, content, problem)) {

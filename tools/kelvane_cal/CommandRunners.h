@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <QTextStream>
 
+#include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/Commands.h"
 
 // The commands of kelvane-cal, each given the words after its name.
@@ -15,6 +16,13 @@ int RunExport(const QStringList& words, const Environment& environment, QTextStr
               QTextStream& err);
 int RunImport(const QStringList& words, const Environment& environment, QTextStream& out,
               QTextStream& err);
+
+// The start every command shares: parses its words into `arguments`. False
+// when the command ends there, with `status`: after showing its `help` for
+// --help, or after a usage error.
+bool StartCommand(const QString& command, const QStringList& words,
+                  const std::vector<OptionSpec>& options, const char* help, Arguments& arguments,
+                  QTextStream& out, QTextStream& err, int& status);
 
 // Reports a usage error with a pointer to the command's help; gives kUsageError.
 int UsageError(const QString& command, const QString& problem, QTextStream& err);

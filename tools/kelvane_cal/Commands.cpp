@@ -26,6 +26,23 @@ const char* const kHelp =
 
 }  // namespace
 
+bool StartCommand(const QString& command, const QStringList& words,
+                  const std::vector<OptionSpec>& options, const char* help, Arguments& arguments,
+                  QTextStream& out, QTextStream& err, int& status) {
+    QString problem;
+    if (!ParseArguments(words, options, arguments, problem)) {
+        status = UsageError(command, problem, err);
+        return false;
+    }
+    if (arguments.Has(QStringLiteral("--help"))) {
+        out << help;
+        out.flush();
+        status = kDone;
+        return false;
+    }
+    return true;
+}
+
 int UsageError(const QString& command, const QString& problem, QTextStream& err) {
     err << "kelvane-cal: " << problem << '\n';
     err << "Try 'kelvane-cal " << (command.isEmpty() ? QString() : command + QLatin1Char(' '))

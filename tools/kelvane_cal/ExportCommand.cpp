@@ -30,18 +30,15 @@ int RunExport(const QStringList& words, const Environment& environment, QTextStr
               QTextStream& err) {
     const QString command = QStringLiteral("export");
     Arguments arguments;
+    int status = kDone;
+    if (!StartCommand(command, words,
+                      {{QStringLiteral("--year"), QString(), true},
+                       {QStringLiteral("--output"), QStringLiteral("-o"), true},
+                       {QStringLiteral("--force"), QString(), false}},
+                      kExportHelp, arguments, out, err, status)) {
+        return status;
+    }
     QString problem;
-    if (!ParseArguments(words,
-                        {{QStringLiteral("--year"), QString(), true},
-                         {QStringLiteral("--output"), QStringLiteral("-o"), true},
-                         {QStringLiteral("--force"), QString(), false}},
-                        arguments, problem)) {
-        return UsageError(command, problem, err);
-    }
-    if (arguments.Has(QStringLiteral("--help"))) {
-        out << kExportHelp;
-        return kDone;
-    }
     if (arguments.Positional.size() != 1) {
         return UsageError(command, QStringLiteral("give one calendar file"), err);
     }

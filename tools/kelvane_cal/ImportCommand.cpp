@@ -132,20 +132,17 @@ int RunImport(const QStringList& words, const Environment& environment, QTextStr
               QTextStream& err) {
     const QString command = QStringLiteral("import");
     Arguments arguments;
+    int status = kDone;
+    if (!StartCommand(command, words,
+                      {{QStringLiteral("--year"), QString(), true},
+                       {QStringLiteral("--output"), QStringLiteral("-o"), true},
+                       {QStringLiteral("--into"), QString(), true},
+                       {QStringLiteral("--timezone"), QString(), true},
+                       {QStringLiteral("--force"), QString(), false}},
+                      kImportHelp, arguments, out, err, status)) {
+        return status;
+    }
     QString problem;
-    if (!ParseArguments(words,
-                        {{QStringLiteral("--year"), QString(), true},
-                         {QStringLiteral("--output"), QStringLiteral("-o"), true},
-                         {QStringLiteral("--into"), QString(), true},
-                         {QStringLiteral("--timezone"), QString(), true},
-                         {QStringLiteral("--force"), QString(), false}},
-                        arguments, problem)) {
-        return UsageError(command, problem, err);
-    }
-    if (arguments.Has(QStringLiteral("--help"))) {
-        out << kImportHelp;
-        return kDone;
-    }
     ImportWords importWords;
     if (!ReadImportWords(arguments, environment, importWords, problem)) {
         return UsageError(command, problem, err);

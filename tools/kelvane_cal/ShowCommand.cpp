@@ -82,15 +82,12 @@ int RunShow(const QStringList& words, const Environment& environment, QTextStrea
             QTextStream& err) {
     const QString command = QStringLiteral("show");
     Arguments arguments;
+    int status = kDone;
+    if (!StartCommand(command, words, {{QStringLiteral("--month"), QStringLiteral("-m"), true}},
+                      kShowHelp, arguments, out, err, status)) {
+        return status;
+    }
     QString problem;
-    if (!ParseArguments(words, {{QStringLiteral("--month"), QStringLiteral("-m"), true}}, arguments,
-                        problem)) {
-        return UsageError(command, problem, err);
-    }
-    if (arguments.Has(QStringLiteral("--help"))) {
-        out << kShowHelp;
-        return kDone;
-    }
     if (arguments.Positional.size() != 1) {
         return UsageError(command, QStringLiteral("give one calendar file"), err);
     }
