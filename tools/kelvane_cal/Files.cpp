@@ -10,9 +10,7 @@ namespace kelvane::cal {
 QString DescribeReport(const QString& fileName, const CalendarFileReport& report) {
     if (report.DamagedLine > 0) {
         return QStringLiteral("%1: line %2: %3")
-            .arg(fileName)
-            .arg(report.DamagedLine)
-            .arg(report.Reason);
+            .arg(fileName, QString::number(report.DamagedLine), report.Reason);
     }
     return QStringLiteral("%1: cannot be read: %2").arg(fileName, report.Reason);
 }
@@ -60,6 +58,10 @@ bool WriteOutput(const QString& fileName, const QByteArray& bytes, bool force, Q
     if (IsStandardOutput(fileName)) {
         out << QString::fromUtf8(bytes);
         out.flush();
+        if (out.status() != QTextStream::Ok) {
+            problem = QStringLiteral("the standard output cannot be written");
+            return false;
+        }
         return true;
     }
     if (!OutputAllowed(fileName, force, problem)) {

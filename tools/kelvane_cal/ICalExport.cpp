@@ -128,7 +128,7 @@ void CalendarBuilder::AddActivity(const CalendarFileDate& date, const NumberedAc
     icalcomponent* event = NewEvent(date.Month, date.Day, activity.Slot);
     const icaltimetype start = FloatingTime(request_.Year, date.Month, date.Day, entry.StartTime);
     icalcomponent_add_property(event, icalproperty_new_dtstart(start));
-    if (entry.EndTime.Hour != -1) {
+    if (entry.EndTime.Hour >= 0) {
         if (!IsTimeOfDay(entry.EndTime)) {
             result_.Warnings << QStringLiteral(
                                     "%1 ends at %2, which is no time of day; exported "

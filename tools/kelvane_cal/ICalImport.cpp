@@ -16,8 +16,6 @@ namespace {
 constexpr qint64 kDay = 24 * 60 * 60;
 // Times with a zone are at most this far from the same wall-clock time in UTC.
 constexpr qint64 kZoneMargin = 2 * kDay;
-// An all-day event longer than a year covers every date anyway.
-constexpr int kLongestAllDayEvent = 400;
 
 // Warnings of one kind, counted, with the line of the first.
 class WarningTally {
@@ -56,11 +54,11 @@ struct MovedOccurrence {
     QByteArray Zone;
 };
 
-// When an event starts and how long it lasts.
+// When an event starts and how long it lasts, in seconds.
 struct EventShape {
     icaltimetype Start;
     bool HasLength = false;
-    icaldurationtype Length;
+    qint64 Length = 0;
 };
 
 icaltimetype FirstOfJanuary(int year) {
@@ -86,7 +84,11 @@ QString TextOf(const char* text) {
 class Importer {
   public:
     Importer(const ImportRequest& request, ImportedDates& dates, ImportReport& report)
-        : request_(request), dates_(dates), report_(report) {}
+        : request_(request),
+          dates_(dates),
+          report_(report),
+          yearStart_(TimeKey(FirstOfJanuary(request.Year))),
+          nextYearStart_(TimeKey(FirstOfJanuary(request.Year + 1))) {}
 
     bool ReadZonesAndMoves(QIODevice& file);
     bool PlaceEvents(QIODevice& file);
@@ -104,6 +106,9 @@ class Importer {
     const ImportRequest& request_;
     ImportedDates& dates_;
     ImportReport& report_;
+    // 1 January of the year and of the next, as floating TimeKeys.
+    qint64 yearStart_;
+    qint64 nextYearStart_;
     ZoneBook zones_;
     std::vector<MovedOccurrence> pendingMoves_;
     MovedOccurrences moved_;
@@ -134,13 +139,14 @@ bool Importer::ReadZonesAndMoves(QIODevice& file) {
     if (Failed(reader)) {
         return false;
     }
+    // Every zone is known by now; none is added later, so Find's answers stay valid.
     for (MovedOccurrence& move : pendingMoves_) {
         if (!move.Time.is_date && !icaltime_is_utc(move.Time) && !move.Zone.isEmpty()) {
             if (icaltimezone* zone = zones_.Find(move.Zone.constData())) {
                 move.Time = icaltime_set_timezone(&move.Time, zone);
             }
         }
-        moved_[move.Uid].insert(TimeKey(move.Time));
+        moved_[move.Uid].push_back(move.Time);
     }
     pendingMoves_.clear();
     return true;
@@ -167,6 +173,9 @@ bool Importer::PlaceEvents(QIODevice& file) {
             PlaceEvent(component.get(), line);
         }
     }
+    for (const auto& [number, warning] : reader.Warnings()) {
+        tally_.Add(warning + QStringLiteral("; the line is left out"), number);
+    }
     return !Failed(reader);
 }
 
@@ -183,15 +192,16 @@ bool Importer::ShapeOf(icalcomponent* event, int line, EventShape& shape) {
         return false;
     }
     if (icalproperty* end = icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY)) {
-        icaltimetype endTime = zones_.TimeOf(end, icalproperty_get_dtend(end), unknownZone);
-        shape.Length = icaltime_subtract(endTime, shape.Start);
+        // Start and end may be in different zones; the length is between the instants.
+        const icaltimetype endTime = zones_.TimeOf(end, icalproperty_get_dtend(end), unknownZone);
+        shape.Length = TimeKey(InFrameOf(endTime, shape.Start)) - TimeKey(shape.Start);
         shape.HasLength = true;
     } else if (icalproperty* length =
                    icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY)) {
-        shape.Length = icalproperty_get_duration(length);
+        shape.Length = icaldurationtype_as_int(icalproperty_get_duration(length));
         shape.HasLength = true;
     }
-    if (shape.HasLength && icaldurationtype_as_int(shape.Length) < 0) {
+    if (shape.HasLength && shape.Length < 0) {
         tally_.Add(QStringLiteral("an event that ends before it starts is taken as having no end"),
                    line);
         shape.HasLength = false;
@@ -210,20 +220,18 @@ void Importer::PlaceEvent(icalcomponent* event, int line) {
     if (!ShapeOf(event, line, shape)) {
         return;
     }
-    const qint64 yearStart = TimeKey(FirstOfJanuary(request_.Year));
-    const qint64 yearEnd = TimeKey(FirstOfJanuary(request_.Year + 1)) - 1;
-    const qint64 length = shape.HasLength ? icaldurationtype_as_int(shape.Length) : 0;
-    const qint64 from = yearStart - kZoneMargin - length;
+    const qint64 from = yearStart_ - kZoneMargin - shape.Length;
     const char* uid = icalcomponent_get_uid(event);
     // Occurrences moved elsewhere are the master's to leave out, not the moved event's.
     const bool isMaster =
         icalcomponent_get_first_property(event, ICAL_RECURRENCEID_PROPERTY) == nullptr;
-    const QSet<qint64> noMoves;
-    const QSet<qint64>& moved =
-        isMaster && uid != nullptr ? moved_.value(QByteArray(uid)) : noMoves;
+    const std::vector<icaltimetype> noMoves;
+    const auto found =
+        isMaster && uid != nullptr ? moved_.constFind(QByteArray(uid)) : moved_.cend();
+    const std::vector<icaltimetype>& moved = found != moved_.cend() ? *found : noMoves;
     QStringList problems;
     const std::vector<icaltimetype> starts = OccurrencesBetween(
-        event, shape.Start, zones_, moved, from, yearEnd + kZoneMargin, problems);
+        event, shape.Start, zones_, moved, from, nextYearStart_ - 1 + kZoneMargin, problems);
     for (const QString& problem : problems) {
         tally_.Add(problem, line);
     }
@@ -238,18 +246,16 @@ void Importer::PlaceEvent(icalcomponent* event, int line) {
 
 void Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape,
                            const icaltimetype& start) {
-    const int days =
-        shape.HasLength ? std::clamp(icaldurationtype_as_int(shape.Length) / static_cast<int>(kDay),
-                                     1, kLongestAllDayEvent)
-                        : 1;
+    const qint64 days = shape.HasLength ? std::max<qint64>(shape.Length / kDay, 1) : 1;
+    // Only the days in the year are visited, however long the event.
+    const qint64 startKey = TimeKey(start);
+    const qint64 firstDay = std::max<qint64>((yearStart_ - startKey) / kDay, 0);
+    const qint64 endDay = std::min<qint64>((nextYearStart_ - startKey) / kDay, days);
     const QString summary = TextOf(icalcomponent_get_summary(event));
     const QString description = TextOf(icalcomponent_get_description(event));
-    for (int offset = 0; offset < days; ++offset) {
+    for (qint64 offset = firstDay; offset < endDay; ++offset) {
         icaltimetype date = start;
-        icaltime_adjust(&date, offset, 0, 0, 0);
-        if (date.year != request_.Year) {
-            continue;
-        }
+        icaltime_adjust(&date, static_cast<int>(offset), 0, 0, 0);
         ++report_.Occurrences;
         dates_.AddTitle(date.month, date.day, summary);
         dates_.AddNote(date.month, date.day, description);
@@ -271,11 +277,11 @@ void Importer::PlaceTimed(icalcomponent* event, const EventShape& shape,
     }
     ClockTime end{-1, 0};
     if (shape.HasLength) {
-        const icaltimetype finish = Local(icaltime_add(start, shape.Length));
+        const icaltimetype finish = Local(TimeAtKey(TimeKey(start) + shape.Length, start));
         const bool sameDay =
             finish.year == local.year && finish.month == local.month && finish.day == local.day;
         // An end after midnight still reads as a clock time; a longer event's does not.
-        if (sameDay || icaldurationtype_as_int(shape.Length) < kDay) {
+        if (sameDay || shape.Length < kDay) {
             end = ClockTime{static_cast<qint16>(finish.hour), static_cast<qint16>(finish.minute)};
         }
     }

@@ -1,5 +1,7 @@
 #include "kelvane_cal/ICalReader.h"
 
+#include <QSet>
+
 namespace kelvane::cal {
 
 namespace {
@@ -19,11 +21,40 @@ QByteArray NameAfter(const QByteArray& line, const char* keyword) {
     return line.mid(length + 1).trimmed().toUpper();
 }
 
-// Whether libical marks an error in `line` as a property of a `kind` component.
-bool LineHasError(const QByteArray& kind, const QByteArray& line) {
+// The error libical marks in `line` read as a property of a `kind` component,
+// or nothing.
+QString LineError(const QByteArray& kind, const QByteArray& line) {
     const QByteArray text = "BEGIN:" + kind + "\r\n" + line + "\r\nEND:" + kind + "\r\n";
     ComponentPtr parsed(icalparser_parse_string(text.constData()));
-    return parsed == nullptr || !FirstParseError(parsed.get()).isEmpty();
+    return parsed == nullptr ? QStringLiteral("libical cannot read this line")
+                             : FirstParseError(parsed.get());
+}
+
+// The name of the property a line holds, in capitals; nothing for a line that
+// is no property at all.
+QByteArray PropertyName(const QByteArray& line) {
+    const qsizetype end = line.indexOf(':');
+    if (end <= 0) {
+        return {};
+    }
+    const qsizetype parameters = line.indexOf(';');
+    return line.left(parameters > 0 && parameters < end ? parameters : end).trimmed().toUpper();
+}
+
+// The properties that say when an event happens. An error in one of them, or
+// a line that is no property, makes the file unreadable; libical leaves out
+// any other property it cannot read, and so does the import, with a warning.
+bool DecidesTimes(const QByteArray& line) {
+    static const QSet<QByteArray> kTimeProperties = {"DTSTART", "DTEND",  "DURATION",     "RRULE",
+                                                     "RDATE",   "EXDATE", "RECURRENCE-ID"};
+    const QByteArray name = PropertyName(line);
+    return name.isEmpty() || kTimeProperties.contains(name);
+}
+
+// "DESCRIPTION:" and the like: many programs write properties without a
+// value, which libical refuses. They say nothing, so they are passed over.
+bool HasNoValue(const QByteArray& line) {
+    return line.endsWith(':') && !DecidesTimes(line);
 }
 
 }  // namespace
@@ -73,6 +104,10 @@ bool ICalendarReader::ReadPhysicalLine(QByteArray& line, int& number) {
     }
     while (line.endsWith('\n') || line.endsWith('\r')) {
         line.chop(1);
+    }
+    if (line.contains('\r')) {
+        return Fail(number, QStringLiteral("the lines end in CR alone; save the file with CR LF "
+                                           "or LF line ends"));
     }
     if (number == 1 && line.startsWith("\xEF\xBB\xBF")) {
         line.remove(0, 3);  // a byte order mark
@@ -131,8 +166,8 @@ bool ICalendarReader::FailAtEnd() {
             return Fail(lastLine_, QStringLiteral("the file ends before END:VCALENDAR"));
         case Place::InComponent:
             return Fail(lastLine_, QStringLiteral("the file ends inside the %1 begun on line %2")
-                                       .arg(QString::fromUtf8(open_.back().first))
-                                       .arg(open_.back().second));
+                                       .arg(QString::fromUtf8(open_.back().first),
+                                            QString::number(open_.back().second)));
         case Place::AfterCalendar:
             break;
     }
@@ -174,9 +209,8 @@ bool ICalendarReader::TakeCalendarLine(const QByteArray& line, int number) {
     }
     const QByteArray begin = NameAfter(line, "BEGIN");
     if (begin.isEmpty()) {
-        if (LineHasError("VCALENDAR", line)) {
-            return Fail(number, QStringLiteral("libical cannot read this line: %1")
-                                    .arg(QString::fromUtf8(line.left(80))));
+        if (!HasNoValue(line)) {
+            TakeError(number, line, LineError("VCALENDAR", line));
         }
         return false;
     }
@@ -192,6 +226,9 @@ bool ICalendarReader::TakeCalendarLine(const QByteArray& line, int number) {
 
 bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
                                         int& begunOn) {
+    if (HasNoValue(line)) {
+        return false;
+    }
     componentLines_.emplace_back(number, line);
     const QByteArray begin = NameAfter(line, "BEGIN");
     const QByteArray end = NameAfter(line, "END");
@@ -201,8 +238,8 @@ bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, Comp
         if (end != open_.back().first) {
             return Fail(number,
                         QStringLiteral("END:%1 does not close the %2 begun on line %3")
-                            .arg(QString::fromUtf8(end), QString::fromUtf8(open_.back().first))
-                            .arg(open_.back().second));
+                            .arg(QString::fromUtf8(end), QString::fromUtf8(open_.back().first),
+                                 QString::number(open_.back().second)));
         }
         begunOn = open_.front().second;
         open_.pop_back();
@@ -229,19 +266,38 @@ bool ICalendarReader::FinishComponent(icalcomponent* parsed, ComponentPtr& compo
         return Fail(begunOn,
                     QStringLiteral("libical cannot read the %1").arg(QString::fromUtf8(kind)));
     }
-    const QString error = FirstParseError(finished.get());
-    if (error.isEmpty()) {
+    if (FirstParseError(finished.get()).isEmpty()) {
         component = std::move(finished);
         return true;
     }
-    // libical keeps no line numbers; the first line that fails on its own is the one.
+    // libical keeps no line numbers: each line is read again on its own.
+    bool found = false;
     for (const NumberedLine& numbered : componentLines_) {
         if (NameAfter(numbered.second, "BEGIN").isEmpty() &&
-            NameAfter(numbered.second, "END").isEmpty() && LineHasError(kind, numbered.second)) {
-            return Fail(numbered.first, error);
+            NameAfter(numbered.second, "END").isEmpty()) {
+            const QString error = LineError(kind, numbered.second);
+            found = found || !error.isEmpty();
+            if (!TakeError(numbered.first, numbered.second, error)) {
+                return false;
+            }
         }
     }
-    return Fail(begunOn, error);
+    if (!found) {
+        return Fail(begunOn, FirstParseError(finished.get()));
+    }
+    component = std::move(finished);
+    return true;
+}
+
+bool ICalendarReader::TakeError(int number, const QByteArray& line, const QString& error) {
+    if (error.isEmpty()) {
+        return true;
+    }
+    if (DecidesTimes(line)) {
+        return Fail(number, error);
+    }
+    warnings_.emplace_back(number, error);
+    return true;
 }
 
 }  // namespace kelvane::cal

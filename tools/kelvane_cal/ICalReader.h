@@ -15,7 +15,9 @@ namespace kelvane::cal {
 // so on inside the file's VCALENDAR is handed to libical on its own, so that a
 // file of any size is read in the memory its largest component needs. This
 // class only unfolds the lines and follows BEGIN and END; libical parses.
-// Anything libical marks as an error stops the reading, with the line.
+// An error libical marks in a property that says when an event happens, or in
+// a line that is no property, stops the reading with the line; libical leaves
+// out any other property it cannot read, which becomes a warning.
 class ICalendarReader {
   public:
     explicit ICalendarReader(QIODevice& device);
@@ -27,6 +29,8 @@ class ICalendarReader {
     bool Failed() const { return problemLine_ > 0; }
     int ProblemLine() const { return problemLine_; }
     const QString& Problem() const { return problem_; }
+    // The lines left out so far, with libical's reasons.
+    const std::vector<std::pair<int, QString>>& Warnings() const { return warnings_; }
 
   private:
     enum class Place { BeforeCalendar, InCalendar, InComponent, AfterCalendar };
@@ -39,6 +43,8 @@ class ICalendarReader {
     bool TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
                            int& begunOn);
     bool FinishComponent(icalcomponent* parsed, ComponentPtr& component, int& begunOn);
+    // False when the error stops the reading.
+    bool TakeError(int number, const QByteArray& line, const QString& error);
     bool Fail(int line, const QString& problem);
     bool FailAtEnd();
 
@@ -56,6 +62,7 @@ class ICalendarReader {
 
     int problemLine_ = 0;
     QString problem_;
+    std::vector<std::pair<int, QString>> warnings_;
 };
 
 // The first error libical marked in a component or its parts, or nothing.

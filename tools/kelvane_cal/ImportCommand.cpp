@@ -25,7 +25,11 @@ const char* const kImportHelp =
     "kept and the rest reported. An event that goes past midnight keeps its end\n"
     "as a clock time; one longer than a day gets no end time.\n"
     "\n"
-    "  --year YYYY      the year to import (1 to 9999)\n"
+    "An unreadable date, time or repeat rule stops the import with its line,\n"
+    "and nothing is written; any other property libical cannot read is left\n"
+    "out with a warning.\n"
+    "\n"
+    "  --year YYYY      the year to import (1902 to 9998)\n"
     "  -o, --output OUT.cal\n"
     "                   the file to write; '-' or none for the standard output\n"
     "  --into CAL       start from a copy of calendar file CAL: the dates the\n"
@@ -37,6 +41,10 @@ const char* const kImportHelp =
     "                   without a zone stay as they are\n"
     "  --force          replace OUT.cal when it exists\n";
 
+// The years libical can count seconds in, with a year to spare at the end.
+constexpr int kFirstYear = 1902;
+constexpr int kLastYear = 9998;
+
 struct ImportWords {
     QString Input;
     QString Output;
@@ -44,6 +52,7 @@ struct ImportWords {
     int Year = 0;
     bool Force = false;
     icaltimezone* Zone = nullptr;
+    QString ZoneWarning;  // when the system's zone is unknown
 };
 
 // Fills `words` from the arguments; false with the usage problem.
@@ -54,20 +63,32 @@ bool ReadImportWords(const Arguments& arguments, const Environment& environment,
         return false;
     }
     words.Input = arguments.Positional.first();
-    if (!ParseWholeNumber(arguments.Value(QStringLiteral("--year")), 1, 9999, words.Year)) {
-        problem = QStringLiteral("--year takes a year from 1 to 9999");
+    if (!ParseWholeNumber(arguments.Value(QStringLiteral("--year")), kFirstYear, kLastYear,
+                          words.Year)) {
+        problem =
+            QStringLiteral("--year takes a year from %1 to %2").arg(kFirstYear).arg(kLastYear);
         return false;
     }
     words.Output = arguments.Value(QStringLiteral("--output"));
     words.Into = arguments.Value(QStringLiteral("--into"));
     words.Force = arguments.Has(QStringLiteral("--force"));
-    const QString zone = arguments.HasValue(QStringLiteral("--timezone"))
-                             ? arguments.Value(QStringLiteral("--timezone"))
-                             : environment.SystemZone;
-    words.Zone = ZoneNamed(zone);
+    if (arguments.HasValue(QStringLiteral("--timezone"))) {
+        words.Zone = ZoneNamed(arguments.Value(QStringLiteral("--timezone")));
+        if (words.Zone == nullptr) {
+            problem = QStringLiteral("unknown time zone '%1'")
+                          .arg(arguments.Value(QStringLiteral("--timezone")));
+            return false;
+        }
+        return true;
+    }
+    words.Zone = ZoneNamed(environment.SystemZone);
     if (words.Zone == nullptr) {
-        problem = QStringLiteral("unknown time zone '%1'").arg(zone);
-        return false;
+        words.Zone = icaltimezone_get_utc_timezone();
+        words.ZoneWarning = QStringLiteral(
+                                "libical does not know the system's time zone '%1'; "
+                                "times with a zone are put into UTC (--timezone "
+                                "chooses a zone)")
+                                .arg(environment.SystemZone);
     }
     return true;
 }
@@ -100,12 +121,13 @@ int Import(const ImportWords& words, QTextStream& out, QTextStream& err) {
     ImportReport report;
     if (!ImportICalendar(input, {words.Year, words.Zone}, dates, report)) {
         return FileError(QStringLiteral("%1: line %2: %3")
-                             .arg(words.Input)
-                             .arg(report.ProblemLine)
-                             .arg(report.Problem),
+                             .arg(words.Input, QString::number(report.ProblemLine), report.Problem),
                          err);
     }
     QStringList warnings = report.Warnings;
+    if (!words.ZoneWarning.isEmpty()) {
+        Warn(words.ZoneWarning, err);
+    }
     if (words.Into.isEmpty()) {
         calendar = dates.NewCalendar(words.Year, warnings);
     } else {

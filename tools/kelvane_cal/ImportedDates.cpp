@@ -77,9 +77,7 @@ ImportedDates::Day* ImportedDates::DayAt(int month, int day) {
     if (slot < 0) {
         return nullptr;
     }
-    Day& found = days_[static_cast<std::size_t>(slot)];
-    found.Touched = true;
-    return &found;
+    return &days_[static_cast<std::size_t>(slot)];
 }
 
 void ImportedDates::AddTitle(int month, int day, const QString& title) {
@@ -88,6 +86,7 @@ void ImportedDates::AddTitle(int month, int day, const QString& title) {
     if (found == nullptr || line.isEmpty() || found->Titles.contains(line)) {
         return;
     }
+    found->Touched = true;
     // Titles past the title's length are cut anyway; one is kept to say so.
     if (found->Titles.join(kTitleSeparator).size() <= TitleLength) {
         found->Titles << line;
@@ -111,11 +110,8 @@ void ImportedDates::AddActivity(int month, int day, const QString& description,
     entry.Description = text;
     entry.StartTime = start;
     entry.EndTime = end;
+    found->Touched = true;
     auto& activities = found->Activities;
-    // Imported descriptions are trimmed already, so the padded texts compare alike.
-    if (std::find(activities.begin(), activities.end(), entry) != activities.end()) {
-        return;
-    }
     const auto later = std::upper_bound(activities.begin(), activities.end(), entry,
                                         [](const Appointment& a, const Appointment& b) {
                                             return CompareClockTime(a.StartTime, b.StartTime) < 0;
@@ -130,9 +126,11 @@ void ImportedDates::AddActivity(int month, int day, const QString& description,
 void ImportedDates::AddNote(int month, int day, const QString& text) {
     Day* found = DayAt(month, day);
     const QString note = Trim(WithCrLf(text));
-    if (found == nullptr || note.isEmpty() || found->NoteFull || found->NoteTexts.contains(note)) {
+    if (found == nullptr || note.trimmed().isEmpty() || found->NoteFull ||
+        found->NoteTexts.contains(note)) {
         return;
     }
+    found->Touched = true;
     found->NoteTexts << note;
     found->NoteLength += note.size() + kCrLf.size();
     found->NoteFull = found->NoteLength > NoteLength;
@@ -149,7 +147,9 @@ int ImportedDates::DatesTouched() const {
 
 CalendarFileContent ImportedDates::NewCalendar(int year, QStringList& warnings) const {
     CalendarFileContent calendar;
-    calendar.Settings.Year = static_cast<qint16>(year);
+    // The year line is read as a leap indicator: below 0 lays out a year
+    // without 29 February, so the weekdays after February are the year's own.
+    calendar.Settings.Year = static_cast<qint16>(QDate::isLeapYear(year) ? year : -year);
     calendar.Settings.FirstDay = FirstWeekdayOfYear(year);
     calendar.Settings.FontName = QStringLiteral("Arial");
     calendar.Settings.FontSize = 9;
@@ -210,8 +210,11 @@ void ImportedDates::MergeDay(const Day& imported, CalendarFileDate& date,
     date.Entry.Title = title;
 
     int leftOut = imported.ActivitiesLeftOut;
+    // Only what the date held before counts as there already: two events
+    // alike are two activities.
+    const auto heldEnd = static_cast<std::ptrdiff_t>(date.Schedule.size());
     for (const Appointment& entry : imported.Activities) {
-        const bool held = std::any_of(date.Schedule.begin(), date.Schedule.end(),
+        const bool held = std::any_of(date.Schedule.begin(), date.Schedule.begin() + heldEnd,
                                       [&](const Appointment& a) { return SameActivity(a, entry); });
         if (held) {
             continue;

@@ -28,7 +28,8 @@ class ImportedDates {
     int DatesTouched() const;
 
     // A new calendar file of the year: the dates as imported, the default
-    // font and colour scheme, 1 January on its weekday.
+    // font and colour scheme, and the year's own layout (1 January on its
+    // weekday, 29 February only in a leap year).
     CalendarFileContent NewCalendar(int year, QStringList& warnings) const;
     // Adds the imported dates to an existing calendar: titles, activities and
     // note texts that a date does not hold yet are added after what it holds;

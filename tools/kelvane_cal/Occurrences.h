@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <QHash>
-#include <QSet>
 #include <QStringList>
 
 #include <vector>
@@ -14,22 +13,34 @@ namespace kelvane::cal {
 
 // A point in time to tell occurrences apart: seconds since 1970 for times
 // with a zone, the same count for floating times and dates as if in UTC.
+// libical counts years 1902 to 9999 only.
 qint64 TimeKey(const icaltimetype& time);
+
+// `time` in the frame of an event's start: with the start's zone when it has
+// none of its own and the start has one; without any zone when the start is
+// floating or a date, so that wall-clock times are compared with wall-clock
+// times.
+icaltimetype InFrameOf(icaltimetype time, const icaltimetype& start);
+
+// The time `key` (a TimeKey) stands for in the frame of `start`.
+icaltimetype TimeAtKey(qint64 key, const icaltimetype& start);
 
 // The occurrences that events with a RECURRENCE-ID have taken out of the
 // series of their UID.
-using MovedOccurrences = QHash<QByteArray, QSet<qint64>>;
+using MovedOccurrences = QHash<QByteArray, std::vector<icaltimetype>>;
 
-// The most occurrences one event may have in a year; a rule that repeats every
-// second or minute stops there.
+// The most occurrences one event may have in the window, and the most steps a
+// repeat rule is followed: a rule that repeats every second stops there.
 inline constexpr int kMostOccurrences = 100000;
+inline constexpr int kMostRuleSteps = 1000000;
 
 // The starts of an event's occurrences between `from` and `to` (keys of
-// TimeKey): DTSTART, the RRULEs' and RDATEs' occurrences, less the EXDATEs
-// and the moved occurrences. `start` is DTSTART with its zone. Problems such
-// as a rule cut short are added to `warnings`.
+// TimeKey in the frame of `start`): DTSTART, the RRULEs' and RDATEs'
+// occurrences, less the EXDATEs and the `moved` occurrences. `start` is
+// DTSTART with its zone. Problems such as a rule cut short go to `warnings`.
 std::vector<icaltimetype> OccurrencesBetween(icalcomponent* event, const icaltimetype& start,
-                                             const ZoneBook& zones, const QSet<qint64>& moved,
-                                             qint64 from, qint64 to, QStringList& warnings);
+                                             const ZoneBook& zones,
+                                             const std::vector<icaltimetype>& moved, qint64 from,
+                                             qint64 to, QStringList& warnings);
 
 }  // namespace kelvane::cal

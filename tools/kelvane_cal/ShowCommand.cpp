@@ -45,7 +45,7 @@ QString DateLine(const CalendarFileDate& date, const FileYear& year) {
 
 QString ActivityLine(const Appointment& entry) {
     QString times = Time24(entry.StartTime);
-    if (entry.EndTime.Hour != -1) {
+    if (entry.EndTime.Hour >= 0) {
         times += QLatin1Char('-') + Time24(entry.EndTime);
     }
     return QStringLiteral("  %1 %2").arg(times, -11).arg(entry.Description.Trimmed());

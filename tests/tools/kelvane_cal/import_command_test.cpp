@@ -68,7 +68,7 @@ TEST_F(ImportCommand, TakesOnlyTheEventsOfTheYearAsked) {
     EXPECT_EQ(content.Dates[0].Day, 15);
     EXPECT_EQ(content.Dates[1].Day, 29);
     EXPECT_EQ(content.Dates[1].Schedule[0].Description.Trimmed(), "Fortnightly review");
-    EXPECT_EQ(content.Settings.Year, 2025);
+    EXPECT_EQ(content.Settings.Year, -2025);
     EXPECT_EQ(content.Settings.FirstDay, 4);  // 1 January 2025 is a Wednesday
 }
 
@@ -166,11 +166,151 @@ TEST_F(ImportCommand, LeavesOutAStartThatIsNoDate) {
     EXPECT_TRUE(testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal"))).Dates.empty());
 }
 
-TEST_F(ImportCommand, StopsARuleThatRepeatsEverySecond) {
+TEST_F(ImportCommand, DoesNotFollowRulesThatRepeatEverySecondOrMinute) {
     const CalRun run = ImportLines(
-        Calendar(Event("a", {"DTSTART:20260102T100000", "RRULE:FREQ=SECONDLY", "SUMMARY:Tick"})));
+        Calendar(Event("a", {"DTSTART:20260102T100000",
+                             "RRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30", "SUMMARY:Never"}) +
+                 Event("b", {"DTSTART:20260103T100000", "RRULE:FREQ=MINUTELY", "SUMMARY:Tick"})));
     ASSERT_EQ(run.Status, kDone);
-    EXPECT_TRUE(run.Err.contains("a repeat rule was followed for 100000 occurrences only"));
+    EXPECT_TRUE(
+        run.Err.contains(": line 4: a rule that repeats every minute or second is not "
+                         "followed (and 1 more like it)\n"))
+        << run.Err.toStdString();
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    ASSERT_EQ(content.Dates.size(), 2u);
+    EXPECT_EQ(content.Dates[1].Schedule.size(), 1u);
+}
+
+TEST_F(ImportCommand, KeepsTheStepOfARuleThatRepeatsHourly) {
+    const CalRun run = ImportLines(Calendar(Event(
+        "a", {"DTSTART:20251231T220000", "RRULE:FREQ=HOURLY;INTERVAL=5", "SUMMARY:Every five"})));
+    ASSERT_EQ(run.Status, kDone);
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    ASSERT_EQ(content.Dates.size(), 365u);
+    QStringList starts;
+    for (const Appointment& entry : content.Dates[0].Schedule) {
+        starts << QStringLiteral("%1:%2").arg(entry.StartTime.Hour).arg(entry.StartTime.Minute);
+    }
+    EXPECT_EQ(starts, (QStringList{"3:0", "8:0", "13:0", "18:0", "23:0"}));
+}
+
+TEST_F(ImportCommand, PassesOverPropertiesWithoutAValue) {
+    const CalRun run = ImportLines(Calendar(
+        Event("a", {"DTSTART:20260102T100000", "DESCRIPTION:", "LOCATION:", "SUMMARY:Fine"})));
+    EXPECT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
+}
+
+TEST_F(ImportCommand, LeavesOutOtherLinesLibicalCannotReadWithAWarning) {
+    const CalRun run = ImportLines(Calendar(Event(
+        "a", {"DTSTART:20260102T100000", "DTEND:20260102T110000", "SUMMARY:Kept", "BEGIN:VALARM",
+              "ACTION:DISPLAY", "TRIGGER:soon", "END:VALARM", "CLASS;=x:PUBLIC"})));
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_TRUE(
+        run.Err.contains(": line 12: Can't parse as DURATION value in TRIGGER property. "
+                         "Removing entire property: soon; the line is left out\n"))
+        << run.Err.toStdString();
+    EXPECT_TRUE(
+        run.Err.contains(": line 14: Can't parse parameter name: =x; the line is left out\n"))
+        << run.Err.toStdString();
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    ASSERT_EQ(content.Dates.size(), 1u);
+    EXPECT_EQ(content.Dates[0].Schedule[0].Description.Trimmed(), "Kept");
+}
+
+TEST_F(ImportCommand, MeasuresAnEventBetweenTwoZones) {
+    const CalRun run =
+        ImportLines(Calendar(Event("a", {"DTSTART;TZID=America/New_York:20260310T090000",
+                                         "DTEND:20260310T140000Z", "SUMMARY:Ends in UTC"})));
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    ASSERT_EQ(content.Dates.size(), 1u);
+    // 09:00 in New York is 13:00 UTC and in London, which is on GMT until 29 March.
+    EXPECT_EQ(content.Dates[0].Schedule[0].StartTime, (ClockTime{13, 0}));
+    EXPECT_EQ(content.Dates[0].Schedule[0].EndTime, (ClockTime{14, 0}));
+}
+
+TEST_F(ImportCommand, LeavesOutAnExceptionGivenInAZoneOfAFloatingSeries) {
+    const CalRun run = ImportLines(
+        Calendar(Event("a", {"DTSTART:20260105T091500", "RRULE:FREQ=DAILY;COUNT=3",
+                             "EXDATE;TZID=Europe/Paris:20260106T091500", "SUMMARY:Daily"})));
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    ASSERT_EQ(content.Dates.size(), 2u);
+    EXPECT_EQ(content.Dates[0].Day, 5);
+    EXPECT_EQ(content.Dates[1].Day, 7);
+}
+
+TEST_F(ImportCommand, PutsAnAllDayEventOnEveryDateItCoversInTheYear) {
+    const CalRun run = ImportLines(Calendar(
+        Event("a", {"DTSTART;VALUE=DATE:20200101", "DTEND;VALUE=DATE:20300101", "SUMMARY:Decade"}) +
+        Event("b", {"DTSTART;VALUE=DATE:20260601", "DURATION:P2D", "SUMMARY:Two days"}) +
+        Event("c", {"DTSTART;VALUE=DATE:20260701", "RDATE;VALUE=PERIOD:20260801T090000/PT1H",
+                    "SUMMARY:Also in August"})));
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    EXPECT_EQ(content.Dates.size(), 365u);
+    QStringList titled;
+    for (const CalendarFileDate& date : content.Dates) {
+        if (date.Entry.Title.Trimmed() != "Decade") {
+            titled << QStringLiteral("%1/%2 %3")
+                          .arg(date.Day)
+                          .arg(date.Month)
+                          .arg(date.Entry.Title.Trimmed());
+        }
+    }
+    EXPECT_EQ(titled, (QStringList{"1/6 Decade; Two days", "2/6 Decade; Two days",
+                                   "1/7 Decade; Also in August", "1/8 Decade; Also in August"}));
+}
+
+TEST_F(ImportCommand, PutsZonedTimesIntoUtcWhenTheSystemsZoneIsUnknown) {
+    ASSERT_TRUE(testing::WriteBytes(
+        Path("in.ics"),
+        ICalLines(Calendar(Event("a", {"DTSTART;TZID=Asia/Tokyo:20260601T090000", "SUMMARY:x"})))));
+    Environment environment = testing::FixedEnvironment();
+    environment.SystemZone = "Nowhere/Special";
+    QString out;
+    QString err;
+    QTextStream outStream(&out);
+    QTextStream errStream(&err);
+    const int status =
+        RunCommand({"import", Path("in.ics"), "--year", "2026", "-o", Path("out.cal")}, environment,
+                   outStream, errStream);
+    errStream.flush();
+    EXPECT_EQ(status, kDone);
+    EXPECT_TRUE(
+        err.startsWith("kelvane-cal: warning: libical does not know the system's time "
+                       "zone 'Nowhere/Special'; times with a zone are put into UTC"))
+        << err.toStdString();
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    ASSERT_EQ(content.Dates.size(), 1u);
+    EXPECT_EQ(content.Dates[0].Schedule[0].StartTime, (ClockTime{0, 0}));
+}
+
+TEST_F(ImportCommand, SaysSoForLinesThatEndInCarriageReturnsAlone) {
+    ASSERT_TRUE(testing::WriteBytes(Path("in.ics"),
+                                    "BEGIN:VCALENDAR\rBEGIN:VEVENT\rEND:VEVENT\r"
+                                    "END:VCALENDAR\r"));
+    const CalRun run = RunCal({"import", Path("in.ics"), "--year", "2026", "-o", Path("out.cal")});
+    EXPECT_EQ(run.Status, kFileProblem);
+    EXPECT_EQ(run.Err, "kelvane-cal: " + Path("in.ics") +
+                           ": line 1: the lines end in CR alone; save the file with CR LF or LF "
+                           "line ends\n");
+}
+
+TEST_F(ImportCommand, NamesAFileWhoseNameLooksLikeAPlaceholder) {
+    ASSERT_TRUE(testing::WriteBytes(Path("a%1%2.ics"), "nothing\r\n"));
+    const CalRun run = RunCal({"import", Path("a%1%2.ics"), "--year", "2026"});
+    EXPECT_EQ(run.Err, "kelvane-cal: " + Path("a%1%2.ics") +
+                           ": line 1: not an iCalendar file: it does not start with "
+                           "BEGIN:VCALENDAR\n");
 }
 
 struct Rejected {
@@ -252,7 +392,7 @@ TEST_F(ImportCommand, ReplacesAFileOnlyWithForce) {
 TEST_F(ImportCommand, WritesTheCalendarToTheStandardOutputWithoutAFileName) {
     const CalRun run = RunCal({"import", CalData("over_midnight.ics"), "--year", "2026"});
     EXPECT_EQ(run.Status, kDone);
-    EXPECT_TRUE(run.Out.startsWith("Marrowby Kelvane 2000 File\r\n 2026 \r\n 5 \r\n"));
+    EXPECT_TRUE(run.Out.startsWith("Marrowby Kelvane 2000 File\r\n-2026 \r\n 5 \r\n"));
 }
 
 TEST_F(ImportCommand, RefusesBadWords) {
@@ -261,7 +401,9 @@ TEST_F(ImportCommand, RefusesBadWords) {
           QStringList{"import", "--year", "2026"},
           QStringList{"import", CalData("over_midnight.ics"), "--year", "2026", "--timezone",
                       "Mars/Olympus"},
-          QStringList{"import", CalData("over_midnight.ics"), "--year", "20x6"}}) {
+          QStringList{"import", CalData("over_midnight.ics"), "--year", "20x6"},
+          QStringList{"import", CalData("over_midnight.ics"), "--year", "1901"},
+          QStringList{"import", CalData("over_midnight.ics"), "--year", "9999"}}) {
         const CalRun run = RunCal(words);
         EXPECT_EQ(run.Status, kUsageError) << words.join(' ').toStdString();
         EXPECT_TRUE(run.Err.endsWith("Try 'kelvane-cal import --help'.\n"));

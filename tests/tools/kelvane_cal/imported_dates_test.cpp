@@ -14,6 +14,14 @@ const CalendarFileDate* Find(const CalendarFileContent& content, int month, int 
     return nullptr;
 }
 
+TEST(ImportedDates, LaysOutAYearWithout29FebruaryAsNotLeap) {
+    ImportedDates dates;
+    QStringList warnings;
+    const CalendarFileContent content = dates.NewCalendar(2026, warnings);
+    EXPECT_EQ(content.Settings.Year, -2026);
+    EXPECT_EQ(content.Settings.FirstDay, 5);  // 1 January 2026 is a Thursday
+}
+
 TEST(ImportedDates, MakesANewCalendarWithTheDefaultLook) {
     ImportedDates dates;
     dates.AddTitle(2, 29, "Leap");
@@ -92,13 +100,23 @@ TEST(ImportedDates, KeepsActivitiesThatStartTogetherInTheOrderTheyCame) {
     ImportedDates dates;
     dates.AddActivity(6, 7, "first", {9, 0}, {-1, 0});
     dates.AddActivity(6, 7, "second", {9, 0}, {10, 0});
-    dates.AddActivity(6, 7, "first", {9, 0}, {-1, 0});  // the same again
+    dates.AddActivity(6, 7, "first", {9, 0}, {-1, 0});  // another event just like it
     QStringList warnings;
     const CalendarFileContent content = dates.NewCalendar(2026, warnings);
     const auto& schedule = Find(content, 6, 7)->Schedule;
-    ASSERT_EQ(schedule.size(), 2u);
+    ASSERT_EQ(schedule.size(), 3u);
     EXPECT_EQ(schedule[0].Description.Trimmed(), "first");
     EXPECT_EQ(schedule[1].Description.Trimmed(), "second");
+    EXPECT_EQ(schedule[2].Description.Trimmed(), "first");
+}
+
+TEST(ImportedDates, TouchesNoDateWithNothingToPutOnIt) {
+    ImportedDates dates;
+    dates.AddTitle(3, 3, "  ");
+    dates.AddNote(3, 3, "\r\n");
+    EXPECT_TRUE(dates.Empty());
+    QStringList warnings;
+    EXPECT_TRUE(dates.NewCalendar(2026, warnings).Dates.empty());
 }
 
 TEST(ImportedDates, GivesUntitledActivitiesANameAndCutsLongOnes) {
