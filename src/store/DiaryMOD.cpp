@@ -11,7 +11,8 @@ namespace {
 
 const QString kCrLf = QStringLiteral("\r\n");
 
-// Every line break of a note, whether CR LF, a lone CR or a lone LF, as CR LF.
+}  // namespace
+
 QString WithCrLfBreaks(const QString& text) {
     QString normal = text;
     normal.replace(kCrLf, QStringLiteral("\n"));
@@ -19,8 +20,6 @@ QString WithCrLfBreaks(const QString& text) {
     normal.replace(QLatin1Char('\n'), kCrLf);
     return normal;
 }
-
-}  // namespace
 
 std::optional<qint16> DayOfYearSlot(const QString& key, const MonthLengths& daysInMonth) {
     const qint16 month = Val16(key.left(2));

@@ -19,6 +19,9 @@ namespace kelvane {
 // 62. Empty for a month above 12, which has no place in the year.
 std::optional<qint16> DayOfYearSlot(const QString& key, const MonthLengths& daysInMonth);
 
+// Every line break of a note, whether CR LF, a lone CR or a lone LF, as CR LF.
+QString WithCrLfBreaks(const QString& text);
+
 // The note section of a date in a calendar file: 0 for an empty note, or 1,
 // the number of line breaks, and the note's lines. The note is trimmed first.
 void WriteNoteSection(LineWriter& out, const QString& note);

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "store/Conversions.h"
+#include "store/DiaryMOD.h"
 
 namespace kelvane::cal {
 
@@ -21,10 +22,7 @@ QString NoteOf(const CalendarFileDate& date) {
 }
 
 QStringList NoteLines(const QString& note) {
-    QString text = note;
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    return text.split(QLatin1Char('\n'));
+    return WithCrLfBreaks(note).split(QStringLiteral("\r\n"));
 }
 
 QString MonthName(int month) {

@@ -30,13 +30,9 @@ icaltimetype FloatingTime(int year, int month, int day, const ClockTime& time) {
     return value;
 }
 
-QByteArray Utf8(const QString& text) {
-    return text.toUtf8();
-}
-
 // Note lines are kept apart by CR LF; iCalendar texts by LF.
 QByteArray DescriptionOf(const QString& note) {
-    return Utf8(NoteLines(note).join(QLatin1Char('\n')));
+    return NoteLines(note).join(QLatin1Char('\n')).toUtf8();
 }
 
 class CalendarBuilder {
@@ -68,7 +64,7 @@ class CalendarBuilder {
 
 icalcomponent* CalendarBuilder::NewEvent(int month, int day, int slot) {
     icalcomponent* event = icalcomponent_new_vevent();
-    const QByteArray uid = Utf8(EventUid(request_.FileName, request_.Year, month, day, slot));
+    const QByteArray uid = EventUid(request_.FileName, request_.Year, month, day, slot).toUtf8();
     icalcomponent_add_property(event, icalproperty_new_uid(uid.constData()));
     icalcomponent_add_property(event, icalproperty_new_dtstamp(stamp_));
     icalcomponent_add_component(root_.get(), event);
@@ -104,7 +100,7 @@ void CalendarBuilder::AddAllDayEvent(const CalendarFileDate& date, const QString
     icalcomponent_add_property(event, icalproperty_new_dtstart(start));
     icalcomponent_add_property(event, icalproperty_new_dtend(end));
     if (!title.isEmpty()) {
-        icalcomponent_add_property(event, icalproperty_new_summary(Utf8(title).constData()));
+        icalcomponent_add_property(event, icalproperty_new_summary(title.toUtf8().constData()));
     }
     if (!note.isEmpty()) {
         icalcomponent_add_property(event,
@@ -146,7 +142,7 @@ void CalendarBuilder::AddActivity(const CalendarFileDate& date, const NumberedAc
                            FloatingTime(request_.Year, date.Month, date.Day, entry.EndTime)));
         }
     }
-    const QByteArray summary = Utf8(entry.Description.Trimmed());
+    const QByteArray summary = entry.Description.Trimmed().toUtf8();
     icalcomponent_add_property(event, icalproperty_new_summary(summary.constData()));
     ++result_.TimedEvents;
 }

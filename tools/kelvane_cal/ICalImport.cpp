@@ -77,10 +77,6 @@ bool IsRealTime(const icaltimetype& time) {
            time.hour <= 23 && time.minute >= 0 && time.minute <= 59;
 }
 
-QString TextOf(const char* text) {
-    return FromIcal(text);
-}
-
 class Importer {
   public:
     Importer(const ImportRequest& request, ImportedDates& dates, ImportReport& report)
@@ -251,8 +247,8 @@ void Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape,
     const qint64 startKey = TimeKey(start);
     const qint64 firstDay = std::max<qint64>((yearStart_ - startKey) / kDay, 0);
     const qint64 endDay = std::min<qint64>((nextYearStart_ - startKey) / kDay, days);
-    const QString summary = TextOf(icalcomponent_get_summary(event));
-    const QString description = TextOf(icalcomponent_get_description(event));
+    const QString summary = FromIcal(icalcomponent_get_summary(event));
+    const QString description = FromIcal(icalcomponent_get_description(event));
     for (qint64 offset = firstDay; offset < endDay; ++offset) {
         icaltimetype date = start;
         icaltime_adjust(&date, static_cast<int>(offset), 0, 0, 0);
@@ -287,7 +283,7 @@ void Importer::PlaceTimed(icalcomponent* event, const EventShape& shape,
     }
     ++report_.Occurrences;
     dates_.AddActivity(
-        local.month, local.day, TextOf(icalcomponent_get_summary(event)),
+        local.month, local.day, FromIcal(icalcomponent_get_summary(event)),
         ClockTime{static_cast<qint16>(local.hour), static_cast<qint16>(local.minute)}, end);
 }
 

@@ -7,6 +7,7 @@
 #include "kelvane_cal/CalendarFacts.h"
 #include "store/CalenderMOD.h"
 #include "store/Conversions.h"
+#include "store/DiaryMOD.h"
 
 namespace kelvane::cal {
 
@@ -32,10 +33,6 @@ QString OneLine(const QString& text) {
     QString line = text;
     line.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
     return line.trimmed();
-}
-
-QString WithCrLf(const QString& text) {
-    return NoteLines(text).join(kCrLf);
 }
 
 bool SameActivity(const Appointment& a, const Appointment& b) {
@@ -125,7 +122,7 @@ void ImportedDates::AddActivity(int month, int day, const QString& description,
 
 void ImportedDates::AddNote(int month, int day, const QString& text) {
     Day* found = DayAt(month, day);
-    const QString note = Trim(WithCrLf(text));
+    const QString note = Trim(WithCrLfBreaks(text));
     if (found == nullptr || note.trimmed().isEmpty() || found->NoteFull ||
         found->NoteTexts.contains(note)) {
         return;
