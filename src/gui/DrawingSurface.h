@@ -53,7 +53,9 @@ class DrawingSurface {
     virtual void SetFontUnderline(bool underline) = 0;
 
     // Writes the picture as a bitmap file. False, with the reason in `error`,
-    // when the file cannot be written; an existing file then stays as it was.
+    // when the file cannot be written; an existing file then stays as it was,
+    // unless its folder had no room for a temporary copy and it was being
+    // written in place.
     virtual bool SavePicture(const QString& fileName, QString& error) const = 0;
 };
 

@@ -1,9 +1,10 @@
 #include "gui/ImageSurface.h"
 
 #include <QImageWriter>
-#include <QSaveFile>
 
 #include <cmath>
+
+#include "gui/ReplacingFile.h"
 
 namespace kelvane {
 
@@ -275,19 +276,19 @@ void ImageSurface::SetFontUnderline(bool underline) {
 
 bool ImageSurface::SavePicture(const QString& fileName, QString& error) const {
     EndPainting();
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly)) {
-        error = file.errorString();
+    ReplacingFile file;
+    if (!file.Open(fileName)) {
+        error = file.ErrorString();
         return false;
     }
-    QImageWriter writer(&file, "BMP");
+    QImageWriter writer(&file.Device(), "BMP");
     if (!writer.write(image_)) {
         error = writer.errorString();
-        file.cancelWriting();
+        file.Cancel();
         return false;
     }
-    if (!file.commit()) {
-        error = file.errorString();
+    if (!file.Commit()) {
+        error = file.ErrorString();
         return false;
     }
     return true;

@@ -8,7 +8,7 @@
 #include <cmath>
 
 #include "store/Conversions.h"
-#include "store/Cp1252.h"
+#include "store/Utf16Records.h"
 
 namespace kelvane {
 
@@ -71,8 +71,7 @@ QString usrDocViewer::GetLine(qint16 intLineNum) const {
     if (overflowFileNumber_ == 0 || !overflowFile_.Read(intLineNum - memoryLimit_, 1, record)) {
         return QString();
     }
-    // NUL bytes only come from a record never written; they count as blanks.
-    return DecodeCp1252(record).replace(QChar(0), QLatin1Char(' '));
+    return DecodeRecordText(record);
 }
 
 void usrDocViewer::ClearLines() {
@@ -101,7 +100,7 @@ bool usrDocViewer::StoreLine(qint16 lineNumber, const QString& text) {
     if (overflowFileNumber_ == 0 && !OpenOverflowFile()) {
         return false;
     }
-    return overflowFile_.Write(lineNumber - memoryLimit_, EncodeCp1252(lineBuffer_.Value()));
+    return overflowFile_.Write(lineNumber - memoryLimit_, EncodeRecordText(lineBuffer_.Value()));
 }
 
 bool usrDocViewer::OpenOverflowFile() {

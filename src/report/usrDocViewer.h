@@ -7,6 +7,7 @@
 #include "store/Module1.h"
 #include "store/OneBased.h"
 #include "store/RecordFile.h"
+#include "store/Utf16Records.h"
 
 class QPlainTextEdit;
 
@@ -14,8 +15,9 @@ namespace kelvane {
 
 // A read-only text box for reports. Lines are added one at a time, each kept as
 // exactly 80 characters (cut or blank padded); the first 1000 stay in memory
-// and the rest go to a temporary file of 80-byte records in the program
-// directory. The box only changes when RefreshDisplay is called.
+// and the rest go to a temporary file in the program directory, one record of
+// 160 bytes (80 characters in UTF-16 little-endian) per line. The box only
+// changes when RefreshDisplay is called.
 //
 // `module1` gives the program directory, the file numbers and the random
 // numbers for the temporary file's name; it must outlive the viewer.
@@ -80,7 +82,7 @@ class usrDocViewer : public QWidget {
     // Mutable because reading a record moves the file's position. Its writes
     // collect in a buffer: the viewer reads its lines back itself, and reading
     // writes the buffer out first.
-    mutable RecordFile overflowFile_{LineLength, RecordFile::Writes::Buffered};
+    mutable RecordFile overflowFile_{RecordTextBytes(LineLength), RecordFile::Writes::Buffered};
 };
 
 }  // namespace kelvane

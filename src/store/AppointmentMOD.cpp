@@ -2,27 +2,32 @@
 
 #include <QtEndian>
 
-#include "store/Cp1252.h"
 #include "store/DiaryMOD.h"
+#include "store/Utf16Records.h"
 
 namespace kelvane {
 
 namespace {
 
-constexpr int kDescriptionBytes = 50;
-static_assert(decltype(Appointment::Description)::Length == kDescriptionBytes);
+// Offsets of the fields in a record; the times follow the description.
+constexpr int kDescriptionBytes = RecordTextBytes(decltype(Appointment::Description)::Length);
+constexpr int kStartHour = kDescriptionBytes;
+constexpr int kStartMinute = kStartHour + 2;
+constexpr int kEndHour = kStartMinute + 2;
+constexpr int kEndMinute = kEndHour + 2;
+static_assert(kEndMinute + 2 == AppointmentRecordLength);
 
 void PutInteger16(char* record, int offset, qint16 value) {
     qToLittleEndian<qint16>(value, record + offset);
 }
 
-// Fills the 58 bytes at `record`.
+// Fills the AppointmentRecordLength bytes at `record`.
 void PutAppointment(const Appointment& appointment, char* record) {
-    EncodeCp1252To(appointment.Description.Value(), record);
-    PutInteger16(record, 50, appointment.StartTime.Hour);
-    PutInteger16(record, 52, appointment.StartTime.Minute);
-    PutInteger16(record, 54, appointment.EndTime.Hour);
-    PutInteger16(record, 56, appointment.EndTime.Minute);
+    EncodeRecordTextTo(appointment.Description.Value(), record);
+    PutInteger16(record, kStartHour, appointment.StartTime.Hour);
+    PutInteger16(record, kStartMinute, appointment.StartTime.Minute);
+    PutInteger16(record, kEndHour, appointment.EndTime.Hour);
+    PutInteger16(record, kEndMinute, appointment.EndTime.Minute);
 }
 
 qint16 GetInteger16(QByteArrayView record, int offset) {
@@ -46,14 +51,9 @@ Appointment DecodeAppointment(QByteArrayView record) {
     if (record.size() < AppointmentRecordLength) {
         return appointment;
     }
-    // NUL bytes only come from a region never written; they count as blanks.
-    QString description = DecodeCp1252(record.first(kDescriptionBytes));
-    if (description.contains(QChar(0))) {
-        description.replace(QChar(0), QLatin1Char(' '));
-    }
-    appointment.Description = description;
-    appointment.StartTime = {GetInteger16(record, 50), GetInteger16(record, 52)};
-    appointment.EndTime = {GetInteger16(record, 54), GetInteger16(record, 56)};
+    appointment.Description = DecodeRecordText(record.first(kDescriptionBytes));
+    appointment.StartTime = {GetInteger16(record, kStartHour), GetInteger16(record, kStartMinute)};
+    appointment.EndTime = {GetInteger16(record, kEndHour), GetInteger16(record, kEndMinute)};
     return appointment;
 }
 

@@ -22,10 +22,10 @@ struct Appointment {
     friend bool operator==(const Appointment&, const Appointment&) = default;
 };
 
-// An appointment on disk: 50 bytes of description (Windows-1252, blank
-// padded), then start hour, start minute, end hour, end minute as 16-bit
-// little-endian signed integers.
-inline constexpr int AppointmentRecordLength = 58;
+// An appointment on disk: the 50 characters of the description in 100 bytes
+// (UTF-16 little-endian, blank padded), then start hour, start minute, end
+// hour, end minute as 16-bit little-endian signed integers: 108 bytes.
+inline constexpr int AppointmentRecordLength = 108;
 QByteArray EncodeAppointment(const Appointment& appointment);
 Appointment DecodeAppointment(QByteArrayView record);
 
@@ -49,7 +49,7 @@ QString FormatClockTime(const ClockTime& time, qint16 style);
 int CompareClockTime(const ClockTime& a, const ClockTime& b);
 
 // Keeps the schedules of every date of the open document in a temporary file
-// of 58-byte records beside the program, and the schedule of one date at a time
+// of 108-byte records beside the program, and the schedule of one date at a time
 // in the working list AppointmentList. A date gets a block of 40 records the
 // first time it is saved with entries and keeps it for the life of the file.
 class AppointmentMOD {

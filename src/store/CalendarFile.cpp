@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "store/CalenderMOD.h"
+#include "store/Conversions.h"
 #include "store/DiaryMOD.h"
 #include "store/Module1.h"
 
@@ -50,7 +51,7 @@ bool ReadSettings(LineReader& in, CalendarFileSettings& settings) {
         return false;
     }
     // No installed font has a longer name; a longer line is not worth keeping.
-    settings.FontName.truncate(kLongestFontName);
+    settings.FontName = CutText(settings.FontName, kLongestFontName);
     for (ColourListItem& item : settings.ColourList) {
         QString name;
         ColourChoice colour;

@@ -168,4 +168,15 @@ QString Trim(const QString& text) {
     return LTrim(RTrim(text));
 }
 
+QString CutText(const QString& text, qsizetype length) {
+    if (text.size() <= length) {
+        return text;
+    }
+    if (length <= 0) {
+        return QString();
+    }
+    const bool splitsAPair = text[length - 1].isHighSurrogate() && text[length].isLowSurrogate();
+    return text.left(splitsAPair ? length - 1 : length);
+}
+
 }  // namespace kelvane

@@ -43,4 +43,10 @@ QString Trim(const QString& text);
 QString LTrim(const QString& text);
 QString RTrim(const QString& text);
 
+// The first `length` characters of a text, as every fixed-length field keeps
+// them. A character outside the Basic Multilingual Plane (an emoji, say) takes
+// two UTF-16 code units; a cut that would fall between them leaves the whole
+// character out, so the text is one unit shorter than `length`.
+QString CutText(const QString& text, qsizetype length);
+
 }  // namespace kelvane

@@ -12,45 +12,7 @@ constexpr std::array<char16_t, 32> kHighControls = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-char EncodeOne(char16_t c) {
-    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
-        return static_cast<char>(c);
-    }
-    for (std::size_t i = 0; i < kHighControls.size(); ++i) {
-        if (kHighControls[i] == c) {
-            return static_cast<char>(0x80 + i);
-        }
-    }
-    return '?';
-}
-
 }  // namespace
-
-void EncodeCp1252To(QStringView text, char* out) {
-    const char16_t* in = text.utf16();
-    const qsizetype size = text.size();
-    // Most texts are plain ASCII; both loops below are simple enough for the
-    // compiler to do many characters at a time.
-    char16_t all = 0;
-    for (qsizetype i = 0; i < size; ++i) {
-        all |= in[i];
-    }
-    if (all < 0x80) {
-        for (qsizetype i = 0; i < size; ++i) {
-            out[i] = static_cast<char>(in[i]);
-        }
-        return;
-    }
-    for (qsizetype i = 0; i < size; ++i) {
-        out[i] = EncodeOne(in[i]);
-    }
-}
-
-QByteArray EncodeCp1252(const QString& text) {
-    QByteArray bytes(text.size(), Qt::Uninitialized);
-    EncodeCp1252To(text, bytes.data());
-    return bytes;
-}
 
 QString DecodeCp1252(QByteArrayView bytes) {
     unsigned char all = 0;

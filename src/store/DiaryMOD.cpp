@@ -3,7 +3,6 @@
 #include <QStringList>
 
 #include "store/Conversions.h"
-#include "store/Cp1252.h"
 
 namespace kelvane {
 
@@ -61,9 +60,8 @@ bool ReadNoteSection(LineReader& in, QString& note) {
     if (!in.ReadNumber16(breaks)) {
         return false;
     }
-    if (breaks < 0) {
-        return in.Reject(QStringLiteral("a note cannot have fewer than 0 line breaks"));
-    }
+    // A note of n line breaks has n + 1 lines, so a count below 0 leaves no
+    // lines to read: the note is empty and the next line is what follows it.
     QString text;
     QString line;
     for (int i = 0; i <= breaks; ++i) {
@@ -75,7 +73,7 @@ bool ReadNoteSection(LineReader& in, QString& note) {
             text += (i > 0 ? kCrLf : QString()) + line;
         }
     }
-    note = text.left(NoteLength);
+    note = CutText(text, NoteLength);
     return true;
 }
 
@@ -121,8 +119,7 @@ void DiaryMOD::LoadNote(const QString& key) {
     NoteBuffer = QString();
     QByteArray record;
     if (NoteIndex[*slot] != 0 && file_.Read(NoteIndex[*slot], 1, record)) {
-        // NUL bytes only come from a region never written; they count as blanks.
-        NoteBuffer = DecodeCp1252(record).replace(QChar(0), QLatin1Char(' '));
+        NoteBuffer = DecodeRecordText(record);
     }
 }
 
@@ -170,7 +167,7 @@ void DiaryMOD::WriteRecord(qint16 record) {
     if (DiaryFileNumber == 0) {
         return;  // the open failure has been reported already
     }
-    if (!file_.Write(record, EncodeCp1252(NoteBuffer.Value())) && !writeFailureShown_) {
+    if (!file_.Write(record, EncodeRecordText(NoteBuffer.Value())) && !writeFailureShown_) {
         writeFailureShown_ = true;
         messages_.Show(QStringLiteral("Could not open diary temporary file"));
     }

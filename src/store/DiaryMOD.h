@@ -10,6 +10,7 @@
 #include "store/Module1.h"
 #include "store/RecordFile.h"
 #include "store/Records.h"
+#include "store/Utf16Records.h"
 
 namespace kelvane {
 
@@ -26,14 +27,15 @@ QString WithCrLfBreaks(const QString& text);
 // the number of line breaks, and the note's lines. The note is trimmed first.
 void WriteNoteSection(LineWriter& out, const QString& note);
 // Reads a note section into `note` (line breaks as CR LF, cut to 800
-// characters). False, with `note` untouched, when the section is damaged or
-// the file ends inside it.
+// characters; a break count below 0 gives an empty note). False, with `note`
+// untouched, when the section is damaged or the file ends inside it.
 bool ReadNoteSection(LineReader& in, QString& note);
 
 // Keeps the notes of every date of the open document in a temporary file of
-// 800-byte records beside the program, and the note of one date at a time in
-// NoteBuffer. A date gets a record the first time a non-blank note is saved for
-// it and keeps it for the life of the file.
+// 1600-byte records beside the program (the 800 characters of a note in UTF-16
+// little-endian), and the note of one date at a time in NoteBuffer. A date gets
+// a record the first time a non-blank note is saved for it and keeps it for the
+// life of the file.
 class DiaryMOD {
   public:
     DiaryMOD(Module1& module1, MessageBoxes& messages);
@@ -69,7 +71,7 @@ class DiaryMOD {
 
     Module1& module1_;
     MessageBoxes& messages_;
-    RecordFile file_{NoteLength};
+    RecordFile file_{RecordTextBytes(NoteLength)};
     bool writeFailureShown_ = false;
 };
 

@@ -6,8 +6,10 @@
 
 namespace kelvane {
 
-// A text field of exactly N characters: longer texts are cut, shorter ones are
-// padded with blanks, as the document's records keep their texts.
+// A text field of exactly N characters (UTF-16 code units): longer texts are
+// cut, shorter ones are padded with blanks, as the document's records keep
+// their texts. A cut never leaves half of a surrogate pair behind: the whole
+// character goes and a blank takes its place.
 template <int N>
 class FixedText {
   public:
@@ -17,7 +19,7 @@ class FixedText {
     FixedText(const QString& text) { *this = text; }  // NOLINT: converts like an assignment
 
     FixedText& operator=(const QString& text) {
-        text_ = text.left(N).leftJustified(N, QLatin1Char(' '));
+        text_ = CutText(text, N).leftJustified(N, QLatin1Char(' '));
         return *this;
     }
 

@@ -4,8 +4,7 @@ namespace kelvane {
 
 OutputFile::~OutputFile() {
     if (number_ != 0) {
-        file_.cancelWriting();
-        file_.commit();  // only closes: writing was cancelled
+        file_.Cancel();
         Release();
     }
 }
@@ -18,8 +17,7 @@ qint16 OutputFile::OpenForOutput(const QString& fileName) {
     if (number == 0) {
         return 0;
     }
-    file_.setFileName(fileName);
-    if (!file_.open(QIODevice::WriteOnly)) {
+    if (!file_.Open(fileName)) {
         numbers_.Release(number);
         return 0;
     }
@@ -31,7 +29,7 @@ bool OutputFile::Close() {
     if (number_ == 0) {
         return false;
     }
-    const bool written = file_.commit();
+    const bool written = file_.Commit();
     Release();
     return written;
 }

@@ -1,12 +1,18 @@
+#include <QDir>
+#include <QFile>
 #include <QImageReader>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include "gui/ImageSurface.h"
+#include "support/PermissionsApply.h"
 
 namespace kelvane {
 namespace {
+
+using testing::Chmod;
+using testing::PermissionsApply;
 
 constexpr qint32 kGrey = 100 + 100 * 256 + 100 * 65536;
 constexpr qint32 kRed = 255;
@@ -154,6 +160,57 @@ TEST_F(ImageSurfaceTest, SavesABitmap) {
     const QImage image = reader.read();
     EXPECT_EQ(image.size(), QSize(200, 100));
     EXPECT_EQ(image.pixelColor(0, 0), QColor(0, 0, 255));
+}
+
+// An old picture that may be written, in a folder where no file can be made,
+// as with many shared folders.
+TEST_F(ImageSurfaceTest, ReplacesAPictureInAFolderThatCannotBeWritten) {
+    surface.FillBox(0, 0, 0, 0, kBlue);
+    QTemporaryDir root;
+    ASSERT_EQ(Chmod(root.path(), 0755), 0);  // whoever saves must reach the folder
+    const QString folder = root.filePath(QStringLiteral("shared"));
+    const QString fileName = folder + QStringLiteral("/picture.bmp");
+    ASSERT_TRUE(QDir(root.path()).mkdir(QStringLiteral("shared")));
+    {
+        QFile old(fileName);
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+        ASSERT_EQ(old.write("an old picture"), 14);
+    }
+    ASSERT_EQ(Chmod(fileName, 0666), 0);
+    ASSERT_EQ(Chmod(folder, 0555), 0);
+    bool saved = false;
+    QString error;
+    {
+        PermissionsApply permissions;
+        ASSERT_TRUE(permissions.Active());
+        saved = surface.SavePicture(fileName, error);
+    }
+    Chmod(folder, 0755);
+    ASSERT_TRUE(saved) << error.toStdString();
+    QImageReader reader(fileName);
+    EXPECT_EQ(reader.format(), QByteArray("bmp"));
+    EXPECT_EQ(reader.read().pixelColor(0, 0), QColor(0, 0, 255));
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden),
+              QStringList{QStringLiteral("picture.bmp")});
+}
+
+TEST_F(ImageSurfaceTest, APictureThatCannotBeWrittenLeavesTheOldOneWhole) {
+    QTemporaryDir directory;
+    const QString fileName = directory.filePath(QStringLiteral("picture.bmp"));
+    {
+        QFile old(fileName);
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+        ASSERT_EQ(old.write("an old picture"), 14);
+    }
+    surface.Resize(0, 0);  // a picture of no size cannot be written
+    QString error;
+    EXPECT_FALSE(surface.SavePicture(fileName, error));
+    EXPECT_FALSE(error.isEmpty());
+    QFile old(fileName);
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_EQ(old.readAll(), QByteArray("an old picture"));
+    EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden),
+              QStringList{QStringLiteral("picture.bmp")});
 }
 
 // How many pixels of the picture differ from the background.

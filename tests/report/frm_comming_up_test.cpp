@@ -147,6 +147,23 @@ TEST_F(CommingUpTest, AScheduleUnderAnEmptyTitleGivesAnEmptyLineBeforeTheDate) {
                                            "-->From 9:30 am to 10:00 am", ""}));
 }
 
+TEST_F(CommingUpTest, TitlesAndSchedulesInEveryScriptAreShownAsTheyAre) {
+    // Polish, Chinese, Greek and Russian with an emoji; Hebrew and Arabic,
+    // written right to left, with combining accents.
+    const QString title = QStringLiteral(
+        "\u0141\u00f3d\u017a \u5317\u4eac \u03a9\u03bc\u03ad\u03b3\u03b1 "
+        "\u041f\u0440\u0438\u0432\u0435\u0442 \U0001F389");
+    const QString activity =
+        QStringLiteral("\u05e9\u05dc\u05d5\u05dd \u0645\u0631\u062d\u0628\u0627 e\u0301a\u0308");
+    dates.PutTitle(3, 15, title);
+    dates.PutActivity(3, 15, 1, activity, {9, 30}, {10, 0});
+    Open();
+    DisplaySchedules();
+    EXPECT_EQ(Lines().mid(2), (QStringList{"", title, "15-3-2000 (Wednesday)", "->" + activity,
+                                           "-->From 9:30 am to 10:00 am", ""}));
+    EXPECT_TRUE(Shown().contains(title + QStringLiteral("\n15-3-2000 (Wednesday)\n->") + activity));
+}
+
 TEST_F(CommingUpTest, DatesWithNothingAddNothingAndNotesDoNotCount) {
     dates.PutNote(3, 16, "Only a note");
     dates.PutColours(3, 17, ColourChoice{10, 20, 30, true, true}, ColourChoice{});

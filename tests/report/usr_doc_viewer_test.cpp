@@ -10,17 +10,31 @@
 #include <memory>
 
 #include "report/usrDocViewer.h"
+#include "support/EveryScript.h"
 #include "support/TestWorld.h"
 
 namespace kelvane {
 namespace {
 
+using testing::kEveryScript;
 using testing::TestWorld;
 
 constexpr int kLength = usrDocViewer::LineLength;
+constexpr qint64 kRecordBytes = 160;
 
 QString Padded(const QString& text) {
     return text.leftJustified(kLength, QLatin1Char(' '));
+}
+
+// A line as the temporary file holds it, built here byte by byte: each UTF-16
+// code unit of the padded line, low byte first.
+QByteArray Record(const QString& text) {
+    QByteArray bytes;
+    for (const QChar unit : Padded(text)) {
+        bytes.append(static_cast<char>(unit.unicode() & 0xFF));
+        bytes.append(static_cast<char>(unit.unicode() >> 8));
+    }
+    return bytes;
 }
 
 // The names of the temporary line files in the program directory.
@@ -94,6 +108,18 @@ TEST_F(DocViewerTest, ALongLineKeepsItsFirst80Characters) {
     ASSERT_TRUE(viewer.AddLine(line));
     EXPECT_EQ(viewer.GetLine(1), line.left(80));
     EXPECT_EQ(viewer.GetLine(1).size(), 80);
+}
+
+TEST_F(DocViewerTest, ACutInsideAnEmojiDropsIt) {
+    ASSERT_TRUE(viewer.AddLine(QString(79, u'a') + QStringLiteral("\U0001F389")));
+    EXPECT_EQ(viewer.GetLine(1), QString(79, u'a') + QLatin1Char(' '));
+}
+
+TEST_F(DocViewerTest, TextInEveryScriptIsKeptAndShown) {
+    ASSERT_TRUE(viewer.AddLine(kEveryScript));
+    EXPECT_EQ(viewer.GetLine(1), Padded(kEveryScript));
+    viewer.RefreshDisplay();
+    EXPECT_EQ(Shown(), kEveryScript);
 }
 
 TEST_F(DocViewerTest, AShortLineIsPaddedAndShownTrimmed) {
@@ -202,7 +228,7 @@ TEST_F(DocViewerTest, Line1001IsTheFirstRecordOfTheTemporaryFile) {
     EXPECT_TRUE(QRegularExpression(QStringLiteral("^~tmpTXT[A-Z]{10}$")).match(files[0]).hasMatch())
         << files[0].toStdString();
     EXPECT_EQ(viewer.OverflowFilePath(), world.FilePath(files[0]));
-    EXPECT_EQ(world.ReadFile(files[0]), Padded(QStringLiteral("beyond memory")).toLatin1());
+    EXPECT_EQ(world.ReadFile(files[0]), Record(QStringLiteral("beyond memory")));
     EXPECT_EQ(viewer.GetLine(1001), Padded(QStringLiteral("beyond memory")));
     EXPECT_TRUE(world.module1.Files.InUse(viewer.OverflowFileNumber()));
 }
@@ -225,8 +251,8 @@ TEST_F(DocViewerTest, LaterLinesFollowAsFurtherRecords) {
     const QStringList files = OverflowFiles(world);
     ASSERT_EQ(files.size(), 1);
     const QByteArray bytes = world.ReadFile(files[0]);
-    ASSERT_EQ(bytes.size(), 3 * kLength);
-    EXPECT_EQ(bytes.mid(2 * kLength), Padded(QStringLiteral("line 1003")).toLatin1());
+    ASSERT_EQ(bytes.size(), 3 * kRecordBytes);
+    EXPECT_EQ(bytes.mid(2 * kRecordBytes), Record(QStringLiteral("line 1003")));
     EXPECT_EQ(viewer.GetLine(1002), Padded(QStringLiteral("line 1002")));
 
     const QStringList shown = Shown().split(QLatin1Char('\n'));
@@ -368,25 +394,41 @@ TEST_F(DocViewerTest, LinesAfterClearingOverwriteOldRecords) {
     const QStringList files = OverflowFiles(world);
     ASSERT_EQ(files.size(), 1);
     const QByteArray bytes = world.ReadFile(files[0]);
-    EXPECT_EQ(bytes, Padded(QStringLiteral("new")).toLatin1() +
-                         Padded(QStringLiteral("line 1002")).toLatin1());
+    EXPECT_EQ(bytes, Record(QStringLiteral("new")) + Record(QStringLiteral("line 1002")));
     EXPECT_EQ(viewer.GetLine(1001), Padded(QStringLiteral("new")));
     // The old second record is still on disk but no longer a line.
     EXPECT_EQ(viewer.GetLine(1002), QString());
 }
 
-TEST_F(DocViewerTest, Windows1252CharactersSurviveTheFile) {
+TEST_F(DocViewerTest, TextInEveryScriptSurvivesTheFile) {
     FillMemory();
-    ASSERT_TRUE(viewer.AddLine(QStringLiteral("caf\u00e9 \u20ac5 \u03a9")));
+    ASSERT_TRUE(viewer.AddLine(kEveryScript));
+    ASSERT_TRUE(viewer.AddLine(QString(79, u'b') + QStringLiteral("\U0001F389")));
     viewer.RefreshDisplay();
 
     const QStringList files = OverflowFiles(world);
     ASSERT_EQ(files.size(), 1);
     const QByteArray bytes = world.ReadFile(files[0]);
-    ASSERT_EQ(bytes.size(), kLength);
-    EXPECT_EQ(bytes.left(9), QByteArray("caf\xe9 \x80"
-                                        "5 ?"));
-    EXPECT_EQ(viewer.GetLine(1001), Padded(QStringLiteral("caf\u00e9 \u20ac5 ?")));
+    ASSERT_EQ(bytes.size(), 2 * kRecordBytes);
+    EXPECT_EQ(bytes.left(kRecordBytes), Record(kEveryScript));
+    EXPECT_EQ(bytes.mid(kRecordBytes), Record(QString(79, u'b')));
+    EXPECT_EQ(viewer.GetLine(1001), Padded(kEveryScript));
+    EXPECT_EQ(viewer.GetLine(1002), Padded(QString(79, u'b')));
+    EXPECT_TRUE(Shown().endsWith(QStringLiteral("\n") + kEveryScript + QStringLiteral("\n") +
+                                 QString(79, u'b')));
+}
+
+TEST_F(DocViewerTest, ARecordHoldsTheLineInUtf16LittleEndian) {
+    FillMemory();
+    // Omega, a blank and U+1F389 as D83C DF89, then 76 blanks.
+    ASSERT_TRUE(viewer.AddLine(QStringLiteral("\u03a9 \U0001F389")));
+    viewer.RefreshDisplay();
+    QByteArray expected("\xa9\x03\x20\x00\x3c\xd8\x89\xdf", 8);
+    for (int blank = 4; blank < kLength; ++blank) {
+        expected.append(" \x00", 2);
+    }
+    ASSERT_EQ(expected.size(), 160);
+    EXPECT_EQ(world.ReadFile(OverflowFiles(world).value(0)), expected);
 }
 
 TEST_F(DocViewerTest, TheCountStopsAtTheLargest16BitNumber) {

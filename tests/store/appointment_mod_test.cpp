@@ -4,15 +4,19 @@
 
 #include <gtest/gtest.h>
 
+#include "support/EveryScript.h"
 #include "support/TestWorld.h"
 
 namespace kelvane {
 namespace {
 
+using testing::kEveryScript;
 using testing::TestWorld;
+using testing::Utf16Le;
 
 const QString kFileName = QStringLiteral("~tempAppoint.tmp");
-constexpr qint64 kBlockBytes = 40 * 58;
+constexpr qint64 kRecordBytes = 108;
+constexpr qint64 kBlockBytes = 40 * kRecordBytes;
 
 Appointment Entry(const QString& description, ClockTime start, ClockTime end = {-1, 0}) {
     Appointment appointment;
@@ -64,16 +68,54 @@ TEST(CompareClockTime, ComparesHourThenMinute) {
     EXPECT_EQ(CompareClockTime({-1, 0}, {0, 0}), -1);
 }
 
-TEST(AppointmentRecord, HasTheFixed58ByteLayout) {
+TEST(AppointmentRecord, HasTheFixed108ByteLayout) {
     const QByteArray record = EncodeAppointment(Entry(QStringLiteral("Lunch"), {12, 30}, {-1, 0}));
-    ASSERT_EQ(record.size(), 58);
-    EXPECT_EQ(record.left(50), QByteArray("Lunch").leftJustified(50, ' '));
-    EXPECT_EQ(record.mid(50), QByteArray("\x0c\x00\x1e\x00\xff\xff\x00\x00", 8));
+    ASSERT_EQ(record.size(), 108);
+    EXPECT_EQ(record.left(100), Utf16Le(QStringLiteral("Lunch").leftJustified(50, u' ')));
+    EXPECT_EQ(record.mid(100), QByteArray("\x0c\x00\x1e\x00\xff\xff\x00\x00", 8));
+}
+
+TEST(AppointmentRecord, HoldsTheDescriptionInUtf16LittleEndian) {
+    // L with stroke, o acute, d, z acute, a blank and U+1F389 as D83C DF89.
+    const QByteArray description("\x41\x01\xf3\x00\x64\x00\x7a\x01\x20\x00\x3c\xd8\x89\xdf", 14);
+    QByteArray expected = description;
+    for (int blank = 7; blank < 50; ++blank) {
+        expected.append(" \x00", 2);
+    }
+    expected.append("\x09\x00\x1e\x00\x0a\x00\x2d\x00", 8);  // 9:30 to 10:45
+    ASSERT_EQ(expected.size(), 108);
+    EXPECT_EQ(EncodeAppointment(
+                  Entry(QStringLiteral("\u0141\u00f3d\u017a \U0001F389"), {9, 30}, {10, 45})),
+              expected);
 }
 
 TEST(AppointmentRecord, RoundTrips) {
     const Appointment entry = Entry(QStringLiteral("Caf\u00e9 \u20ac"), {23, 59}, {-1, 0});
     EXPECT_EQ(DecodeAppointment(EncodeAppointment(entry)), entry);
+}
+
+TEST(AppointmentRecord, TextInEveryScriptRoundTrips) {
+    ASSERT_LE(kEveryScript.size(), 50);
+    const Appointment entry = Entry(kEveryScript, {7, 5}, {8, 0});
+    const QByteArray record = EncodeAppointment(entry);
+    EXPECT_EQ(record.left(2 * kEveryScript.size()), Utf16Le(kEveryScript));
+    const Appointment read = DecodeAppointment(record);
+    EXPECT_EQ(read, entry);
+    EXPECT_EQ(read.Description.Trimmed(), kEveryScript);
+}
+
+TEST(AppointmentRecord, NulsReadAsBlanksAndTimesAsZero) {
+    const Appointment read = DecodeAppointment(QByteArray(108, '\0'));
+    EXPECT_EQ(read.Description.Value(), QString(50, u' '));
+    EXPECT_EQ(read.StartTime, (ClockTime{0, 0}));
+    EXPECT_EQ(read.EndTime, (ClockTime{0, 0}));
+}
+
+TEST(AppointmentRecord, ADescriptionCutInsideAnEmojiDropsIt) {
+    const Appointment entry =
+        Entry(QString(49, u'x') + QStringLiteral("\U0001F389"), {9, 0}, {10, 0});
+    EXPECT_EQ(entry.Description.Value(), QString(49, u'x') + QLatin1Char(' '));
+    EXPECT_EQ(EncodeAppointment(entry).left(100), Utf16Le(QString(49, u'x') + QLatin1Char(' ')));
 }
 
 TEST_F(AppointmentStoreTest, InitNumbersTheDaySlotsInCalendarOrder) {
@@ -137,6 +179,21 @@ TEST_F(AppointmentStoreTest, SaveAndLoadRoundTripAllFortyEntries) {
     EXPECT_EQ(store.CountAppointments(), 40);
 }
 
+TEST_F(AppointmentStoreTest, TextInEveryScriptRoundTripsThroughTheFile) {
+    store.AppointmentList[1] = Entry(kEveryScript, {9, 0}, {10, 0});
+    store.AppointmentList[2] =
+        Entry(QStringLiteral("\u05d9\u05d5\u05dd \u05d4\u05d5\u05dc\u05d3\u05ea"), {12, 0});
+    const AppointmentSlots saved = store.AppointmentList;
+    store.SaveAppointments(QStringLiteral("0229"));
+    EXPECT_EQ(FileSize(), kBlockBytes);
+    EXPECT_EQ(world.ReadFile(kFileName).left(2 * kEveryScript.size()), Utf16Le(kEveryScript));
+
+    store.ClearAppointmentList();
+    store.LoadAppointments(QStringLiteral("0229"));
+    EXPECT_EQ(store.AppointmentList, saved);
+    EXPECT_EQ(store.AppointmentList[1].Description.Trimmed(), kEveryScript);
+}
+
 TEST_F(AppointmentStoreTest, LoadingADateWithoutABlockGivesAnEmptyList) {
     store.AppointmentList[1] = Entry(QStringLiteral("left over"), {8, 0});
     store.LoadAppointments(QStringLiteral("0101"));
@@ -153,7 +210,8 @@ TEST_F(AppointmentStoreTest, AGapEndsTheCountButTheEntryBehindItIsStored) {
     store.LoadAppointments(QStringLiteral("0101"));
     EXPECT_EQ(store.CountAppointments(), 1);
     EXPECT_EQ(store.AppointmentList[3].Description.Trimmed(), QStringLiteral("third"));
-    EXPECT_EQ(world.ReadFile(kFileName).mid(2 * 58, 5), QByteArray("third"));
+    EXPECT_EQ(world.ReadFile(kFileName).mid(2 * kRecordBytes, 10),
+              Utf16Le(QStringLiteral("third")));
 }
 
 TEST_F(AppointmentStoreTest, ABlankDescriptionCountsAsEmpty) {
@@ -173,13 +231,13 @@ TEST_F(AppointmentStoreTest, BlocksFollowTheOrderOfFirstSaving) {
     EXPECT_EQ(FileSize(), 2 * kBlockBytes);
 
     const QByteArray bytes = world.ReadFile(kFileName);
-    EXPECT_EQ(bytes.mid(0, 14), QByteArray("New Year's Eve"));
-    EXPECT_EQ(bytes.mid(kBlockBytes, 10), QByteArray("New Year  "));
+    EXPECT_EQ(bytes.mid(0, 28), Utf16Le(QStringLiteral("New Year's Eve")));
+    EXPECT_EQ(bytes.mid(kBlockBytes, 20), Utf16Le(QStringLiteral("New Year  ")));
 
     store.AppointmentList[1] = Entry(QStringLiteral("changed"), {1, 0});
     store.SaveAppointments(QStringLiteral("1231"));
     EXPECT_EQ(store.AppointmentBlockCount, 2);
-    EXPECT_EQ(world.ReadFile(kFileName).mid(0, 7), QByteArray("changed"));
+    EXPECT_EQ(world.ReadFile(kFileName).mid(0, 14), Utf16Le(QStringLiteral("changed")));
 }
 
 TEST_F(AppointmentStoreTest, DeleteClearsTheListAndTheStoredBlock) {
@@ -291,7 +349,7 @@ TEST(AppointmentStore, AnExistingFileIsReusedAndOverwrittenFromBlockOne) {
     EXPECT_EQ(store.DayIndex[31 + 29 + 31 + 30 + 31 + 6].Block, 1);
     const QByteArray bytes = world.ReadFile(kFileName);
     EXPECT_EQ(bytes.size(), 3 * kBlockBytes);
-    EXPECT_EQ(bytes.left(5), QByteArray("fresh"));
+    EXPECT_EQ(bytes.left(10), Utf16Le(QStringLiteral("fresh")));
     EXPECT_EQ(bytes.mid(kBlockBytes, 1), QByteArray("x"));
 }
 

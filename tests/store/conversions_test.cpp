@@ -130,5 +130,37 @@ TEST(Trim, RemovesOnlyBlanks) {
     EXPECT_EQ(Trim(QStringLiteral("    ")), QString());
 }
 
+TEST(CutText, KeepsTextsThatFit) {
+    EXPECT_EQ(CutText(QStringLiteral("abc"), 3), QStringLiteral("abc"));
+    EXPECT_EQ(CutText(QStringLiteral("abc"), 10), QStringLiteral("abc"));
+    EXPECT_EQ(CutText(QString(), 0), QString());
+}
+
+TEST(CutText, KeepsTheFirstCharacters) {
+    EXPECT_EQ(CutText(QStringLiteral("abcdef"), 4), QStringLiteral("abcd"));
+    EXPECT_EQ(CutText(QStringLiteral("abc"), 0), QString());
+    EXPECT_EQ(CutText(QStringLiteral("abc"), -1), QString());
+}
+
+// U+1F389, PARTY POPPER, is the two code units D83C DF89.
+TEST(CutText, NeverSplitsASurrogatePair) {
+    const QString party = QStringLiteral("🎉");
+    ASSERT_EQ(party.size(), 2);
+    EXPECT_EQ(CutText(QStringLiteral("ab") + party, 3), QStringLiteral("ab"));
+    EXPECT_EQ(CutText(party, 1), QString());
+    EXPECT_EQ(CutText(QStringLiteral("ab") + party + QStringLiteral("c"), 4),
+              QStringLiteral("ab") + party);
+    EXPECT_EQ(CutText(party + party, 3), party);
+}
+
+TEST(CutText, LeavesOtherCharactersAsTheyAre) {
+    // Combining marks and letters of other scripts are single code units: a
+    // cut may fall between a letter and its accent, as it always could.
+    EXPECT_EQ(CutText(QStringLiteral("e\u0301x"), 1), QStringLiteral("e"));
+    EXPECT_EQ(CutText(QStringLiteral("\u5317\u4eac\u03a9"), 2), QStringLiteral("\u5317\u4eac"));
+    // A lone surrogate is not a pair and is cut like any other unit.
+    EXPECT_EQ(CutText(QString(QChar(0xD83C)) + QStringLiteral("x"), 1), QString(QChar(0xD83C)));
+}
+
 }  // namespace
 }  // namespace kelvane

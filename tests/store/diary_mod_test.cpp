@@ -5,14 +5,29 @@
 
 #include <gtest/gtest.h>
 
+#include "support/EveryScript.h"
 #include "support/TestWorld.h"
 
 namespace kelvane {
 namespace {
 
 using testing::TestWorld;
+using testing::Utf16Le;
 
 const QString kFileName = QStringLiteral("~tmpDiaryCal");
+constexpr qint64 kRecordBytes = 1600;
+
+// A note in many scripts: Polish, Chinese, Greek, Russian, an emoji (two code
+// units), combining accents, Hebrew and Arabic (written right to left).
+const QString kEveryScript = QStringLiteral(
+    "\u0141\u00f3d\u017a \u5317\u4eac\r\n\u03a9\u03bc\u03ad\u03b3\u03b1 "
+    "\u041f\u0440\u0438\u0432\u0435\u0442 \U0001F389\r\ne\u0301a\u0308 "
+    "\u05e9\u05dc\u05d5\u05dd \u0645\u0631\u062d\u0628\u0627");
+
+// A note record: the text padded with blanks to 800 characters.
+QByteArray NoteRecord(const QString& text) {
+    return Utf16Le(text.leftJustified(800, QLatin1Char(' ')));
+}
 
 // The note section of `note` as the calendar file holds it.
 QByteArray SectionOf(const QString& note) {
@@ -101,6 +116,7 @@ TEST(NoteSection, RoundTripsBreaksAndBlankLines) {
         QStringLiteral("two trailing\r\n\r\n"),
         QStringLiteral("\r\nleading break"),
         QStringLiteral("Caf\u00e9 \u20ac \u4e2d"),
+        kEveryScript,
     };
     for (const QString& note : notes) {
         LineReader in(SectionOf(note));
@@ -120,6 +136,20 @@ TEST(NoteSection, ReadingZeroOrLessGivesAnEmptyNote) {
     }
 }
 
+TEST(NoteSection, ANegativeBreakCountReadsNoLinesAndGivesAnEmptyNote) {
+    for (const char* breaks : {"-1 ", " -1 ", "-3", "-32768"}) {
+        LineReader in(" 1 \r\n" + QByteArray(breaks) + "\r\n 1 \r\n");
+        QString note = QStringLiteral("old");
+        ASSERT_TRUE(ReadNoteSection(in, note)) << breaks;
+        EXPECT_TRUE(note.isEmpty()) << breaks;
+        // Reading goes on with the line after the count.
+        EXPECT_EQ(in.LineNumber(), 2);
+        qint16 next = 0;
+        ASSERT_TRUE(in.ReadNumber16(next));
+        EXPECT_EQ(next, 1);
+    }
+}
+
 TEST(NoteSection, ANoteLongerThan800CharactersIsCut) {
     const QByteArray section =
         " 1 \r\n 1 \r\n" + QByteArray(700, 'a') + "\r\n" + QByteArray(700, 'b') + "\r\n";
@@ -128,6 +158,15 @@ TEST(NoteSection, ANoteLongerThan800CharactersIsCut) {
     ASSERT_TRUE(ReadNoteSection(in, note));
     EXPECT_EQ(note.size(), 800);
     EXPECT_EQ(note, QString(700, u'a') + QStringLiteral("\r\n") + QString(98, u'b'));
+    EXPECT_TRUE(in.AtEnd());
+}
+
+TEST(NoteSection, ACutInsideAnEmojiDropsIt) {
+    const QString line = QString(799, u'a') + QStringLiteral("\U0001F389");
+    LineReader in(" 1 \r\n 0 \r\n" + line.toUtf8() + "\r\n");
+    QString note;
+    ASSERT_TRUE(ReadNoteSection(in, note));
+    EXPECT_EQ(note, QString(799, u'a'));
     EXPECT_TRUE(in.AtEnd());
 }
 
@@ -157,7 +196,6 @@ TEST(NoteSection, DamageIsReportedWithItsLine) {
         {"note\r\n", 1},                      // not a number
         {" 1 \r\n", 2},                       // ends before the break count
         {" 1 \r\nmany\r\n", 2},               // break count not a number
-        {" 1 \r\n-1 \r\n", 2},                // a negative break count
         {" 1 \r\n 2 \r\none\r\ntwo\r\n", 5},  // ends before the last line
         {" 1 \r\n 30000 \r\nonly\r\n", 4},    // ends long before the last line
         {" 1 \r\n 100000 \r\nonly\r\n", 2},   // a break count beyond 16 bits
@@ -199,20 +237,54 @@ TEST_F(DiaryStoreTest, SavingABlankNoteOverADateWithARecordOverwritesIt) {
     diary.NoteBuffer = QString();
     diary.SaveNote(QStringLiteral("0704"));
     EXPECT_EQ(diary.NoteRecordCount, 1);
-    EXPECT_EQ(world.ReadFile(kFileName), QByteArray(800, ' '));
+    EXPECT_EQ(world.ReadFile(kFileName), NoteRecord(QString()));
 }
 
-TEST_F(DiaryStoreTest, RecordsAre800BytesInTheOrderOfFirstSaving) {
+TEST_F(DiaryStoreTest, RecordsAre1600BytesInTheOrderOfFirstSaving) {
     diary.NoteBuffer = QStringLiteral("December");
     diary.SaveNote(QStringLiteral("1225"));
     diary.NoteBuffer = QStringLiteral("January\r\nsecond line");
     diary.SaveNote(QStringLiteral("0101"));
     EXPECT_EQ(diary.NoteIndex[359 + 1], 1);
     EXPECT_EQ(diary.NoteIndex[1], 2);
-    EXPECT_EQ(FileSize(), 1600);
+    EXPECT_EQ(FileSize(), 2 * kRecordBytes);
     const QByteArray bytes = world.ReadFile(kFileName);
-    EXPECT_EQ(bytes.left(800), QByteArray("December").leftJustified(800, ' '));
-    EXPECT_EQ(bytes.mid(800), QByteArray("January\r\nsecond line").leftJustified(800, ' '));
+    EXPECT_EQ(bytes.left(kRecordBytes), NoteRecord(QStringLiteral("December")));
+    EXPECT_EQ(bytes.mid(kRecordBytes), NoteRecord(QStringLiteral("January\r\nsecond line")));
+}
+
+TEST_F(DiaryStoreTest, ARecordHoldsTheNoteInUtf16LittleEndian) {
+    // Omega, CR LF and U+1F389 as D83C DF89, then 796 blanks.
+    diary.NoteBuffer = QStringLiteral("\u03a9\r\n\U0001F389");
+    diary.SaveNote(QStringLiteral("0101"));
+    QByteArray expected("\xa9\x03\x0d\x00\x0a\x00\x3c\xd8\x89\xdf", 10);
+    for (int blank = 5; blank < 800; ++blank) {
+        expected.append(" \x00", 2);
+    }
+    ASSERT_EQ(expected.size(), 1600);
+    EXPECT_EQ(world.ReadFile(kFileName), expected);
+}
+
+TEST_F(DiaryStoreTest, TextInEveryScriptRoundTripsThroughTheFile) {
+    diary.NoteBuffer = kEveryScript;
+    diary.SaveNote(QStringLiteral("0229"));
+    EXPECT_EQ(world.ReadFile(kFileName), NoteRecord(kEveryScript));
+    diary.NoteBuffer = QStringLiteral("something else");
+    diary.LoadNote(QStringLiteral("0229"));
+    EXPECT_EQ(diary.NoteBuffer.Trimmed(), kEveryScript);
+}
+
+TEST_F(DiaryStoreTest, NulsInARecordReadAsBlanks) {
+    diary.NoteBuffer = QStringLiteral("x");
+    diary.SaveNote(QStringLiteral("0101"));
+    {
+        QFile file(world.FilePath(kFileName));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.seek(2));
+        ASSERT_EQ(file.write(QByteArray(4, '\0')), 4);
+    }
+    diary.LoadNote(QStringLiteral("0101"));
+    EXPECT_EQ(diary.NoteBuffer.Value(), QStringLiteral("x").leftJustified(800, u' '));
 }
 
 TEST_F(DiaryStoreTest, LoadGivesBackTheSavedNote) {
@@ -232,10 +304,10 @@ TEST_F(DiaryStoreTest, ClearBlanksTheBufferAndTheRecord) {
     diary.SaveNote(QStringLiteral("0505"));
     diary.ClearNote(QStringLiteral("0505"));
     EXPECT_TRUE(diary.NoteBuffer.IsBlank());
-    EXPECT_EQ(world.ReadFile(kFileName), QByteArray(800, ' '));
+    EXPECT_EQ(world.ReadFile(kFileName), NoteRecord(QString()));
     diary.ClearNote(QStringLiteral("0606"));  // no record: nothing written
     EXPECT_EQ(diary.NoteRecordCount, 1);
-    EXPECT_EQ(FileSize(), 800);
+    EXPECT_EQ(FileSize(), kRecordBytes);
 }
 
 TEST_F(DiaryStoreTest, KeysOutsideTheYearLeaveEverythingAsItWas) {

@@ -176,6 +176,60 @@ TEST_F(DocumentCommandsTest, SaveAsWritesTheFileAndNamesTheWindowAfterIt) {
     EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], path);
 }
 
+// A calendar file whose texts are in many scripts: Polish, Chinese, Greek,
+// Russian, Japanese and Korean, emoji (two code units each), combining
+// accents, Hebrew and Arabic (written right to left).
+QByteArray EveryScriptFile() {
+    const auto utf8 = [](const QString& text) { return text.toUtf8(); };
+    CalendarFileLines file = CalendarFileLines::Empty();
+    file.lines[13] = utf8(QStringLiteral("\u015awi\u0119ta \u795d\u65e5 \U0001F389"));
+    file.FillSlot(
+        366,
+        {" 1 ",
+         utf8(QStringLiteral(
+             "\u041f\u0440\u0438\u0432\u0435\u0442 \U0001F389 \u03a9\u03bc\u03ad\u03b3\u03b1")),
+         "0,0,0,0,0", "0,1,10,-10,5", " 2 ",
+         utf8(QStringLiteral("\u0141\u00f3d\u017a \u5317\u4eac \u03a9\u03bc\u03ad\u03b3\u03b1")),
+         "10,30", "9,0",
+         utf8(QStringLiteral(
+             "\u05e9\u05dc\u05d5\u05dd \u05e2\u05d5\u05dc\u05dd "
+             "\u0645\u0631\u062d\u0628\u0627 \u0628\u0627\u0644\u0639\u0627\u0644\u0645")),
+         "-1,0", "12,0", " 1 ", " 2 ",
+         utf8(QStringLiteral(
+             "\u03a9\u03bc\u03ad\u03b3\u03b1 \u041f\u0440\u0438\u0432\u0435\u0442 \U0001F389")),
+         utf8(QStringLiteral("e\u0301a\u0308n\u0303 \U0001F469\u200D\U0001F4BB")),
+         utf8(QStringLiteral("\u05e9\u05dc\u05d5\u05dd \u0645\u0631\u062d\u0628\u0627"))});
+    file.FillSlot(
+        60,
+        {" 1 ",
+         utf8(QStringLiteral("\u0141\u00f3d\u017a \u5317\u4eac \u03a9\u03bc\u03ad\u03b3\u03b1 "
+                             "\u041f\u0440\u0438\u0432\u0435\u0442 \U0001F389")),
+         "0,0,0,0,0", "0,0,0,0,0", " 1 ",
+         utf8(QStringLiteral("\U0001F389\U0001F389\U0001F389 \u6771\u4eac \uc11c\uc6b8")), "23,59",
+         "23,0", " 1 ", " 0 ",
+         utf8(QStringLiteral(
+             "\u0627\u0644\u0631\u064a\u0627\u0636 \u05d9\u05e8\u05d5\u05e9\u05dc\u05d9\u05dd"))});
+    return file.Bytes();
+}
+
+TEST_F(DocumentCommandsTest, TextInEveryScriptSurvivesALoadAndASaveAsByteForByte) {
+    const QString opened = world.PathOf(QStringLiteral("scripts.cal"));
+    const QString saved = world.PathOf(QStringLiteral("saved.cal"));
+    ASSERT_TRUE(WriteFile(opened, EveryScriptFile()));
+    ASSERT_TRUE(world.commands.LoadFile(opened));
+    EXPECT_EQ(Title(2, 29),
+              QStringLiteral("\u0141\u00f3d\u017a \u5317\u4eac \u03a9\u03bc\u03ad\u03b3\u03b1 "
+                             "\u041f\u0440\u0438\u0432\u0435\u0442 \U0001F389"));
+    world.store.appointments.LoadAppointments(QStringLiteral("1231"));
+    EXPECT_EQ(world.store.appointments.AppointmentList[1].Description.Trimmed(),
+              QStringLiteral("\u0141\u00f3d\u017a \u5317\u4eac \u03a9\u03bc\u03ad\u03b3\u03b1"));
+
+    Dialogs().Choose(saved);
+    world.commands.FileSaveAs();
+    EXPECT_TRUE(Messages().Shown.isEmpty());
+    EXPECT_EQ(ReadFile(saved), ReadFile(opened));
+}
+
 TEST_F(DocumentCommandsTest, SaveAsCancelledDoesNothing) {
     world.store.module1.CalendarDirty = true;
     world.commands.FileSaveAs();

@@ -214,6 +214,43 @@ TEST(DocumentReader, ReadingThenWritingReproducesTheFileExceptTheYear) {
     EXPECT_EQ(Lines(WriteToBytes(world, {false, true})), expected);
 }
 
+// The known document with a break count of -1 for the note of 29 February
+// (and none of its three lines): no lines are read, so the note is empty and
+// the rest of the file reads on as before.
+TEST(DocumentReader, ANoteWithANegativeBreakCountIsEmpty) {
+    DocumentWorld world;
+    Load(world, DataFile(QStringLiteral("note_with_negative_breaks.cal")));
+    world.store.diary.LoadNote(QStringLiteral("0229"));
+    EXPECT_TRUE(world.store.diary.NoteBuffer.IsBlank());
+    world.store.diary.LoadNote(QStringLiteral("0315"));
+    EXPECT_EQ(world.store.diary.NoteBuffer.Trimmed(), QStringLiteral("ends with a break\r\n"));
+
+    DocumentWorld known;
+    Load(known, DataFile(QStringLiteral("known_document.cal")));
+    known.store.diary.ClearNote(QStringLiteral("0229"));
+    EXPECT_EQ(WriteToBytes(world), WriteToBytes(known));
+}
+
+TEST(DocumentReader, CutsNeverSplitAnEmoji) {
+    const QString party = QStringLiteral("\U0001F389");
+    DocumentWorld world;
+    CalendarFileLines file = CalendarFileLines::Empty();
+    file.lines[7] = (QString(19, u'c') + party).toUtf8();
+    file.FillSlot(1, {" 1 ", (QString(254, u't') + party).toUtf8(), "0,0,0,0,0", "0,0,0,0,0", " 1 ",
+                      (QString(49, u'd') + party).toUtf8(), "10,0", "9,0", " 1 ", " 0 ",
+                      (QString(799, u'n') + party).toUtf8()});
+    Load(world, file.Bytes());
+
+    EXPECT_EQ(world.store.calender.ColourList[0].Name.Value(),
+              QString(19, u'c') + QLatin1Char(' '));
+    EXPECT_EQ(SlotOf(world, 1, 1).Title.Value(), QString(254, u't') + QLatin1Char(' '));
+    world.store.appointments.LoadAppointments(QStringLiteral("0101"));
+    EXPECT_EQ(world.store.appointments.AppointmentList[1].Description.Value(),
+              QString(49, u'd') + QLatin1Char(' '));
+    world.store.diary.LoadNote(QStringLiteral("0101"));
+    EXPECT_EQ(world.store.diary.NoteBuffer.Value(), QString(799, u'n') + QLatin1Char(' '));
+}
+
 TEST(DocumentReader, KeepsTheDatesTheFileMarksAsEmpty) {
     DocumentWorld world;
     world.EditDate(1, 1, QStringLiteral("Kept"), 2, QStringLiteral("kept note"));

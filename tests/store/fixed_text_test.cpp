@@ -2,6 +2,7 @@
 
 #include "store/FixedText.h"
 #include "store/OneBased.h"
+#include "store/Records.h"
 
 namespace kelvane {
 namespace {
@@ -25,6 +26,33 @@ TEST(FixedText, PadsShortTextsAndCutsLongOnes) {
 TEST(FixedText, OnlyBlanksCountAsBlank) {
     const FixedText<4> text = QStringLiteral("\r\n");
     EXPECT_FALSE(text.IsBlank());
+}
+
+const QString kParty = QStringLiteral("\U0001F389");  // two code units
+
+// `length` - 1 letters and then an emoji: the field ends between its two units.
+template <int N>
+void ExpectTheEmojiDropsWhole() {
+    const QString letters(N - 1, QLatin1Char('x'));
+    const FixedText<N> text = letters + kParty + QStringLiteral("more");
+    EXPECT_EQ(text.Value(), letters + QLatin1Char(' ')) << N;
+    EXPECT_EQ(text.Value().size(), N);
+    EXPECT_EQ(text.Trimmed(), letters);
+}
+
+TEST(FixedText, ACutThatWouldSplitASurrogatePairDropsTheWholeCharacter) {
+    ExpectTheEmojiDropsWhole<ColourNameLength>();
+    ExpectTheEmojiDropsWhole<50>();  // a schedule entry's description
+    ExpectTheEmojiDropsWhole<80>();  // a line of the text viewer
+    ExpectTheEmojiDropsWhole<TitleLength>();
+    ExpectTheEmojiDropsWhole<NoteLength>();
+}
+
+TEST(FixedText, AnEmojiThatFitsIsKept) {
+    FixedText<4> text = QStringLiteral("ab") + kParty;
+    EXPECT_EQ(text.Value(), QStringLiteral("ab") + kParty);
+    text = QStringLiteral("a") + kParty + QStringLiteral("bc");
+    EXPECT_EQ(text.Value(), QStringLiteral("a") + kParty + QStringLiteral("b"));
 }
 
 TEST(OneBased, NumbersItsItemsFromOne) {

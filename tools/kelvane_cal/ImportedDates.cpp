@@ -46,7 +46,7 @@ bool JoinTitles(const QStringList& parts, QString& title) {
     if (title.size() <= TitleLength) {
         return true;
     }
-    title.truncate(TitleLength);
+    title = CutText(title, TitleLength);
     return false;
 }
 
@@ -56,7 +56,7 @@ bool JoinNote(const QStringList& texts, QString& note) {
     if (note.size() <= NoteLength) {
         return true;
     }
-    note.truncate(NoteLength);
+    note = CutText(note, NoteLength);
     if (note.endsWith(QLatin1Char('\r'))) {
         note.chop(1);
     }

@@ -64,6 +64,18 @@ TEST(ImportedDates, CutsNotesTo800CharactersAndSaysSo) {
     EXPECT_EQ(warnings, QStringList{"4 April: the note was cut to 800 characters"});
 }
 
+TEST(ImportedDates, CutsNeverSplitAnEmoji) {
+    const QString party = QStringLiteral("\U0001F389");  // two code units
+    ImportedDates dates;
+    dates.AddTitle(6, 6, QString(254, QLatin1Char('t')) + party);
+    dates.AddNote(6, 6, QString(799, QLatin1Char('n')) + party);
+    QStringList warnings;
+    const CalendarFileContent content = dates.NewCalendar(2026, warnings);
+    EXPECT_EQ(Find(content, 6, 6)->Entry.Title.Trimmed(), QString(254, QLatin1Char('t')));
+    EXPECT_EQ(Find(content, 6, 6)->Note, QString(799, QLatin1Char('n')));
+    EXPECT_EQ(warnings.size(), 2);
+}
+
 TEST(ImportedDates, KeepsANoteOfExactly800CharactersWhole) {
     ImportedDates dates;
     dates.AddNote(4, 4, QString(800, QLatin1Char('x')));
