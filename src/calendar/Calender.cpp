@@ -99,6 +99,19 @@ void Calender::SetDate(qint16 y, qint16 m, qint16 d) {
     UpdateSelectedDate(true);
 }
 
+bool Calender::HighlightIsStale() const {
+    const bool sameDate =
+        SelectedDate.Month == HighlightedDate.Month && SelectedDate.Day == HighlightedDate.Day;
+    return !sameDate &&
+           (SelectedDate.Month == DisplayedMonth || HighlightedDate.Month == DisplayedMonth);
+}
+
+void Calender::ShowSelection() {
+    if (HighlightIsStale()) {
+        Display();
+    }
+}
+
 void Calender::FirstDayandYear(qint16& yy, qint16& dd, bool way) {
     if (way) {
         yy = Today().Year;
@@ -121,6 +134,7 @@ void Calender::UpdateSelectedDate(bool blnGet) {
                                    ? MonthOf(SelectedDate.Month).Dates[SelectedDate.Day]
                                    : DateEntry{};
         shared_.CurrentEntryDate = SelectedDate;
+        ShowSelection();
         return;
     }
     const CalDate& entryDate = shared_.CurrentEntryDate;
@@ -139,6 +153,8 @@ void Calender::UpdateSelectedDate(bool blnGet) {
     }
     if (DisplayedMonth == SelectedDate.Month) {
         Display();
+    } else {
+        ShowSelection();
     }
 }
 

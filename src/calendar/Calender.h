@@ -36,13 +36,15 @@ class Calender final : public MonthViewControl, public CalenderEvents {
     qint16 GetDisplayMonth() const { return DisplayedMonth; }
     qint16 gLeapYear() const override { return LeapYear; }
     void GetDate(qint16& y, qint16& m, qint16& d) const override;
-    // Selects a date and loads its entry into the current date entry; no redraw.
+    // Selects a date and loads its entry into the current date entry. Redraws
+    // only when the highlighted cell of the shown month would otherwise be wrong.
     void SetDate(qint16 y, qint16 m, qint16 d) override;
     // `way` false sets the year up from a leap indicator and a weekday of
     // 1 January; true gives today's year and the weekday of 1 January.
     void FirstDayandYear(qint16& yy, qint16& dd, bool way) override;
     // True loads the selected date's entry into the current date entry; false
     // stores the current date entry back and redraws when its month is shown.
+    // Either way a selection that moved is shown at once.
     void UpdateSelectedDate(bool blnGet) override;
     void GetFont(QString& strName, qint16& size) const override;
     // A new font name, and size when above 0, in plain style; then a redraw.
@@ -62,6 +64,8 @@ class Calender final : public MonthViewControl, public CalenderEvents {
     // weekday worked out, or 1 when there is none.
     void InitializeVariables(qint16 yy, qint16& dd, bool clearDates) override;
 
+    // Holds nest; the last release redraws when a redraw was asked for
+    // meanwhile or the selection moved away from the highlighted cell.
     void HoldRedraws(bool hold) override;
 
     void Calender_Resize() override { Display(); }
@@ -73,6 +77,8 @@ class Calender final : public MonthViewControl, public CalenderEvents {
     qint16 LeapYear = 0;
     // Day 0 or Month 0: nothing selected.
     CalDate SelectedDate;
+    // The selected date as the last redraw highlighted it.
+    CalDate HighlightedDate;
     qint16 DisplayedMonth = 1;
     // True while clicks select dates.
     bool CalenderOn = true;
@@ -108,11 +114,15 @@ class Calender final : public MonthViewControl, public CalenderEvents {
     void PrintAt(const QString& text, double x, double y);
 
     void Redraw();
+    // True when the shown month highlights another date than the selected one.
+    bool HighlightIsStale() const;
+    // Redraws (or asks for a redraw when held) when the highlight is stale.
+    void ShowSelection();
 
     Module1& module1_;
     CalenderMOD& shared_;
     DrawingSurface& surface_;
-    bool redrawsHeld_ = false;
+    int redrawHolds_ = 0;
     bool redrawPending_ = false;
 };
 

@@ -29,7 +29,7 @@ struct Calender::Grid {
 };
 
 void Calender::Display() {
-    if (redrawsHeld_) {
+    if (redrawHolds_ > 0) {
         redrawPending_ = true;
         return;
     }
@@ -37,8 +37,15 @@ void Calender::Display() {
 }
 
 void Calender::HoldRedraws(bool hold) {
-    redrawsHeld_ = hold;
-    if (!hold && redrawPending_) {
+    if (hold) {
+        ++redrawHolds_;
+        return;
+    }
+    Q_ASSERT(redrawHolds_ > 0);
+    if (redrawHolds_ == 0 || --redrawHolds_ > 0) {
+        return;
+    }
+    if (redrawPending_ || HighlightIsStale()) {
         redrawPending_ = false;
         Redraw();
     }
@@ -49,6 +56,7 @@ void Calender::Redraw() {
     if (surface_.ScaleWidth() <= 0 || surface_.ScaleHeight() <= 0) {
         return;
     }
+    HighlightedDate = SelectedDate;
     surface_.Clear();
     surface_.SetFontBold(true);
     surface_.SetTextColour(surface_.WindowTextColour());

@@ -2,6 +2,8 @@
 
 #include <QList>
 
+#include <functional>
+
 #include "gui/FileDialogs.h"
 
 namespace kelvane {
@@ -15,11 +17,16 @@ class FakeFileDialogs final : public FileDialogs {
 
     QString Show(const FileDialogRequest& request) override {
         Shown.append(request);
+        if (WhileShown) {
+            WhileShown(request);
+        }
         return Script.isEmpty() ? QString() : Script.takeFirst();
     }
 
     QList<FileDialogRequest> Shown;
     QList<QString> Script;
+    // Runs while a dialog is up, before it gives its answer.
+    std::function<void(const FileDialogRequest&)> WhileShown;
 };
 
 }  // namespace kelvane

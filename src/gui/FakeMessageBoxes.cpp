@@ -4,6 +4,9 @@ namespace kelvane {
 
 MessageAnswer FakeMessageBoxes::Present(const MessageBoxRequest& request) {
     Shown.append(request);
+    if (WhileShown) {
+        WhileShown(request);
+    }
     if (!Script.isEmpty()) {
         return Script.takeFirst();
     }

@@ -2,6 +2,8 @@
 
 #include <QList>
 
+#include <functional>
+
 #include "gui/MessageBoxes.h"
 
 namespace kelvane {
@@ -18,6 +20,9 @@ class FakeMessageBoxes final : public MessageBoxes {
     QList<MessageAnswer> Script;
     // Yes/No boxes that found the script empty; they were answered No.
     int UnscriptedQuestions = 0;
+    // Runs while a box is up, before it is answered, as events do while a real
+    // box waits.
+    std::function<void(const MessageBoxRequest&)> WhileShown;
 
   protected:
     MessageAnswer Present(const MessageBoxRequest& request) override;

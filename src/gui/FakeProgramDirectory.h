@@ -8,8 +8,11 @@ namespace kelvane {
 class FakeProgramDirectory final : public ProgramDirectory {
   public:
     QString Path() const override { return Directory; }
+    QString UserDataPath() const override { return UserData.isEmpty() ? Directory : UserData; }
 
     QString Directory;
+    // The user's data folder; the program directory when empty.
+    QString UserData;
 };
 
 }  // namespace kelvane

@@ -12,6 +12,10 @@ class ProgramDirectory {
 
     // The directory in the platform's native form, with or without a trailing separator.
     virtual QString Path() const = 0;
+    // The user's own folder for files the program keeps for them, such as the
+    // copy of unsaved changes made when the session ends; made when missing.
+    // The program directory when the system has no such folder.
+    virtual QString UserDataPath() const = 0;
 };
 
 }  // namespace kelvane

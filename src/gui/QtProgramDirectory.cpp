@@ -41,4 +41,12 @@ QString QtProgramDirectory::Path() const {
     return path_;
 }
 
+QString QtProgramDirectory::UserDataPath() const {
+    const QString userDataDir = UserProgramDataDirectory();
+    if (userDataDir.isEmpty() || !QDir().mkpath(userDataDir)) {
+        return Path();
+    }
+    return QDir::toNativeSeparators(userDataDir);
+}
+
 }  // namespace kelvane

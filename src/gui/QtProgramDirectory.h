@@ -13,6 +13,8 @@ class QtProgramDirectory final : public ProgramDirectory {
     // Decided on the first call and kept for the rest of the run, so that the
     // files of one run never end up in two places.
     QString Path() const override;
+    // UserProgramDataDirectory, made when missing.
+    QString UserDataPath() const override;
 
   private:
     mutable QString path_;

@@ -58,6 +58,8 @@ void frmCommingUp::BuildReport() {
     // Shared by every date of this build and never cleared, so entries a date
     // leaves behind stay in the slots above the next date's count.
     AppointmentSlots scratch;
+    // The walk selects every date in turn; the grid is drawn once, where it ends.
+    const RedrawsHeld held(monthView_);
     CalDate date = StartDate;
     for (;;) {
         AddDate(date, scratch);

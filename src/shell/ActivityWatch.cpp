@@ -51,6 +51,12 @@ ClockTime ActivityWatch::Now() const {
     return ClockTime{store_.module1.CurrentHour, store_.module1.CurrentMinute};
 }
 
+CalDate ActivityWatch::Today() {
+    CalDate today;
+    store_.module1.GetToday(today);
+    return today;
+}
+
 bool ActivityWatch::Examining() const {
     return ExamineActive && ExamineDate.Day > 0 && ExamineDate.Month > 0;
 }
@@ -73,14 +79,45 @@ void ActivityWatch::AlertsOff() {
     indicator_.ShowAlertsEnabled(false);
 }
 
+// The first rebuild on a new date, whoever asks for it, starts the new day.
 void ActivityWatch::BuildTodaysSchedule() {
+    const CalDate before = ScheduleDate;
+    const bool newDay = DateMoved();
+    if (newDay) {
+        BeginNewDay();
+    }
+    ScheduleDate = Today();
+    Rebuild(ScheduleDate);
+    if (newDay && newDay_) {
+        newDay_(before, ScheduleDate);
+    }
+}
+
+bool ActivityWatch::DateMoved() {
+    return ScheduleDate != CalDate{} && Today() != ScheduleDate;
+}
+
+// The clock may have been read last on the day before. Examining the new
+// today is the same as examining nothing.
+void ActivityWatch::BeginNewDay() {
+    store_.module1.ReadClock();
+    const CalDate today = Today();
+    if (ExamineDate.Month == today.Month && ExamineDate.Day == today.Day) {
+        ExamineActive = false;
+    }
+}
+
+void ActivityWatch::Rebuild(const CalDate& today) {
     AlertsOff();
     schedule_.ClearLines();
     WatchTime = ClockTime{23, 59};
-    CalDate today;
-    store_.module1.GetToday(today);
-    // The year is always 2000: the document's slots cover every month and day.
-    calender1_.SetDate(2000, today.Month, today.Day);
+    {
+        // Today is selected for the rebuild only; the selection the person or
+        // the last load made comes back. Before any, today stays selected.
+        const SelectionKept kept(calender1_);
+        // The year is always 2000: the document's slots cover every month and day.
+        calender1_.SetDate(2000, today.Month, today.Day);
+    }
     schedule_.AddLine(QStringLiteral("T O D A Y S   S C H E D U L E"));
     schedule_.AddLine(QStringLiteral("Today: ") + FormatCalDate(today) + QStringLiteral(" (") +
                       store_.module1.DayNameOf(today.Month, today.Day) + QLatin1Char(')'));
@@ -223,15 +260,29 @@ void ActivityWatch::AddActivity(const QString& description, const Appointment& a
 
 void ActivityWatch::WatchTick() {
     store_.module1.ReadClock();
-    if (Before(WatchTime, Now())) {
+    // After a day with nothing pending WatchTime is 23:59, which the clock
+    // never passes: a new date rebuilds too.
+    if (!Held() && (DateMoved() || Before(WatchTime, Now()))) {
         BuildTodaysSchedule();
     }
     if (!Before(Now(), WatchTime)) {
-        AnnounceEvents();
+        GatherEvents();
     }
-    if (AlertsEnabled) {
+    if (AlertsEnabled && !Held()) {
         ShowPendingAlerts();
     }
+}
+
+// Each minute is gathered once, also when no rebuild has moved WatchTime on
+// since, as while a hold is taken. A table of an earlier date gathers nothing.
+void ActivityWatch::GatherEvents() {
+    const Minute minute{Today(), Now()};
+    const bool tableOfAnotherDate = ScheduleDate != CalDate{} && minute.Date != ScheduleDate;
+    if (gathered_ == minute || tableOfAnotherDate) {
+        return;
+    }
+    gathered_ = minute;
+    AnnounceEvents();
 }
 
 // The first event of a tick brings the heading: "Activities Starting/Ending"

@@ -2,6 +2,9 @@
 
 #include <QString>
 
+#include <functional>
+#include <optional>
+
 #include "store/AppointmentMOD.h"
 #include "store/MonthViewControl.h"
 #include "store/Records.h"
@@ -22,8 +25,18 @@ class AlertIndicator {
 // (and an examined date's, listed first) for the schedule panel; every tick of
 // the main window's timer compares them with the clock and gathers the starts
 // and ends it sees into one message box.
+//
+// A command that holds the shared working copies or shows a modal window takes
+// a hold on the watch (WatchHold) for as long as it does. While any hold is
+// taken a tick only gathers what starts and ends: it neither rebuilds the
+// table, which would load other dates into the working copies, nor shows a
+// box. The first tick after the last hold ends does both.
 class ActivityWatch {
   public:
+    // Told when the first rebuild on a new date, by a tick or a command, has
+    // built the schedule for it: the date the schedule was for and today.
+    using NewDayHandler = std::function<void(const CalDate& before, const CalDate& today)>;
+
     static constexpr int SlotCount = 80;
     using ScheduleTable = OneBased<Appointment, SlotCount>;
 
@@ -47,6 +60,8 @@ class ActivityWatch {
     // The date examined beside today; used only while ExamineActive.
     CalDate ExamineDate;
     bool ExamineActive = false;
+    // The date the table was last built for; no date before the first build.
+    CalDate ScheduleDate;
 
     // Rebuilds the table, WatchTime and the schedule panel from the stores.
     void BuildTodaysSchedule();
@@ -54,12 +69,38 @@ class ActivityWatch {
     void AlertsOn();
     void AlertsOff();
     // One look at the clock: announces what starts or ends now, or keeps it
-    // for later while announcements are off. The caller stops its timer around it.
+    // for later while announcements are off or a hold is taken. The first
+    // tick on a new date rebuilds the table first. The caller stops its timer
+    // around it.
     void WatchTick();
 
+    // Holds nest; commands take them through WatchHold.
+    void Hold() { ++holds_; }
+    void Release() {
+        Q_ASSERT(holds_ > 0);
+        if (holds_ > 0) {
+            --holds_;
+        }
+    }
+    bool Held() const { return holds_ > 0; }
+
+    void OnNewDay(NewDayHandler handler) { newDay_ = std::move(handler); }
+
   private:
+    // A minute of a date, to gather each minute's events once.
+    struct Minute {
+        CalDate Date;
+        ClockTime Time;
+        friend bool operator==(const Minute&, const Minute&) = default;
+    };
+
     ClockTime Now() const;
+    CalDate Today();
     bool Examining() const;
+    bool DateMoved();
+    void BeginNewDay();
+    void Rebuild(const CalDate& today);
+    void GatherEvents();
     int FillTable(const CalDate& today);
     void CopyWorkingList(int firstSlot, int count);
     void SortAndFindWatchTime(int count);
@@ -79,6 +120,9 @@ class ActivityWatch {
     MonthViewControl& calender1_;
     usrDocViewer& schedule_;
     AlertIndicator& indicator_;
+    int holds_ = 0;
+    std::optional<Minute> gathered_;
+    NewDayHandler newDay_;
 };
 
 }  // namespace kelvane

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include "shell/WatchHold.h"
 #include "shell/frmMain.h"
 #include "store/CalenderMOD.h"
 
@@ -34,6 +35,7 @@ bool Application::Start(const QString& commandLine) {
         CreateMainWindow();
         dialogs_.CloseSplash();
         main_->show();
+        const WatchHold hold(main_->Watch());
         dialogs_.ShowTips(main_.get());
     } else {
         CreateMainWindow();
@@ -55,11 +57,39 @@ void Application::Finish() {
     }
 }
 
+void Application::SessionEnds(SessionEnd how) {
+    switch (how) {
+        case SessionEnd::Signal:
+            sessionEnded_ = true;
+            QApplication::exit(0);
+            break;
+        case SessionEnd::SaveRequest:
+            if (main_) {
+                main_->KeepUnsavedChanges();
+            }
+            break;
+        case SessionEnd::Quit:
+            EndSession();
+            break;
+    }
+}
+
+void Application::EndSession() {
+    if (main_) {
+        main_->EndSession();
+    }
+}
+
 int Application::Run(const QString& commandLine) {
+    // From the start on: a session may end while the tips are still up.
+    const SessionEndWatcher sessionEnd([this](SessionEnd how) { SessionEnds(how); });
     if (!Start(commandLine)) {
         return 1;
     }
-    const int exitCode = QApplication::exec();
+    // Every loop has ended here, and with it every command: no command holds
+    // the working copies any more.
+    const int exitCode = sessionEnded_ ? 0 : QApplication::exec();
+    EndSession();
     Finish();
     return exitCode;
 }

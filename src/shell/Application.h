@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "gui/Platform.h"
+#include "gui/SessionEndWatcher.h"
 #include "shell/StartupDialogs.h"
 #include "store/Store.h"
 
@@ -33,6 +34,11 @@ class Application {
     bool Start(const QString& commandLine);
     // The end once the main window has closed.
     void Finish();
+    // What the program does when its session ends without Exit: on a signal
+    // every event loop ends, so that each command ends as if cancelled, and
+    // Run then keeps the unsaved changes; on the session's save request a copy
+    // of them is made at once; on the quit they are kept.
+    void SessionEnds(SessionEnd how);
 
     Store& Document() { return store_; }
     // The main window between Start and Finish.
@@ -44,11 +50,15 @@ class Application {
 
   private:
     void CreateMainWindow();
+    // Unsaved changes go to a copy and the main window closes as Exit closes
+    // it, unless Exit has closed it already.
+    void EndSession();
 
     const Platform& platform_;
     StartupDialogs& dialogs_;
     Store store_;
     std::unique_ptr<frmMain> main_;
+    bool sessionEnded_ = false;
 };
 
 }  // namespace kelvane

@@ -1,7 +1,7 @@
 #include "shell/DateCommands.h"
 
 #include "editor/frmEdit.h"
-#include "shell/QuietAlerts.h"
+#include "shell/WatchHold.h"
 #include "store/DocumentCommands.h"
 
 namespace kelvane {
@@ -55,6 +55,8 @@ void DateCommands::DeleteSelectedDate() {
     if (!HasSelection()) {
         return;
     }
+    // The date stays loaded in the working copies while the question waits.
+    const WatchHold hold(watch_);
     calender1_.UpdateSelectedDate(true);
     const CalDate date = store_.calender.CurrentEntryDate;
     const QString key = MakeDateKey(date.Month, date.Day);

@@ -5,7 +5,7 @@
 #include "dialogs/frmOptions.h"
 #include "dialogs/frmTip.h"
 #include "report/frmCommingUp.h"
-#include "shell/QuietAlerts.h"
+#include "shell/WatchHold.h"
 
 namespace kelvane {
 

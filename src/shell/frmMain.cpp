@@ -4,6 +4,10 @@
 #include <QCloseEvent>
 #include <QScreen>
 
+#include <optional>
+
+#include "shell/WatchHold.h"
+
 namespace kelvane {
 
 namespace {
@@ -29,6 +33,8 @@ frmMain::frmMain(Store& store)
     calenderView_->SetEvents(calender1_.get());
     store_.module1.AttachMonthView(calender1_.get());
     watch_ = std::make_unique<ActivityWatch>(store_, *calender1_, *schedule_, *statusBar_);
+    watch_->OnNewDay(
+        [this](const CalDate& before, const CalDate& today) { ShowNewDay(before, today); });
     commands_ = std::make_unique<DocumentCommands>(store_, *calender1_, *this);
     dates_ = std::make_unique<DateCommands>(store_, *calender1_, *watch_, *statusBar_, *this);
     tools_ = std::make_unique<ToolCommands>(store_, *calender1_, *watch_, *this);
@@ -93,17 +99,34 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::Form_Unload(bool& cancel) {
-    watch_->AlertsOff();
-    if (store_.module1.CalendarDirty &&
-        store_.module1.Services().Messages.Show(
-            QStringLiteral("Are you sure you wish to quit\r-current document has changed"),
-            MessageButtons::YesNo, MessageIcon::Exclamation,
-            QStringLiteral("**WAIT**")) != MessageAnswer::Yes) {
+    if (unloaded_) {
+        return;  // the session's end has closed it already
+    }
+    if (!ConfirmQuit()) {
         cancel = true;
-        watch_->AlertsOn();
         return;
     }
-    // No tick may announce anything once the window is going.
+    CloseForGood();
+}
+
+void frmMain::EndSession() {
+    if (unloaded_) {
+        return;
+    }
+    KeepUnsavedChanges();
+    CloseForGood();
+    hide();
+}
+
+void frmMain::KeepUnsavedChanges() {
+    if (!unloaded_ && store_.module1.CalendarDirty) {
+        commands_->SaveUnsavedCopy();
+    }
+}
+
+// No tick may announce anything once the window is going.
+void frmMain::CloseForGood() {
+    watch_->AlertsOff();
     unloaded_ = true;
     Timer1.stop();
     CloseOtherWindows();
@@ -112,6 +135,17 @@ void frmMain::Form_Unload(bool& cancel) {
     if (!(state & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen))) {
         SaveMainGeometry(store_.module1.Services().Settings, CurrentGeometry());
     }
+}
+
+// The announcements are off while the question waits, and on again when the
+// answer is No.
+bool frmMain::ConfirmQuit() {
+    const QuietAlerts quiet(*watch_);
+    return !store_.module1.CalendarDirty ||
+           store_.module1.Services().Messages.Show(
+               QStringLiteral("Are you sure you wish to quit\r-current document has changed"),
+               MessageButtons::YesNo, MessageIcon::Exclamation,
+               QStringLiteral("**WAIT**")) == MessageAnswer::Yes;
 }
 
 // Every other window of the program, shown or hidden, gets its close; menus and
@@ -169,11 +203,39 @@ void frmMain::DocumentReplaced() {
     watch_->BuildTodaysSchedule();
 }
 
+void frmMain::StartFileCommand() {
+    watch_->Hold();
+    watch_->AlertsOff();
+}
+
+void frmMain::EndFileCommand() {
+    watch_->Release();
+    watch_->AlertsOn();
+}
+
 void frmMain::Timer1_Timer() {
     Timer1.stop();
-    watch_->WatchTick();
+    {
+        // A modal window, whoever opened it, owns the screen and may hold the
+        // working copies until it closes.
+        std::optional<WatchHold> modal;
+        if (QApplication::activeModalWidget() != nullptr) {
+            modal.emplace(*watch_);
+        }
+        watch_->WatchTick();
+    }
     if (!unloaded_) {
         Timer1.start(Timer1Interval);
+    }
+}
+
+// Today's mark moves with the date; the month of the new today is shown when
+// the month of the old one was.
+void frmMain::ShowNewDay(const CalDate& before, const CalDate& today) {
+    if (today.Month != before.Month && calender1_->GetDisplayMonth() == before.Month) {
+        ShowMonth(today.Month);
+    } else {
+        calender1_->Display();
     }
 }
 

@@ -40,6 +40,15 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     // Loads a calendar file into the open document; true when it loaded.
     bool LoadFile(const QString& fileName);
 
+    // The session ends without Exit (logout, shutdown, a termination signal):
+    // unsaved changes are kept in a copy of their own, which becomes the newest
+    // recent file, and the window closes as Exit closes it, without a question.
+    // Does nothing once the window is closing. Form_Terminate still follows.
+    void EndSession();
+    // Makes that copy now, if there are unsaved changes, and goes on: the
+    // session asked for it and may yet go on. Safe while a command runs.
+    void KeepUnsavedChanges();
+
     void mnuFileNew_Click() { commands_->FileNew(); }
     void mnuFileOpen_Click() { commands_->FileOpen(); }
     void mnuFileSaveAs_Click() { commands_->FileSaveAs(); }
@@ -66,9 +75,10 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     // Shows month 1..12 and puts the check mark on its menu entry.
     void ShowMonth(qint16 month);
 
-    // DocumentWindow: the File menu's commands report here.
-    void StartFileCommand() override { watch_->AlertsOff(); }
-    void EndFileCommand() override { watch_->AlertsOn(); }
+    // DocumentWindow: the File menu's commands report here. A file command
+    // holds the watch while it runs.
+    void StartFileCommand() override;
+    void EndFileCommand() override;
     void SetCaption(const QString& caption) override { setWindowTitle(caption); }
     void ShowStatus(const QString& text) override { statusBar_->ShowMessage(text); }
     void ShowRecentMenu(const RecentMenu& menu) override;
@@ -103,6 +113,9 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void ConnectMenu();
     void ConnectToolbar();
     void Form_Unload(bool& cancel);
+    bool ConfirmQuit();
+    void CloseForGood();
+    void ShowNewDay(const CalDate& before, const CalDate& today);
     void Form_Resize();
     void ArrangePanels();
     void ShowViewChecks();

@@ -1,5 +1,6 @@
 #include "store/DocumentCommands.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -8,6 +9,7 @@
 #include "store/LineReader.h"
 #include "store/LineWriter.h"
 #include "store/OutputFile.h"
+#include "store/WorkingCopiesKept.h"
 
 namespace kelvane {
 
@@ -114,20 +116,62 @@ void DocumentCommands::FileSaveAs() {
 }
 
 bool DocumentCommands::SaveDocumentAs(const QString& fileName) {
-    OutputFile file(store_.module1.Files);
-    if (file.OpenForOutput(fileName) <= 0) {
-        ShowCritical(kCannotCreate);
-        return false;
-    }
-    LineWriter out(file.Device());
-    const ViewFlags flags{window_.ToolsShown(), window_.CalenderShown()};
-    WriteDocument(store_, monthView_, flags, out,
-                  [this](const QString& text) { window_.ShowStatus(text); });
-    if (!out.Ok() || !file.Close()) {
+    if (!WriteDocumentFile(fileName)) {
         ShowCritical(kCannotCreate);
         return false;
     }
     return true;
+}
+
+// The whole document, or nothing: a failed write leaves any old file whole.
+bool DocumentCommands::WriteDocumentFile(const QString& fileName) {
+    OutputFile file(store_.module1.Files);
+    if (file.OpenForOutput(fileName) <= 0) {
+        return false;
+    }
+    LineWriter out(file.Device());
+    const ViewFlags flags{window_.ToolsShown(), window_.CalenderShown()};
+    {
+        // The walk over every date must not move the person's selection.
+        const SelectionKept kept(monthView_);
+        WriteDocument(store_, monthView_, flags, out,
+                      [this](const QString& text) { window_.ShowStatus(text); });
+    }
+    return out.Ok() && file.Close();
+}
+
+QString DocumentCommands::SaveUnsavedCopy() {
+    // A session may end while a command holds the working copies.
+    const WorkingCopiesKept kept(store_);
+    const Platform& services = store_.module1.Services();
+    for (const QString& folder : {services.Directory.UserDataPath(), services.Directory.Path()}) {
+        const QString fileName = UnsavedCopyName(folder);
+        if (WriteDocumentFile(fileName)) {
+            AddRecentFile(fileName);
+            return fileName;
+        }
+    }
+    return QString();
+}
+
+// "unsaved-2026-11-23-174500.cal" from the clock's "11-23-2026" and
+// "17:45:00"; "-2", "-3" and so on follow when copies were made that second.
+QString DocumentCommands::UnsavedCopyName(const QString& folder) const {
+    const SystemClock& clock = store_.module1.Services().Clock;
+    QString date = clock.DateText();
+    QString time = clock.TimeText();
+    if (clock.DateText() != date) {  // midnight came between the two
+        date = clock.DateText();
+        time = clock.TimeText();
+    }
+    const QString stamp = date.right(4) + QLatin1Char('-') + date.left(5) + QLatin1Char('-') +
+                          time.left(2) + time.mid(3, 2) + time.mid(6, 2);
+    const QDir directory(folder);
+    QString name = directory.filePath(QStringLiteral("unsaved-%1.cal").arg(stamp));
+    for (int copy = 2; QFileInfo::exists(name); ++copy) {
+        name = directory.filePath(QStringLiteral("unsaved-%1-%2.cal").arg(stamp).arg(copy));
+    }
+    return QDir::toNativeSeparators(name);
 }
 
 void DocumentCommands::FinishSave(const QString& fileName) {

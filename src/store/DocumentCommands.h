@@ -34,6 +34,13 @@ class DocumentCommands {
     // A recent-file item (1..4) of the File menu.
     void FileRecent(int index);
 
+    // Writes the open document, without a question or a message, to a new
+    // file "unsaved-YYYY-MM-DD-hhmmss.cal" (the system's date and time) in the
+    // user's data folder, or in the program directory when that cannot be
+    // written, and makes it the newest recent file. For a session that ends
+    // without Exit. Returns the file's name, or "" when no copy was written.
+    QString SaveUnsavedCopy();
+
     // Reads a whole calendar file into the open document. A missing,
     // unrecognised or damaged file changes nothing and says so. True when loaded.
     bool LoadFile(const QString& fileName);
@@ -57,6 +64,8 @@ class DocumentCommands {
     bool Ask(const QString& text, const QString& title);
     void ShowCritical(const QString& text);
     bool SaveDocumentAs(const QString& fileName);
+    bool WriteDocumentFile(const QString& fileName);
+    QString UnsavedCopyName(const QString& folder) const;
     void FinishSave(const QString& fileName);
     void FinishLoad(const QString& fileName, const CalendarFileSettings& settings);
     void ShowDocumentName(const QString& fileName);

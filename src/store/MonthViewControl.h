@@ -26,10 +26,50 @@ class MonthViewControl : public MonthViewQueries {
     // Lays out today's year (yy 0) or a leap indicator's; see the month view.
     virtual void InitializeVariables(qint16 yy, qint16& dd, bool clearDates) = 0;
 
-    // While held, redraws are put off; releasing the hold makes one redraw
-    // when any was asked for. Loading a whole file holds them so that the
-    // dates it stores one by one are drawn once, at the end.
+    // While held, redraws are put off; releasing the last hold makes one
+    // redraw when any was asked for. Loading a whole file holds them so that
+    // the dates it stores one by one are drawn once, at the end.
     virtual void HoldRedraws(bool hold) = 0;
+};
+
+// Keeps the month view's selection across a walk that selects other dates for
+// its own needs: redraws are held meanwhile, and the date selected before, if
+// any, is selected again at the end. The grid thus keeps highlighting the date
+// the commands act on.
+class SelectionKept {
+  public:
+    explicit SelectionKept(MonthViewControl& monthView) : monthView_(monthView) {
+        monthView_.GetDate(year_, month_, day_);
+        monthView_.HoldRedraws(true);
+    }
+    ~SelectionKept() {
+        if (day_ > 0 && month_ > 0) {
+            monthView_.SetDate(year_, month_, day_);
+        }
+        monthView_.HoldRedraws(false);
+    }
+    SelectionKept(const SelectionKept&) = delete;
+    SelectionKept& operator=(const SelectionKept&) = delete;
+
+  private:
+    MonthViewControl& monthView_;
+    qint16 year_ = 0;
+    qint16 month_ = 0;
+    qint16 day_ = 0;
+};
+
+// Holds the month view's redraws for the length of a walk over its dates.
+class RedrawsHeld {
+  public:
+    explicit RedrawsHeld(MonthViewControl& monthView) : monthView_(monthView) {
+        monthView_.HoldRedraws(true);
+    }
+    ~RedrawsHeld() { monthView_.HoldRedraws(false); }
+    RedrawsHeld(const RedrawsHeld&) = delete;
+    RedrawsHeld& operator=(const RedrawsHeld&) = delete;
+
+  private:
+    MonthViewControl& monthView_;
 };
 
 }  // namespace kelvane

@@ -119,9 +119,10 @@ fi
 }
 
 # Starts the installed kelvane under the offscreen platform in a fresh home,
-# runtime folder and session, lets it run for 5 seconds and stops it. It must
-# still be running then, and must have printed nothing alarming. Any further
-# arguments come before the program, to run it as another user.
+# runtime folder and session, lets it run for 5 seconds and stops it with
+# SIGTERM. It must still be running then, and must have printed nothing
+# alarming. Any further arguments come before the program, to run it as
+# another user.
 run_kelvane() {
     local name="$1"
     shift
@@ -149,16 +150,23 @@ make_run_folders() {
 }
 
 temporary_files=("~tempAppoint.tmp" "~tmpDiaryCal")
+recent_list="~tmpFileList"
 user_folder=".local/share/Kelvane"
 
-# Where its folder can be written, its temporary files go beside it (the
-# process is stopped, so they stay behind).
+# Checks that a kelvane stopped by SIGTERM ended in order in folder $1: its
+# recent-file list written there, its temporary files deleted.
+check_ended_in_order() {
+    [[ -f "$1/$recent_list" ]] || fail "no $recent_list in $1"
+    for file in "${temporary_files[@]}"; do
+        [[ ! -e "$1/$file" ]] || fail "$file left in $1"
+    done
+}
+
+# Where its folder can be written, its files go beside it.
 make_run_folders beside
 run_kelvane beside
-for file in "${temporary_files[@]}"; do
-    [[ -f "$root/usr/bin/$file" ]] || fail "no $file beside the installed kelvane"
-    rm "$root/usr/bin/$file"
-done
+check_ended_in_order "$root/usr/bin"
+rm "$root/usr/bin/$recent_list"
 [[ ! -e "$work/beside/home/$user_folder" ]] || fail "kelvane made $user_folder with a writable folder"
 
 # Where it cannot, as for an ordinary user with /usr/bin, they go to the user's
@@ -184,11 +192,8 @@ if [[ "${run_as[*]}" == skip ]]; then
     echo "skipped the read-only run: root needs setpriv and a user 'nobody' who can reach $work"
 else
     run_kelvane read-only "${run_as[@]}"
-    for file in "${temporary_files[@]}"; do
-        [[ -f "$work/read-only/home/$user_folder/$file" ]] ||
-            fail "no $file in ~/$user_folder with a read-only program folder"
-        [[ ! -e "$root/usr/bin/$file" ]] || fail "$file beside a read-only kelvane"
-    done
+    check_ended_in_order "$work/read-only/home/$user_folder"
+    [[ ! -e "$root/usr/bin/$recent_list" ]] || fail "$recent_list beside a read-only kelvane"
 fi
 
 echo "package $(basename "$deb") as expected; Depends: $depends"

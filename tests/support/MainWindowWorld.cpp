@@ -72,9 +72,43 @@ QStringList MainWindowWorld::ShownTexts() const {
     return texts;
 }
 
-void MainWindowWorld::ClickDay(qint16 day) {
+void MainWindowWorld::ShowWindow() {
     main.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+}
+
+// The selected cell is the grid's colour with more green; today's has more
+// red. A pixel near a cell's lower right corner is clear of its texts.
+qint16 MainWindowWorld::HighlightedDay() {
+    ShowWindow();
+    const Calender& calender = main.Calender1();
+    const QImage& image = main.CalenderView().Surface().Image();
+    const double rowHeight = (image.height() - calender.GridTop) / 5.0;
+    const double columnWidth = image.width() / 7.0;
+    qint16 highlighted = 0;
+    for (int row = 1; row <= 5; ++row) {
+        for (int column = 1; column <= 7; ++column) {
+            const qint16 day = calender.CellMap[row][column];
+            const QColor pixel =
+                image.pixelColor(static_cast<int>(column * columnWidth) - 5,
+                                 static_cast<int>(calender.GridTop + row * rowHeight) - 5);
+            if (day > 0 && pixel.green() >= pixel.blue() + 10) {
+                EXPECT_EQ(highlighted, 0) << "two cells are highlighted";
+                highlighted = day;
+            }
+        }
+    }
+    return highlighted;
+}
+
+CalDate MainWindowWorld::SelectedDayAndMonth() const {
+    qint16 year = 0, month = 0, day = 0;
+    window->Calender1().GetDate(year, month, day);
+    return CalDate{0, day, month};
+}
+
+void MainWindowWorld::ClickDay(qint16 day) {
+    ShowWindow();
     const Calender& calender = main.Calender1();
     SurfaceWidget& view = main.CalenderView();
     const double rowHeight = (view.height() - calender.GridTop) / 5.0;

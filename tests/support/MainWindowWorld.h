@@ -36,6 +36,13 @@ struct MainWindowWorld {
     void ClickDay(qint16 day);
     // Runs `act` on the date editor once a command has opened it.
     void WhenEditorOpens(std::function<void(frmEdit&)> act);
+    // Shows the window and waits until the grid is drawn on the screen.
+    void ShowWindow();
+    // The day of the shown month whose cell the grid draws highlighted as the
+    // selected date, read from the grid's pixels; 0 when none is.
+    qint16 HighlightedDay();
+    // The day and month the commands act on: the month view's selected date.
+    CalDate SelectedDayAndMonth() const;
 
     TestWorld world;
     FakePlatform& platform = world.platform;
