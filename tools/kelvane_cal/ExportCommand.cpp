@@ -8,20 +8,25 @@ namespace kelvane::cal {
 namespace {
 
 const char* const kExportHelp =
-    "usage: kelvane-cal export FILE --year YYYY [-o OUT.ics] [--force]\n"
+    "usage: kelvane-cal export FILE --year YYYY [-o OUT.ics] [--uid-seed TEXT]\n"
+    "                          [--force]\n"
     "\n"
     "Writes a calendar file as iCalendar, with its dates in year YYYY:\n"
-    "an all-day event for each date with a title (the note is its description;\n"
-    "a date with only a note gets an all-day event without a title), and a\n"
-    "timed event in floating local time for each activity. An activity without\n"
-    "an end time gets no end; one that ends before it starts is exported as\n"
-    "lasting no time, with a warning. 29 February is left out, with a warning,\n"
-    "in a year that has none. Exporting the same file again gives the events\n"
-    "the same UIDs.\n"
+    "an all-day event for each date with a title or a note (the title is its\n"
+    "summary, the note its description), and a timed event in floating local\n"
+    "time for each activity. An activity without an end time gets no end; one\n"
+    "that ends before it starts ends on the next day. 29 February is left out,\n"
+    "with a warning, in a year that has none. The events' UIDs are made of a\n"
+    "seed, the date and the activity's place, so exporting the same file again\n"
+    "gives the events the same UIDs.\n"
     "\n"
     "  --year YYYY   the year the dates are put in (1 to 9999)\n"
     "  -o, --output OUT.ics\n"
     "                the file to write; '-' or none for the standard output\n"
+    "  --uid-seed TEXT\n"
+    "                the seed of the UIDs; without it the file's name without\n"
+    "                its folder, so that two files of the same name in different\n"
+    "                folders need seeds of their own\n"
     "  --force       replace OUT.ics when it exists\n";
 
 }  // namespace
@@ -34,6 +39,7 @@ int RunExport(const QStringList& words, const Environment& environment, QTextStr
     if (!StartCommand(command, words,
                       {{QStringLiteral("--year"), QString(), true},
                        {QStringLiteral("--output"), QStringLiteral("-o"), true},
+                       {QStringLiteral("--uid-seed"), QString(), true},
                        {QStringLiteral("--force"), QString(), false}},
                       kExportHelp, arguments, out, err, status)) {
         return status;
@@ -46,6 +52,11 @@ int RunExport(const QStringList& words, const Environment& environment, QTextStr
     if (!ParseWholeNumber(arguments.Value(QStringLiteral("--year")), 1, 9999, year)) {
         return UsageError(command, QStringLiteral("--year takes a year from 1 to 9999"), err);
     }
+    const QString uidSeed = arguments.Value(QStringLiteral("--uid-seed"));
+    if (arguments.HasValue(QStringLiteral("--uid-seed")) && uidSeed.trimmed().isEmpty()) {
+        return UsageError(command, QStringLiteral("--uid-seed takes a text that is not blank"),
+                          err);
+    }
     const QString output = arguments.Value(QStringLiteral("--output"));
     const bool force = arguments.Has(QStringLiteral("--force"));
     if (!OutputAllowed(output, force, problem)) {
@@ -56,7 +67,8 @@ int RunExport(const QStringList& words, const Environment& environment, QTextStr
     if (!ReadCalendar(fileName, content, problem)) {
         return FileError(problem, err);
     }
-    const ExportResult result = ExportToICalendar(content, {fileName, year, environment.Now});
+    const ExportResult result =
+        ExportToICalendar(content, {fileName, year, environment.Now, uidSeed});
     for (const QString& warning : result.Warnings) {
         Warn(fileName + QStringLiteral(": ") + warning, err);
     }

@@ -15,6 +15,10 @@ QString DescribeReport(const QString& fileName, const CalendarFileReport& report
     return QStringLiteral("%1: cannot be read: %2").arg(fileName, report.Reason);
 }
 
+QString FolderProblem(const QString& fileName, const QString& what) {
+    return QStringLiteral("%1: is a folder, not %2").arg(fileName, what);
+}
+
 bool ReadCalendar(const QString& fileName, CalendarFileContent& content, QString& problem) {
     const QFileInfo info(fileName);
     if (!info.exists()) {
@@ -22,7 +26,7 @@ bool ReadCalendar(const QString& fileName, CalendarFileContent& content, QString
         return false;
     }
     if (info.isDir()) {
-        problem = QStringLiteral("%1: is a folder, not a calendar file").arg(fileName);
+        problem = FolderProblem(fileName, QStringLiteral("a calendar file"));
         return false;
     }
     const CalendarFileReport report = ReadCalendarFileNamed(fileName, content);

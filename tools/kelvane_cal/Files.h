@@ -12,6 +12,10 @@ namespace kelvane::cal {
 // as "FILE: line N: what is wrong" (or "FILE: no such file" and the like).
 bool ReadCalendar(const QString& fileName, CalendarFileContent& content, QString& problem);
 
+// "FILE: is a folder, not WHAT" for a folder named where a file is wanted,
+// with `what` such as "a calendar file".
+QString FolderProblem(const QString& fileName, const QString& what);
+
 // "FILE: line N: what is wrong" for a report that is not Ok.
 QString DescribeReport(const QString& fileName, const CalendarFileReport& report);
 

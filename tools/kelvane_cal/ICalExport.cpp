@@ -12,6 +12,9 @@ namespace kelvane::cal {
 
 namespace {
 
+// The last year an iCalendar date can be in.
+constexpr int kLastYear = 9999;
+
 icaltimetype DateValue(int year, int month, int day) {
     icaltimetype date = icaltime_null_date();
     date.year = year;
@@ -28,6 +31,11 @@ icaltimetype FloatingTime(int year, int month, int day, const ClockTime& time) {
     value.hour = time.Hour;
     value.minute = time.Minute;
     return value;
+}
+
+// The seed of a request's UIDs: the one asked for, or the file's name without its folder.
+QString UidSeedOf(const ExportRequest& request) {
+    return request.UidSeed.isEmpty() ? QFileInfo(request.FileName).fileName() : request.UidSeed;
 }
 
 // Note lines are kept apart by CR LF; iCalendar texts by LF.
@@ -55,6 +63,8 @@ class CalendarBuilder {
     icalcomponent* NewEvent(int month, int day, int slot);
     void AddAllDayEvent(const CalendarFileDate& date, const QString& title, const QString& note);
     void AddActivity(const CalendarFileDate& date, const NumberedActivity& activity);
+    void AddEnd(icalcomponent* event, const QString& where, const icaltimetype& start,
+                const Appointment& entry);
 
     const ExportRequest& request_;
     ExportResult& result_;
@@ -64,7 +74,7 @@ class CalendarBuilder {
 
 icalcomponent* CalendarBuilder::NewEvent(int month, int day, int slot) {
     icalcomponent* event = icalcomponent_new_vevent();
-    const QByteArray uid = EventUid(request_.FileName, request_.Year, month, day, slot).toUtf8();
+    const QByteArray uid = EventUid(UidSeedOf(request_), request_.Year, month, day, slot).toUtf8();
     icalcomponent_add_property(event, icalproperty_new_uid(uid.constData()));
     icalcomponent_add_property(event, icalproperty_new_dtstamp(stamp_));
     icalcomponent_add_component(root_.get(), event);
@@ -125,26 +135,35 @@ void CalendarBuilder::AddActivity(const CalendarFileDate& date, const NumberedAc
     const icaltimetype start = FloatingTime(request_.Year, date.Month, date.Day, entry.StartTime);
     icalcomponent_add_property(event, icalproperty_new_dtstart(start));
     if (entry.EndTime.Hour >= 0) {
-        if (!IsTimeOfDay(entry.EndTime)) {
-            result_.Warnings << QStringLiteral(
-                                    "%1 ends at %2, which is no time of day; exported "
-                                    "without an end")
-                                    .arg(where, Time24(entry.EndTime));
-        } else if (CompareClockTime(entry.EndTime, entry.StartTime) < 0) {
-            result_.Warnings << QStringLiteral(
-                                    "%1 ends at %2, before it starts at %3; exported "
-                                    "as lasting no time")
-                                    .arg(where, Time24(entry.EndTime), Time24(entry.StartTime));
-            icalcomponent_add_property(event, icalproperty_new_dtend(start));
-        } else {
-            icalcomponent_add_property(
-                event, icalproperty_new_dtend(
-                           FloatingTime(request_.Year, date.Month, date.Day, entry.EndTime)));
-        }
+        AddEnd(event, where, start, entry);
     }
     const QByteArray summary = entry.Description.Trimmed().toUtf8();
     icalcomponent_add_property(event, icalproperty_new_summary(summary.constData()));
     ++result_.TimedEvents;
+}
+
+void CalendarBuilder::AddEnd(icalcomponent* event, const QString& where, const icaltimetype& start,
+                             const Appointment& entry) {
+    if (!IsTimeOfDay(entry.EndTime)) {
+        result_.Warnings << QStringLiteral(
+                                "%1 ends at %2, which is no time of day; exported without an end")
+                                .arg(where, Time24(entry.EndTime));
+        return;
+    }
+    icaltimetype end = FloatingTime(start.year, start.month, start.day, entry.EndTime);
+    // An end before the start is past midnight: on the next day, as an import reads it.
+    if (CompareClockTime(entry.EndTime, entry.StartTime) < 0) {
+        icaltime_adjust(&end, 1, 0, 0, 0);
+        if (end.year > kLastYear) {
+            result_.Warnings << QStringLiteral(
+                                    "%1 ends at %2 on the next day, which is past the year %3; "
+                                    "exported without an end")
+                                    .arg(where, Time24(entry.EndTime))
+                                    .arg(kLastYear);
+            return;
+        }
+    }
+    icalcomponent_add_property(event, icalproperty_new_dtend(end));
 }
 
 QByteArray CalendarBuilder::Text() const {
@@ -156,8 +175,8 @@ QByteArray CalendarBuilder::Text() const {
 
 }  // namespace
 
-QString EventUid(const QString& fileName, int year, int month, int day, int slot) {
-    const QByteArray name = QFileInfo(fileName).fileName().toUtf8();
+QString EventUid(const QString& seed, int year, int month, int day, int slot) {
+    const QByteArray name = seed.toUtf8();
     const QString hash = QString::fromLatin1(
         QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex().left(16));
     const QString where = slot == 0 ? QStringLiteral("day") : QStringLiteral("a%1").arg(slot);

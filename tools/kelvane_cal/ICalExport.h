@@ -10,9 +10,10 @@
 namespace kelvane::cal {
 
 struct ExportRequest {
-    QString FileName;  // the calendar file; its name goes into the events' UIDs
+    QString FileName;  // the calendar file
     int Year = 0;      // the year the dates are put in
     QDateTime Stamp;   // when the export is made (DTSTAMP)
+    QString UidSeed;   // goes into the events' UIDs; empty for the file's name
 };
 
 struct ExportResult {
@@ -23,12 +24,14 @@ struct ExportResult {
 };
 
 // The calendar as iCalendar: an all-day event for each date with a title or a
-// note (the note is its description), and a timed event in floating local
-// time for each activity. UIDs are made of the file's name, the date and the
-// activity's slot, so exporting the same file again gives the same UIDs.
+// note (the title is its summary, the note its description), and a timed
+// event in floating local time for each activity; an activity that ends
+// before it starts ends on the next day. UIDs are made of the seed, the date
+// and the activity's slot, so exporting the same file again gives the same
+// UIDs.
 ExportResult ExportToICalendar(const CalendarFileContent& content, const ExportRequest& request);
 
 // The UID of a date's all-day event (slot 0) or of the activity in a slot.
-QString EventUid(const QString& fileName, int year, int month, int day, int slot);
+QString EventUid(const QString& seed, int year, int month, int day, int slot);
 
 }  // namespace kelvane::cal

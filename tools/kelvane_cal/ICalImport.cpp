@@ -16,21 +16,46 @@ namespace {
 constexpr qint64 kDay = 24 * 60 * 60;
 // Times with a zone are at most this far from the same wall-clock time in UTC.
 constexpr qint64 kZoneMargin = 2 * kDay;
+// The longest an event may last: from the first to the last year libical counts.
+constexpr qint64 kLongestLength = qint64{9999 - 1902 + 1} * 366 * kDay;
 
-// Warnings of one kind, counted, with the line of the first.
+// The kinds of the warnings that name what they saw, by which they are counted.
+const QString kEndsBeforeStart = QStringLiteral("ends before it starts");
+const QString kEndlessDuration = QStringLiteral("lasts longer than libical counts");
+
+// A DURATION in seconds, counted in 64 bits: libical's own count is an int,
+// which a DURATION of 5000 weeks already overflows into a negative one.
+qint64 SecondsOf(const icaldurationtype& duration) {
+    const qint64 days = qint64{duration.weeks} * 7 + qint64{duration.days};
+    const qint64 seconds =
+        ((days * 24 + qint64{duration.hours}) * 60 + qint64{duration.minutes}) * 60 +
+        qint64{duration.seconds};
+    return duration.is_neg != 0 ? -seconds : seconds;
+}
+
+// A property's value as libical read it, for a warning to show.
+QString ValueOf(icalproperty* property) {
+    return FromIcal(icalproperty_get_value_as_string(property));
+}
+
+// Warnings of one kind, counted, with the line and the text of the first.
+// A warning that names what it saw differs from event to event, so it is
+// counted by its kind, which the plain warnings are on their own.
 class WarningTally {
   public:
-    void Add(const QString& warning, int line) {
-        Entry& entry = entries_[warning];
+    void Add(const QString& warning, int line) { Add(warning, warning, line); }
+    void Add(const QString& kind, const QString& warning, int line) {
+        Entry& entry = entries_[kind];
         if (entry.Count++ == 0) {
             entry.Line = line;
-            order_ << warning;
+            entry.Text = warning;
+            order_ << kind;
         }
     }
     void Report(QStringList& warnings) const {
-        for (const QString& warning : order_) {
-            const Entry& entry = entries_[warning];
-            QString text = QStringLiteral("line %1: %2").arg(entry.Line).arg(warning);
+        for (const QString& kind : order_) {
+            const Entry& entry = entries_[kind];
+            QString text = QStringLiteral("line %1: %2").arg(entry.Line).arg(entry.Text);
             if (entry.Count > 1) {
                 text += QStringLiteral(" (and %1 more like it)").arg(entry.Count - 1);
             }
@@ -42,6 +67,7 @@ class WarningTally {
     struct Entry {
         int Count = 0;
         int Line = 0;
+        QString Text;
     };
     QMap<QString, Entry> entries_;
     QStringList order_;
@@ -54,7 +80,9 @@ struct MovedOccurrence {
     QByteArray Zone;
 };
 
-// When an event starts and how long it lasts, in seconds.
+// When an event starts and how long it lasts, in seconds. An event without
+// an end, or with one that makes no sense, has no length: 0, not below, so
+// that the search for its occurrences starts where it should.
 struct EventShape {
     icaltimetype Start;
     bool HasLength = false;
@@ -95,6 +123,9 @@ class Importer {
     void NoteMove(icalcomponent* event);
     void PlaceEvent(icalcomponent* event, int line);
     bool ShapeOf(icalcomponent* event, int line, EventShape& shape);
+    void TakeEnd(icalproperty* start, icalproperty* end, int line, bool& unknownZone,
+                 EventShape& shape);
+    void TakeDuration(icalproperty* duration, int line, EventShape& shape);
     void PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
     void PlaceTimed(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
     icaltimetype Local(const icaltimetype& time) const;
@@ -109,6 +140,8 @@ class Importer {
     std::vector<MovedOccurrence> pendingMoves_;
     MovedOccurrences moved_;
     WarningTally tally_;
+    // The reader of the event being placed, for the file's own text of a value.
+    const ICalendarReader* lastRead_ = nullptr;
 };
 
 bool Importer::Failed(const ICalendarReader& reader) {
@@ -166,7 +199,9 @@ bool Importer::PlaceEvents(QIODevice& file) {
     while (reader.Next(component, line)) {
         if (icalcomponent_isa(component.get()) == ICAL_VEVENT_COMPONENT) {
             ++report_.Events;
+            lastRead_ = &reader;
             PlaceEvent(component.get(), line);
+            lastRead_ = nullptr;
         }
     }
     for (const auto& [number, warning] : reader.Warnings()) {
@@ -188,24 +223,56 @@ bool Importer::ShapeOf(icalcomponent* event, int line, EventShape& shape) {
         return false;
     }
     if (icalproperty* end = icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY)) {
-        // Start and end may be in different zones; the length is between the instants.
-        const icaltimetype endTime = zones_.TimeOf(end, icalproperty_get_dtend(end), unknownZone);
-        shape.Length = TimeKey(InFrameOf(endTime, shape.Start)) - TimeKey(shape.Start);
-        shape.HasLength = true;
+        TakeEnd(start, end, line, unknownZone, shape);
     } else if (icalproperty* length =
                    icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY)) {
-        shape.Length = icaldurationtype_as_int(icalproperty_get_duration(length));
-        shape.HasLength = true;
-    }
-    if (shape.HasLength && shape.Length < 0) {
-        tally_.Add(QStringLiteral("an event that ends before it starts is taken as having no end"),
-                   line);
-        shape.HasLength = false;
+        TakeDuration(length, line, shape);
     }
     if (unknownZone) {
         tally_.Add(QStringLiteral("a time zone nobody knows is taken as local time"), line);
     }
     return true;
+}
+
+void Importer::TakeEnd(icalproperty* start, icalproperty* end, int line, bool& unknownZone,
+                       EventShape& shape) {
+    // Start and end may be in different zones; the length is between the instants.
+    const icaltimetype endTime = zones_.TimeOf(end, icalproperty_get_dtend(end), unknownZone);
+    const qint64 length = TimeKey(InFrameOf(endTime, shape.Start)) - TimeKey(shape.Start);
+    if (length < 0) {
+        tally_.Add(kEndsBeforeStart,
+                   QStringLiteral("an event that ends (DTEND %1) before it starts (DTSTART %2) "
+                                  "is taken as having no end")
+                       .arg(ValueOf(end), ValueOf(start)),
+                   line);
+        return;
+    }
+    shape.Length = length;
+    shape.HasLength = true;
+}
+
+void Importer::TakeDuration(icalproperty* duration, int line, EventShape& shape) {
+    const qint64 length = SecondsOf(icalproperty_get_duration(duration));
+    if (length < 0) {
+        tally_.Add(kEndsBeforeStart,
+                   QStringLiteral("an event with a DURATION below zero (%1) is taken as having "
+                                  "no end")
+                       .arg(ValueOf(duration)),
+                   line);
+        return;
+    }
+    if (length > kLongestLength) {
+        // libical wraps a number too large for it, so the file's own text is shown.
+        const QString written = lastRead_ != nullptr ? lastRead_->RawValue("DURATION") : QString();
+        tally_.Add(kEndlessDuration,
+                   QStringLiteral("an event with a DURATION of %1, longer than the years 1902 to "
+                                  "9999, is taken as having no end")
+                       .arg(written.isEmpty() ? ValueOf(duration) : written),
+                   line);
+        return;
+    }
+    shape.Length = length;
+    shape.HasLength = true;
 }
 
 void Importer::PlaceEvent(icalcomponent* event, int line) {

@@ -1,6 +1,11 @@
 #include "kelvane_cal/ICalReader.h"
 
+#include <QByteArrayView>
 #include <QSet>
+
+#include <algorithm>
+
+#include "store/Cp1252.h"
 
 namespace kelvane::cal {
 
@@ -51,10 +56,75 @@ bool DecidesTimes(const QByteArray& line) {
     return name.isEmpty() || kTimeProperties.contains(name);
 }
 
-// "DESCRIPTION:" and the like: many programs write properties without a
-// value, which libical refuses. They say nothing, so they are passed over.
+// Where the value of a line begins: just after the first colon outside the
+// quotes of a parameter value (ALTREP="cid:x" holds one); -1 without a colon.
+qsizetype ValueStart(const QByteArray& line) {
+    bool quoted = false;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        if (line[i] == '"') {
+            quoted = !quoted;
+        } else if (line[i] == ':' && !quoted) {
+            return i + 1;
+        }
+    }
+    return -1;
+}
+
+// "DESCRIPTION:" and the like: a property whose value is empty. A value that
+// only ends in a colon ("SUMMARY:To do:") is not empty.
 bool HasNoValue(const QByteArray& line) {
-    return line.endsWith(':') && !DecidesTimes(line);
+    return ValueStart(line) == line.size();
+}
+
+// What a property that says when an event happens must hold, for the message
+// that stops the reading.
+QString WhatItHolds(const QByteArray& name) {
+    if (name == "RRULE") {
+        return QStringLiteral("a repeat rule");
+    }
+    if (name == "DURATION") {
+        return QStringLiteral("a length of time");
+    }
+    if (name == "RDATE") {
+        return QStringLiteral("a date, a date and time or a period");
+    }
+    return QStringLiteral("a date or a date and time");
+}
+
+// The kind of the first error libical marks in `line` read as a property of a
+// `kind` component.
+icalparameter_xlicerrortype LineErrorType(const QByteArray& kind, const QByteArray& line) {
+    const QByteArray text = "BEGIN:" + kind + "\r\n" + line + "\r\nEND:" + kind + "\r\n";
+    ComponentPtr parsed(icalparser_parse_string(text.constData()));
+    icalproperty* error =
+        parsed == nullptr ? nullptr
+                          : icalcomponent_get_first_property(parsed.get(), ICAL_XLICERROR_PROPERTY);
+    icalparameter* type =
+        error == nullptr ? nullptr
+                         : icalproperty_get_first_parameter(error, ICAL_XLICERRORTYPE_PARAMETER);
+    return type == nullptr ? ICAL_XLICERRORTYPE_NONE : icalparameter_get_xlicerrortype(type);
+}
+
+// Why a line stops the reading, in Kelvane's words rather than libical's,
+// whose "Removing entire property" is not what happens then.
+QString StopReason(const QByteArray& kind, const QByteArray& line) {
+    const QByteArray name = PropertyName(line);
+    if (name.isEmpty()) {
+        return QStringLiteral("the line '%1' is neither a property nor a BEGIN or END")
+            .arg(QString::fromUtf8(line));
+    }
+    const QString property = QString::fromUtf8(name);
+    const qsizetype valueStart = ValueStart(line);
+    const icalparameter_xlicerrortype type = LineErrorType(kind, line);
+    const qsizetype nameEnd = line.indexOf(';');
+    const bool inParameters = type == ICAL_XLICERRORTYPE_PARAMETERNAMEPARSEERROR ||
+                              type == ICAL_XLICERRORTYPE_PARAMETERVALUEPARSEERROR;
+    if (inParameters && nameEnd > 0 && nameEnd < valueStart) {
+        return QStringLiteral("the parameters of %1 cannot be read: '%2'")
+            .arg(property, QString::fromUtf8(line.mid(nameEnd + 1, valueStart - nameEnd - 2)));
+    }
+    return QStringLiteral("the %1 value '%2' is not %3")
+        .arg(property, QString::fromUtf8(line.mid(valueStart)), WhatItHolds(name));
 }
 
 }  // namespace
@@ -115,9 +185,20 @@ bool ICalendarReader::ReadPhysicalLine(QByteArray& line, int& number) {
     return true;
 }
 
-// Lines that begin with a blank or a tab continue the line before them.
+bool ICalendarReader::ReadNonBlankLine(QByteArray& line, int& number) {
+    while (ReadPhysicalLine(line, number)) {
+        if (!line.isEmpty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Lines that begin with a blank or a tab continue the line before them. Blank
+// lines between such pieces, which some older programs write, are skipped and
+// counted; blank lines between properties are skipped silently.
 bool ICalendarReader::NextContentLine(QByteArray& line, int& number) {
-    if (!havePending_ && !ReadPhysicalLine(pending_, pendingNumber_)) {
+    if (!havePending_ && !ReadNonBlankLine(pending_, pendingNumber_)) {
         return false;
     }
     line = pending_;
@@ -125,7 +206,12 @@ bool ICalendarReader::NextContentLine(QByteArray& line, int& number) {
     havePending_ = false;
     QByteArray next;
     int nextNumber = 0;
+    LineTally blanks;  // the blank lines since the last piece
     while (ReadPhysicalLine(next, nextNumber)) {
+        if (next.isEmpty()) {
+            blanks.Add(nextNumber);
+            continue;
+        }
         if (!next.startsWith(' ') && !next.startsWith('\t')) {
             pending_ = next;
             pendingNumber_ = nextNumber;
@@ -135,9 +221,77 @@ bool ICalendarReader::NextContentLine(QByteArray& line, int& number) {
         if (line.size() + next.size() > kLongestLine) {
             return Fail(number, QStringLiteral("the line is longer than 16 MB"));
         }
+        blankInFold_.Add(blanks.First, blanks.Count);
+        blanks = {};
         line += next.mid(1);
     }
+    MakeUtf8(line, number);
     return !Failed();
+}
+
+// A line that is not UTF-8 comes from an older program that wrote
+// Windows-1252; libical is given it in UTF-8.
+void ICalendarReader::MakeUtf8(QByteArray& line, int number) {
+    if (!QByteArrayView(line).isValidUtf8()) {
+        line = DecodeCp1252(line).toUtf8();
+        notUtf8_.Add(number);
+    }
+}
+
+void ICalendarReader::LineTally::Add(int line, int count) {
+    if (count > 0 && Count == 0) {
+        First = line;
+    }
+    Count += count;
+}
+
+void ICalendarReader::LineTally::Report(const QString& what, QStringList& warnings) const {
+    if (Count == 0) {
+        return;
+    }
+    QString text = QStringLiteral("line %1: %2").arg(First).arg(what);
+    if (Count > 1) {
+        text += QStringLiteral(" (and %1 more like it)").arg(Count - 1);
+    }
+    warnings << text;
+}
+
+QStringList ICalendarReader::TextWarnings() const {
+    std::vector<std::pair<const LineTally*, QString>> kinds = {
+        {&blankInFold_, QStringLiteral("a blank line inside a folded line is skipped")},
+        {&notUtf8_, QStringLiteral("a line that is not UTF-8 is read as Windows-1252")}};
+    // In the order of the lines they name.
+    std::sort(kinds.begin(), kinds.end(),
+              [](const auto& a, const auto& b) { return a.first->First < b.first->First; });
+    QStringList warnings;
+    for (const auto& [tally, words] : kinds) {
+        tally->Report(words, warnings);
+    }
+    return warnings;
+}
+
+void ICalendarReader::SkimText() {
+    QByteArray line;
+    int number = 0;
+    while (NextContentLine(line, number)) {
+    }
+}
+
+// A property without a value says nothing: many programs write
+// "DESCRIPTION:", which libical refuses, so it is passed over. An empty RDATE
+// or EXDATE adds or takes away no date and is passed over with a warning; any
+// other empty property that says when an event happens stops the reading.
+bool ICalendarReader::PassesOverEmpty(const QByteArray& line, int number) {
+    if (!HasNoValue(line)) {
+        return false;
+    }
+    const QByteArray name = PropertyName(line);
+    if (name == "RDATE" || name == "EXDATE") {
+        warnings_.emplace_back(number,
+                               QStringLiteral("%1 has no value").arg(QString::fromUtf8(name)));
+        return true;
+    }
+    return !DecidesTimes(line);
 }
 
 bool ICalendarReader::Next(ComponentPtr& component, int& line) {
@@ -209,8 +363,8 @@ bool ICalendarReader::TakeCalendarLine(const QByteArray& line, int number) {
     }
     const QByteArray begin = NameAfter(line, "BEGIN");
     if (begin.isEmpty()) {
-        if (!HasNoValue(line)) {
-            TakeError(number, line, LineError("VCALENDAR", line));
+        if (!PassesOverEmpty(line, number)) {
+            TakeError("VCALENDAR", number, line, LineError("VCALENDAR", line));
         }
         return false;
     }
@@ -226,7 +380,7 @@ bool ICalendarReader::TakeCalendarLine(const QByteArray& line, int number) {
 
 bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
                                         int& begunOn) {
-    if (HasNoValue(line)) {
+    if (PassesOverEmpty(line, number)) {
         return false;
     }
     componentLines_.emplace_back(number, line);
@@ -257,6 +411,21 @@ bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, Comp
     return FinishComponent(parsed, component, begunOn);
 }
 
+QString ICalendarReader::RawValue(const QByteArray& name) const {
+    int depth = 0;
+    for (const NumberedLine& numbered : componentLines_) {
+        const QByteArray& line = numbered.second;
+        if (!NameAfter(line, "BEGIN").isEmpty()) {
+            ++depth;
+        } else if (!NameAfter(line, "END").isEmpty()) {
+            --depth;
+        } else if (depth == 1 && PropertyName(line) == name) {
+            return QString::fromUtf8(line.mid(ValueStart(line))).trimmed();
+        }
+    }
+    return {};
+}
+
 bool ICalendarReader::FinishComponent(icalcomponent* parsed, ComponentPtr& component,
                                       int& begunOn) {
     ComponentPtr finished(parsed);
@@ -277,7 +446,7 @@ bool ICalendarReader::FinishComponent(icalcomponent* parsed, ComponentPtr& compo
             NameAfter(numbered.second, "END").isEmpty()) {
             const QString error = LineError(kind, numbered.second);
             found = found || !error.isEmpty();
-            if (!TakeError(numbered.first, numbered.second, error)) {
+            if (!TakeError(kind, numbered.first, numbered.second, error)) {
                 return false;
             }
         }
@@ -289,12 +458,13 @@ bool ICalendarReader::FinishComponent(icalcomponent* parsed, ComponentPtr& compo
     return true;
 }
 
-bool ICalendarReader::TakeError(int number, const QByteArray& line, const QString& error) {
+bool ICalendarReader::TakeError(const QByteArray& kind, int number, const QByteArray& line,
+                                const QString& error) {
     if (error.isEmpty()) {
         return true;
     }
     if (DecidesTimes(line)) {
-        return Fail(number, error);
+        return Fail(number, StopReason(kind, line));
     }
     warnings_.emplace_back(number, error);
     return true;

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QIODevice>
 #include <QString>
+#include <QStringList>
 
 #include <utility>
 #include <vector>
@@ -18,6 +19,8 @@ namespace kelvane::cal {
 // An error libical marks in a property that says when an event happens, or in
 // a line that is no property, stops the reading with the line; libical leaves
 // out any other property it cannot read, which becomes a warning.
+// Lines that are not UTF-8 are read as Windows-1252, and blank lines inside a
+// folded line are skipped; each of these makes one warning about the text.
 class ICalendarReader {
   public:
     explicit ICalendarReader(QIODevice& device);
@@ -26,25 +29,49 @@ class ICalendarReader {
     // of the file and at the first problem.
     bool Next(ComponentPtr& component, int& line);
 
+    // The value of the first `name` property (in capitals) of the component
+    // Next gave last, as the file writes it; properties of the components
+    // nested in it are passed over. Empty when it has none.
+    QString RawValue(const QByteArray& name) const;
+
     bool Failed() const { return problemLine_ > 0; }
     int ProblemLine() const { return problemLine_; }
     const QString& Problem() const { return problem_; }
-    // The lines left out so far, with libical's reasons.
+    // The lines left out so far, with the reasons: libical's, or "RDATE has no
+    // value" for an empty RDATE or EXDATE.
     const std::vector<std::pair<int, QString>>& Warnings() const { return warnings_; }
+    // What was made of the file's text so far, such as "line 4: a line that is
+    // not UTF-8 is read as Windows-1252", one for each kind, naming its first
+    // line and counting the others.
+    QStringList TextWarnings() const;
+    // Reads the rest of the file's lines without handing them to libical, to
+    // learn its TextWarnings.
+    void SkimText();
 
   private:
     enum class Place { BeforeCalendar, InCalendar, InComponent, AfterCalendar };
     using NumberedLine = std::pair<int, QByteArray>;
+    // Lines of one kind that the text warnings name: the first and how many.
+    struct LineTally {
+        int First = 0;
+        int Count = 0;
+        void Add(int line, int count = 1);
+        void Report(const QString& what, QStringList& warnings) const;
+    };
 
     bool ReadPhysicalLine(QByteArray& line, int& number);
+    bool ReadNonBlankLine(QByteArray& line, int& number);
     bool NextContentLine(QByteArray& line, int& number);
+    void MakeUtf8(QByteArray& line, int number);
+    bool PassesOverEmpty(const QByteArray& line, int number);
     bool TakeLine(const QByteArray& line, int number, ComponentPtr& component, int& begunOn);
     bool TakeCalendarLine(const QByteArray& line, int number);
     bool TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
                            int& begunOn);
     bool FinishComponent(icalcomponent* parsed, ComponentPtr& component, int& begunOn);
     // False when the error stops the reading.
-    bool TakeError(int number, const QByteArray& line, const QString& error);
+    bool TakeError(const QByteArray& kind, int number, const QByteArray& line,
+                   const QString& error);
     bool Fail(int line, const QString& problem);
     bool FailAtEnd();
 
@@ -53,6 +80,8 @@ class ICalendarReader {
     QByteArray pending_;
     int pendingNumber_ = 0;
     bool havePending_ = false;
+    LineTally blankInFold_;
+    LineTally notUtf8_;
 
     Place place_ = Place::BeforeCalendar;
     ParserPtr parser_;

@@ -5,9 +5,12 @@
 #include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/CommandRunners.h"
+#include "kelvane_cal/FileYear.h"
 #include "kelvane_cal/Files.h"
 #include "kelvane_cal/ICalImport.h"
+#include "kelvane_cal/ICalReader.h"
 #include "kelvane_cal/ZoneBook.h"
+#include "store/Module1.h"
 
 namespace kelvane::cal {
 
@@ -50,6 +53,7 @@ struct ImportWords {
     QString Output;
     QString Into;
     int Year = 0;
+    int TodayYear = 0;  // the year a calendar file that names none lays out
     bool Force = false;
     icaltimezone* Zone = nullptr;
     QString ZoneWarning;  // when the system's zone is unknown
@@ -63,6 +67,7 @@ bool ReadImportWords(const Arguments& arguments, const Environment& environment,
         return false;
     }
     words.Input = arguments.Positional.first();
+    words.TodayYear = environment.Today.year();
     if (!ParseWholeNumber(arguments.Value(QStringLiteral("--year")), kFirstYear, kLastYear,
                           words.Year)) {
         problem =
@@ -103,6 +108,62 @@ QByteArray CalendarBytes(const CalendarFileContent& content) {
     return buffer.data();
 }
 
+// The input file, open, or false with the problem.
+bool OpenInput(const QString& fileName, QFile& input, QString& problem) {
+    const QFileInfo info(fileName);
+    if (info.isDir()) {
+        problem = FolderProblem(fileName, QStringLiteral("an iCalendar file"));
+        return false;
+    }
+    if (!info.isFile() || !input.open(QIODevice::ReadOnly)) {
+        problem = QStringLiteral("%1: cannot be read: %2")
+                      .arg(fileName,
+                           info.exists() ? input.errorString() : QStringLiteral("no such file"));
+        return false;
+    }
+    return true;
+}
+
+// The warnings about the input's text as a whole (not UTF-8, blank lines in
+// folded lines), from a quick reading of its lines before the import.
+QStringList TextWarningsOf(QFile& input) {
+    ICalendarReader reader(input);
+    reader.SkimText();
+    const QStringList warnings = reader.TextWarnings();
+    input.seek(0);
+    return warnings;
+}
+
+// Whether a calendar file that lays out `layout` shows the weekdays of `year`.
+// Kelvane saves every calendar with a leap year's layout, so a file may lay out
+// 1 January of a year that is not leap on its own weekday and still differ from
+// 1 March on. Empty when they agree; otherwise the first date that differs.
+QString FirstDifferentDate(const FileYear& layout, int year) {
+    const QDate first(year, 1, 1);
+    const int firstWeekday = first.dayOfWeek() % 7 + 1;  // 1 = Sunday .. 7 = Saturday
+    if (layout.FirstWeekday() != firstWeekday) {
+        return DayAndMonth(1, 1);
+    }
+    return layout.IsLeap() != QDate::isLeapYear(year) ? DayAndMonth(3, 1) : QString();
+}
+
+// A warning when the calendar merged into lays out another year than the one
+// imported, so that Kelvane shows it with other weekdays than that year's.
+QString LayoutWarning(const ImportWords& words, const CalendarFileContent& calendar) {
+    const FileYear layout(calendar.Settings, words.TodayYear);
+    const QString from = FirstDifferentDate(layout, words.Year);
+    if (from.isEmpty()) {
+        return {};
+    }
+    return QStringLiteral(
+               "%1: it lays out %2 with 1 January a %3, so from %4 on the weekdays shown for "
+               "it differ from those of %5")
+        .arg(words.Into,
+             layout.IsLeap() ? QStringLiteral("a leap year")
+                             : QStringLiteral("a year that is not leap"),
+             WeekdayName(layout.FirstWeekday()), from, QString::number(words.Year));
+}
+
 int Import(const ImportWords& words, QTextStream& out, QTextStream& err) {
     QString problem;
     CalendarFileContent calendar;
@@ -110,27 +171,28 @@ int Import(const ImportWords& words, QTextStream& out, QTextStream& err) {
         return FileError(problem, err);
     }
     QFile input(words.Input);
-    if (!QFileInfo(words.Input).isFile() || !input.open(QIODevice::ReadOnly)) {
-        return FileError(
-            QStringLiteral("%1: cannot be read: %2")
-                .arg(words.Input, QFileInfo::exists(words.Input) ? input.errorString()
-                                                                 : QStringLiteral("no such file")),
-            err);
+    if (!OpenInput(words.Input, input, problem)) {
+        return FileError(problem, err);
     }
+    const QStringList textWarnings = TextWarningsOf(input);
     ImportedDates dates;
     ImportReport report;
     if (!ImportICalendar(input, {words.Year, words.Zone}, dates, report)) {
-        return FileError(QStringLiteral("%1: line %2: %3")
+        return FileError(QStringLiteral("%1: line %2: %3; nothing was written")
                              .arg(words.Input, QString::number(report.ProblemLine), report.Problem),
                          err);
     }
-    QStringList warnings = report.Warnings;
+    QStringList warnings = textWarnings + report.Warnings;
     if (!words.ZoneWarning.isEmpty()) {
         Warn(words.ZoneWarning, err);
     }
     if (words.Into.isEmpty()) {
         calendar = dates.NewCalendar(words.Year, warnings);
     } else {
+        const QString layoutWarning = LayoutWarning(words, calendar);
+        if (!layoutWarning.isEmpty()) {
+            Warn(layoutWarning, err);
+        }
         dates.MergeInto(calendar, warnings);
     }
     for (const QString& warning : warnings) {

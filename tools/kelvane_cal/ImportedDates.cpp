@@ -40,23 +40,56 @@ bool SameActivity(const Appointment& a, const Appointment& b) {
            a.EndTime == b.EndTime;
 }
 
-// The parts of a title joined by "; ", as far as they fit; false when some were cut.
-bool JoinTitles(const QStringList& parts, QString& title) {
-    title = parts.join(kTitleSeparator);
-    if (title.size() <= TitleLength) {
+// Whether `part` stands whole in `held`: as all of it, or between `separator`s
+// and its ends. The held text is never split, so a part that holds the
+// separator itself ("Team; Offsite") is found as well, and a part is not found
+// inside a longer one ("Room 1" is not in "Room 12").
+bool HoldsWhole(const QString& held, const QString& part, const QString& separator) {
+    if (held == part) {
         return true;
     }
-    title = CutText(title, TitleLength);
+    return held.startsWith(part + separator) || held.endsWith(separator + part) ||
+           held.contains(separator + part + separator);
+}
+
+// `held` followed by the `parts` it does not hold yet, each after `separator`,
+// within `limit` characters; a cut never splits a character in two. False
+// when something had to be cut. A date that lacks nothing keeps its text as
+// it is, and so does one whose text is full: a cut that leaves nothing of the
+// new parts but their separator leaves the held text alone.
+bool AddMissingParts(const QString& held, const QStringList& parts, const QString& separator,
+                     qsizetype limit, QString& joined) {
+    QStringList all;
+    if (!held.isEmpty()) {
+        all << held;
+    }
+    for (const QString& part : parts) {
+        if (!HoldsWhole(held, part, separator)) {
+            all << part;
+        }
+    }
+    joined = all.join(separator);
+    if (joined.size() <= limit) {
+        return true;
+    }
+    joined = CutText(joined, limit);
+    if (!held.isEmpty() && joined.size() <= held.size() + separator.size()) {
+        joined = held;
+    }
     return false;
 }
 
-// A note's texts joined by line breaks within the note's length; false when cut.
-bool JoinNote(const QStringList& texts, QString& note) {
-    note = texts.join(kCrLf);
-    if (note.size() <= NoteLength) {
+// A title's parts after the held title, joined by "; "; false when cut.
+bool JoinTitles(const QString& held, const QStringList& parts, QString& title) {
+    return AddMissingParts(held, parts, kTitleSeparator, TitleLength, title);
+}
+
+// A note's texts after the held note, one per paragraph; false when cut.
+bool JoinNote(const QString& held, const QStringList& texts, QString& note) {
+    if (AddMissingParts(held, texts, kCrLf, NoteLength, note)) {
         return true;
     }
-    note = CutText(note, NoteLength);
+    // A cut between CR and LF leaves no line break half made.
     if (note.endsWith(QLatin1Char('\r'))) {
         note.chop(1);
     }
@@ -102,6 +135,9 @@ void ImportedDates::AddActivity(int month, int day, const QString& description,
     }
     if (text.size() > FixedText<50>::Length) {
         ++descriptionsCut_;
+        // Cut as the description field cuts, never inside a character, so
+        // that the same event compares equal to what an import kept of it.
+        text = CutText(text, FixedText<50>::Length);
     }
     Appointment entry;
     entry.Description = text;
@@ -189,22 +225,15 @@ void ImportedDates::MergeInto(CalendarFileContent& calendar, QStringList& warnin
 void ImportedDates::MergeDay(const Day& imported, CalendarFileDate& date,
                              QStringList& warnings) const {
     const QString where = DayAndMonth(date.Month, date.Day);
-    QStringList titles;
     const QString heldTitle = date.Entry.Title.Trimmed();
-    if (!heldTitle.isEmpty()) {
-        titles = heldTitle.split(kTitleSeparator);
-    }
-    for (const QString& title : imported.Titles) {
-        if (!titles.contains(title)) {
-            titles << title;
-        }
-    }
     QString title;
-    if (!JoinTitles(titles, title)) {
+    if (!JoinTitles(heldTitle, imported.Titles, title)) {
         warnings
             << QStringLiteral("%1: the title was cut to %2 characters").arg(where).arg(TitleLength);
     }
-    date.Entry.Title = title;
+    if (title != heldTitle) {
+        date.Entry.Title = title;
+    }
 
     int leftOut = imported.ActivitiesLeftOut;
     // Only what the date held before counts as there already: two events
@@ -229,22 +258,15 @@ void ImportedDates::MergeDay(const Day& imported, CalendarFileDate& date,
                         .arg(kActivitiesPerDate);
     }
 
-    QStringList noteTexts;
     const QString heldNote = Trim(date.Note);
-    if (!heldNote.isEmpty()) {
-        noteTexts << heldNote;
-    }
-    for (const QString& text : imported.NoteTexts) {
-        if (!heldNote.contains(text)) {
-            noteTexts << text;
-        }
-    }
     QString note;
-    if (!JoinNote(noteTexts, note)) {
+    if (!JoinNote(heldNote, imported.NoteTexts, note)) {
         warnings
             << QStringLiteral("%1: the note was cut to %2 characters").arg(where).arg(NoteLength);
     }
-    date.Note = note;
+    if (note != heldNote) {
+        date.Note = note;
+    }
 }
 
 }  // namespace kelvane::cal

@@ -74,7 +74,7 @@ QString Uid(int year, int month, int day, int slot) {
 TEST(ExportToICalendar, WritesAnEventForEachTitleNoteAndActivity) {
     const ExportResult result = ExportToICalendar(
         SampleCalendar(),
-        {"/somewhere/plans.cal", 2028, QDateTime(QDate(2026, 11, 23), QTime(9, 30), Qt::UTC)});
+        {"/somewhere/plans.cal", 2028, QDateTime(QDate(2026, 11, 23), QTime(9, 30), Qt::UTC), {}});
     auto events = EventsOf(result.Text);
     EXPECT_EQ(events.size(), 6u);
     EXPECT_EQ(result.AllDayEvents, 3);
@@ -110,16 +110,14 @@ TEST(ExportToICalendar, WritesAnEventForEachTitleNoteAndActivity) {
     EXPECT_EQ(events.count(Uid(2028, 7, 7, 0)), 0u) << "colours alone export nothing";
 }
 
-TEST(ExportToICalendar, KeepsAnActivityThatEndsBeforeItStartsAsLastingNoTime) {
-    const ExportResult result = ExportToICalendar(SampleCalendar(), {"plans.cal", 2028, {}});
+TEST(ExportToICalendar, EndsAnActivityThatEndsBeforeItStartsOnTheNextDay) {
+    const ExportResult result = ExportToICalendar(SampleCalendar(), {"plans.cal", 2028, {}, {}});
     auto events = EventsOf(result.Text);
     icalcomponent* late = events[Uid(2028, 6, 1, 1)].get();
     ASSERT_NE(late, nullptr);
     EXPECT_EQ(Property(late, ICAL_DTSTART_PROPERTY), "20280601T230000");
-    EXPECT_EQ(Property(late, ICAL_DTEND_PROPERTY), "20280601T230000");
-    EXPECT_TRUE(result.Warnings.contains(
-        "1 June: activity 1 (\"Late show\") ends at 01:00, before it starts at 23:00; exported as "
-        "lasting no time"));
+    EXPECT_EQ(Property(late, ICAL_DTEND_PROPERTY), "20280602T010000");
+    EXPECT_FALSE(result.Warnings.join('\n').contains("Late show"));
     // Slot 2 is empty, and slot 3 has no time of day.
     EXPECT_EQ(events.count(Uid(2028, 6, 1, 2)), 0u);
     EXPECT_EQ(events.count(Uid(2028, 6, 1, 3)), 0u);
@@ -127,8 +125,27 @@ TEST(ExportToICalendar, KeepsAnActivityThatEndsBeforeItStartsAsLastingNoTime) {
         "1 June: activity 3 (\"Broken\") starts at 24:10, which is no time of day; left out"));
 }
 
+TEST(ExportToICalendar, EndsAnActivityPastMidnightOn31DecemberInTheNextYear) {
+    CalendarFileContent content;
+    CalendarFileDate date = DateOf(12, 31);
+    date.Schedule = {Activity("Party", {23, 0}, {1, 0})};
+    content.Dates = {date};
+    ExportResult result = ExportToICalendar(content, {"plans.cal", 2028, {}, {}});
+    auto events = EventsOf(result.Text);
+    ASSERT_NE(events[Uid(2028, 12, 31, 1)], nullptr);
+    EXPECT_EQ(Property(events[Uid(2028, 12, 31, 1)].get(), ICAL_DTEND_PROPERTY), "20290101T010000");
+    EXPECT_TRUE(result.Warnings.isEmpty());
+
+    // No DTEND can be in the year 10000.
+    result = ExportToICalendar(content, {"plans.cal", 9999, {}, {}});
+    EXPECT_FALSE(result.Text.contains("DTEND"));
+    EXPECT_EQ(result.Warnings, QStringList{"31 December: activity 1 (\"Party\") ends at 01:00 on "
+                                           "the next day, which is past the year 9999; exported "
+                                           "without an end"});
+}
+
 TEST(ExportToICalendar, LeavesOut29FebruaryInAYearWithoutOne) {
-    const ExportResult result = ExportToICalendar(SampleCalendar(), {"plans.cal", 2027, {}});
+    const ExportResult result = ExportToICalendar(SampleCalendar(), {"plans.cal", 2027, {}, {}});
     auto events = EventsOf(result.Text);
     EXPECT_EQ(events.count(Uid(2027, 2, 29, 0)), 0u);
     EXPECT_EQ(events.count(Uid(2027, 3, 1, 0)), 0u);
@@ -137,8 +154,9 @@ TEST(ExportToICalendar, LeavesOut29FebruaryInAYearWithoutOne) {
 }
 
 TEST(ExportToICalendar, GivesStableUidsMadeOfTheFileNameDateAndSlot) {
-    const QByteArray once = ExportToICalendar(SampleCalendar(), {"a/plans.cal", 2028, {}}).Text;
-    const QByteArray again = ExportToICalendar(SampleCalendar(), {"b/plans.cal", 2028, {}}).Text;
+    const QByteArray once = ExportToICalendar(SampleCalendar(), {"a/plans.cal", 2028, {}, {}}).Text;
+    const QByteArray again =
+        ExportToICalendar(SampleCalendar(), {"b/plans.cal", 2028, {}, {}}).Text;
     EXPECT_EQ(once, again);
     const QString uid = EventUid("plans.cal", 2028, 6, 1, 3);
     EXPECT_TRUE(uid.startsWith("20280601-a3-"));
@@ -148,13 +166,27 @@ TEST(ExportToICalendar, GivesStableUidsMadeOfTheFileNameDateAndSlot) {
     EXPECT_NE(EventUid("plans.cal", 2028, 6, 1, 0), EventUid("plans.cal", 2028, 6, 2, 0));
 }
 
+TEST(ExportToICalendar, MakesUidsOfTheSeedAskedFor) {
+    const QByteArray plain =
+        ExportToICalendar(SampleCalendar(), {"a/plans.cal", 2028, {}, {}}).Text;
+    const QByteArray work =
+        ExportToICalendar(SampleCalendar(), {"a/plans.cal", 2028, {}, "work"}).Text;
+    const QByteArray home =
+        ExportToICalendar(SampleCalendar(), {"b/plans.cal", 2028, {}, "home"}).Text;
+    EXPECT_NE(work, home);
+    EXPECT_NE(work, plain);
+    EXPECT_EQ(EventsOf(work).count(EventUid("work", 2028, 1, 1, 1)), 1u);
+    EXPECT_EQ(EventsOf(home).count(EventUid("home", 2028, 1, 1, 1)), 1u);
+    EXPECT_EQ(EventsOf(plain).count(EventUid("plans.cal", 2028, 1, 1, 1)), 1u);
+}
+
 TEST(ExportToICalendar, KeepsTextsThatAreNotPlainAscii) {
     CalendarFileContent content;
     CalendarFileDate date = DateOf(3, 3);
     date.Entry.Title = QString::fromUtf8("Café, Grüße; naïve \"quotes\", back\\slash");
     date.Note = QString(300, QChar(0x00E9));
     content.Dates = {date};
-    auto events = EventsOf(ExportToICalendar(content, {"plans.cal", 2026, {}}).Text);
+    auto events = EventsOf(ExportToICalendar(content, {"plans.cal", 2026, {}, {}}).Text);
     icalcomponent* event = events[Uid(2026, 3, 3, 0)].get();
     ASSERT_NE(event, nullptr);
     EXPECT_EQ(FromIcal(icalcomponent_get_summary(event)), date.Entry.Title.Trimmed());
@@ -180,10 +212,6 @@ TEST_F(ExportCommand, WritesTheFileAndSaysWhatItHolds) {
     EXPECT_EQ(run.Err,
               "kelvane-cal: warning: " + Path("plans.cal") +
                   ": 29 February is left out: 2027 has no 29 February\n"
-                  "kelvane-cal: warning: " +
-                  Path("plans.cal") +
-                  ": 1 June: activity 1 (\"Late show\") ends at 01:00, before it starts at 23:00; "
-                  "exported as lasting no time\n"
                   "kelvane-cal: warning: " +
                   Path("plans.cal") +
                   ": 1 June: activity 3 (\"Broken\") starts at 24:10, which is no time of day; "
@@ -234,6 +262,57 @@ TEST_F(ExportCommand, HasHelp) {
     const CalRun run = RunCal({"export", "--help"});
     EXPECT_EQ(run.Status, kDone);
     EXPECT_TRUE(run.Out.startsWith("usage: kelvane-cal export FILE --year YYYY"));
+    EXPECT_TRUE(run.Out.contains("--uid-seed TEXT"));
+}
+
+// Two files of the same name in different folders, as a user keeps them.
+TEST_F(ExportCommand, GivesFilesOfTheSameNameUidsOfTheirOwnWithASeed) {
+    ASSERT_TRUE(QDir(Path("")).mkpath("work"));
+    ASSERT_TRUE(QDir(Path("")).mkpath("home"));
+    ASSERT_TRUE(testing::WriteCalendar(Path("work/plans.cal"), SampleCalendar()));
+    ASSERT_TRUE(testing::WriteCalendar(Path("home/plans.cal"), SampleCalendar()));
+    const CalRun work = RunCal({"export", Path("work/plans.cal"), "--year", "2028"});
+    const CalRun home = RunCal({"export", Path("home/plans.cal"), "--year", "2028"});
+    EXPECT_EQ(work.Out, home.Out) << "the name without its folder is the seed by default";
+
+    const CalRun seeded = RunCal(
+        {"export", Path("work/plans.cal"), "--year", "2028", "--uid-seed", "work/plans.cal"});
+    EXPECT_EQ(seeded.Status, kDone);
+    auto events = EventsOf(seeded.Out.toUtf8());
+    EXPECT_EQ(events.size(), 6u);
+    EXPECT_EQ(events.count(EventUid("work/plans.cal", 2028, 1, 1, 0)), 1u);
+    EXPECT_EQ(events.count(Uid(2028, 1, 1, 0)), 0u);
+}
+
+TEST_F(ExportCommand, WantsASeedThatIsNotBlank) {
+    const CalRun run = RunCal({"export", Path("plans.cal"), "--year", "2028", "--uid-seed", " "});
+    EXPECT_EQ(run.Status, kUsageError);
+    EXPECT_EQ(run.Err,
+              "kelvane-cal: --uid-seed takes a text that is not blank\n"
+              "Try 'kelvane-cal export --help'.\n");
+}
+
+// Blanks of any kind between words become one space, and roff's markup goes.
+QString Words(QString text) {
+    text.replace(QStringLiteral("\\-"), QStringLiteral("-"));
+    QStringList kept;
+    for (const QString& line : text.split(QLatin1Char('\n'))) {
+        if (!line.startsWith(QLatin1Char('.'))) {
+            kept << line;
+        }
+    }
+    return kept.join(QLatin1Char(' ')).simplified();
+}
+
+TEST_F(ExportCommand, HelpReadmeAndManualSayTheSameAboutAllDayEvents) {
+    const QString rule = QStringLiteral(
+        "an all-day event for each date with a title or a note (the title is its summary, the "
+        "note its description)");
+    const QString sources = QStringLiteral(KELVANE_CAL_DATA_DIR "/../../../../");
+    EXPECT_TRUE(Words(RunCal({"export", "--help"}).Out).contains(rule));
+    EXPECT_TRUE(Words(QString::fromUtf8(testing::ReadBytes(sources + "README.md"))).contains(rule));
+    EXPECT_TRUE(Words(QString::fromUtf8(testing::ReadBytes(sources + "packaging/kelvane-cal.1")))
+                    .contains(rule));
 }
 
 }  // namespace

@@ -302,7 +302,7 @@ TEST_F(ImportCommand, SaysSoForLinesThatEndInCarriageReturnsAlone) {
     EXPECT_EQ(run.Status, kFileProblem);
     EXPECT_EQ(run.Err, "kelvane-cal: " + Path("in.ics") +
                            ": line 1: the lines end in CR alone; save the file with CR LF or LF "
-                           "line ends\n");
+                           "line ends; nothing was written\n");
 }
 
 TEST_F(ImportCommand, NamesAFileWhoseNameLooksLikeAPlaceholder) {
@@ -310,7 +310,7 @@ TEST_F(ImportCommand, NamesAFileWhoseNameLooksLikeAPlaceholder) {
     const CalRun run = RunCal({"import", Path("a%1%2.ics"), "--year", "2026"});
     EXPECT_EQ(run.Err, "kelvane-cal: " + Path("a%1%2.ics") +
                            ": line 1: not an iCalendar file: it does not start with "
-                           "BEGIN:VCALENDAR\n");
+                           "BEGIN:VCALENDAR; nothing was written\n");
 }
 
 struct Rejected {
@@ -323,12 +323,16 @@ struct Rejected {
 TEST_F(ImportCommand, RefusesWhatLibicalRejectsNamingTheLineAndWritesNothing) {
     const std::vector<Rejected> cases = {
         {"a bad date", Calendar(Event("a", {"DTSTART:soon", "SUMMARY:x"})), 7,
-         "Can't parse as DATE-TIME value in DTSTART property. Removing entire property: soon"},
+         "the DTSTART value 'soon' is not a date or a date and time"},
+        {"a bad rule", Calendar(Event("a", {"DTSTART:20260102T100000", "RRULE:FREQ=SOMETIMES"})), 8,
+         "the RRULE value 'FREQ=SOMETIMES' is not a repeat rule"},
+        {"an empty start", Calendar(Event("a", {"DTSTART:", "SUMMARY:x"})), 7,
+         "the DTSTART value '' is not a date or a date and time"},
         {"a line without a name",
          Calendar(Event("a", {"DTSTART:20260102T100000", "just words", "SUMMARY:x"})), 8,
-         "Got a data line, but could not find a property name or component begin tag: just words"},
+         "the line 'just words' is neither a property nor a BEGIN or END"},
         {"a bad parameter", Calendar(Event("a", {"DTSTART;=x:20260102T100000"})), 7,
-         "Can't parse parameter name: =x"},
+         "the parameters of DTSTART cannot be read: '=x'"},
         {"no calendar",
          {"BEGIN:VEVENT", "END:VEVENT"},
          1,
@@ -348,7 +352,7 @@ TEST_F(ImportCommand, RefusesWhatLibicalRejectsNamingTheLineAndWritesNothing) {
         SCOPED_TRACE(rejected.what);
         const CalRun run = ImportLines(rejected.lines);
         EXPECT_EQ(run.Status, kFileProblem);
-        EXPECT_EQ(run.Err, QStringLiteral("kelvane-cal: %1: line %2: %3\n")
+        EXPECT_EQ(run.Err, QStringLiteral("kelvane-cal: %1: line %2: %3; nothing was written\n")
                                .arg(Path("in.ics"))
                                .arg(rejected.line)
                                .arg(rejected.problem));
@@ -361,7 +365,7 @@ TEST_F(ImportCommand, FindsTheLineOfAnErrorAfterFoldedLines) {
     const CalRun run = ImportLines(Calendar(
         Event("a", {"SUMMARY:A long", " summary folded", "\tover three lines", "DTEND:tomorrow"})));
     EXPECT_EQ(run.Status, kFileProblem);
-    EXPECT_TRUE(run.Err.contains(": line 10: Can't parse as DATE-TIME value in DTEND property"))
+    EXPECT_TRUE(run.Err.contains(": line 10: the DTEND value 'tomorrow' is not a date"))
         << run.Err.toStdString();
 }
 
@@ -418,6 +422,80 @@ TEST_F(ImportCommand, HasHelp) {
     const CalRun run = RunCal({"import", "--help"});
     EXPECT_EQ(run.Status, kDone);
     EXPECT_TRUE(run.Out.startsWith("usage: kelvane-cal import IN.ics --year YYYY"));
+}
+
+// The one date of month `month` and day `day` in an imported calendar file.
+CalendarFileDate DateIn(const QString& fileName, int month, int day) {
+    for (const CalendarFileDate& date :
+         testing::ReadCalendarBytes(testing::ReadBytes(fileName)).Dates) {
+        if (date.Month == month && date.Day == day) {
+            return date;
+        }
+    }
+    ADD_FAILURE() << "no " << day << "/" << month << " in " << fileName.toStdString();
+    return {};
+}
+
+TEST_F(ImportCommand, KeepsValuesThatEndInAColon) {
+    const QString input = CalData("reader_values_ending_in_colon.ics");
+    const CalRun run = RunCal({"import", input, "--year", "2026", "-o", Path("out.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_EQ(run.Err, input + ": 3 events read; 3 occurrences in 2026 on 3 dates\n");
+    const CalendarFileDate todo = DateIn(Path("out.cal"), 3, 2);
+    EXPECT_EQ(todo.Entry.Title.Trimmed(), "To do:");
+    EXPECT_EQ(todo.Note, "Items:");
+    const CalendarFileDate agenda = DateIn(Path("out.cal"), 3, 3);
+    ASSERT_EQ(agenda.Schedule.size(), 1u);
+    EXPECT_EQ(agenda.Schedule[0].Description.Trimmed(), "Agenda:");
+    const CalendarFileDate review = DateIn(Path("out.cal"), 3, 4);
+    EXPECT_EQ(review.Entry.Title.Trimmed(), "Review");
+    EXPECT_EQ(review.Note, "text");
+}
+
+TEST_F(ImportCommand, PassesOverAnEmptyRdateOrExdateWithAWarning) {
+    const QString input = CalData("reader_empty_dates.ics");
+    const CalRun run = RunCal({"import", input, "--year", "2026", "-o", Path("out.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_EQ(run.Err, "kelvane-cal: warning: " + input +
+                           ": line 9: RDATE has no value; the line is left out\n"
+                           "kelvane-cal: warning: " +
+                           input + ": line 10: EXDATE has no value; the line is left out\n" +
+                           input + ": 1 event read; 3 occurrences in 2026 on 3 dates\n");
+    const CalendarFileContent content =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    ASSERT_EQ(content.Dates.size(), 3u);
+    EXPECT_EQ(content.Dates[2].Day, 19);
+}
+
+TEST_F(ImportCommand, SkipsBlankLinesInsideFoldedLinesWithOneWarning) {
+    const QString input = CalData("reader_blank_lines_in_folds.ics");
+    const CalRun run = RunCal({"import", input, "--year", "2026", "-o", Path("out.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_EQ(run.Err, "kelvane-cal: warning: " + input +
+                           ": line 3: a blank line inside a folded line is skipped (and 2 more "
+                           "like it)\n" +
+                           input + ": 1 event read; 1 occurrence in 2026 on 1 date\n");
+    EXPECT_EQ(DateIn(Path("out.cal"), 4, 10).Entry.Title.Trimmed(), "Spring cleaning");
+}
+
+TEST_F(ImportCommand, ReadsWindows1252TextWithOneWarning) {
+    const QString input = CalData("reader_windows_1252.ics");
+    const CalRun run = RunCal({"import", input, "--year", "2026", "-o", Path("out.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_EQ(run.Err, "kelvane-cal: warning: " + input +
+                           ": line 8: a line that is not UTF-8 is read as Windows-1252 (and 1 "
+                           "more like it)\n" +
+                           input + ": 1 event read; 1 occurrence in 2026 on 1 date\n");
+    const CalendarFileDate date = DateIn(Path("out.cal"), 5, 12);
+    EXPECT_EQ(date.Entry.Title.Trimmed(), QString::fromUtf8("Caf\u00e9 \u2013 \u20ac5"));
+    EXPECT_EQ(date.Note, QString::fromUtf8("Bring Ren\u00e9e\u2019s book"));
+}
+
+TEST_F(ImportCommand, SaysAFolderIsAFolder) {
+    const CalRun run = RunCal({"import", folder_.path(), "--year", "2026", "-o", Path("out.cal")});
+    EXPECT_EQ(run.Status, kFileProblem);
+    EXPECT_EQ(run.Err, "kelvane-cal: " + folder_.path() + ": is a folder, not an iCalendar file\n");
+    EXPECT_FALSE(QFileInfo::exists(Path("out.cal")));
 }
 
 // An existing calendar: 5 January with a title, a stand-up and a note, and
@@ -502,6 +580,48 @@ TEST_F(ImportCommand, WritesNothingWhenTheCalendarToMergeIntoIsDamaged) {
     EXPECT_EQ(run.Status, kFileProblem);
     EXPECT_EQ(run.Err, "kelvane-cal: " + damaged + ": line 2: a number was expected\n");
     EXPECT_FALSE(QFileInfo::exists(Path("out.cal")));
+}
+
+// A calendar file laid out as a leap year or not, with 1 January on `firstDay`
+// (1 = Sunday).
+CalendarFileContent LaidOut(bool leap, qint16 firstDay) {
+    CalendarFileContent content;
+    content.Settings.Year = leap ? 1 : -1;
+    content.Settings.FirstDay = firstDay;
+    return content;
+}
+
+TEST_F(ImportCommand, WarnsWhenTheCalendarMergedIntoShowsOtherWeekdays) {
+    struct Layout {
+        const char* what;
+        CalendarFileContent content;
+        QString from;  // the first date whose weekday differs; empty for none
+    };
+    const std::vector<Layout> layouts = {
+        {"2024's own", LaidOut(true, 2), "1 January"},
+        {"2026 as Kelvane saves it", LaidOut(true, 5), "1 March"},
+        {"2026's own", LaidOut(false, 5), ""},
+    };
+    for (const Layout& layout : layouts) {
+        SCOPED_TRACE(layout.what);
+        ASSERT_TRUE(testing::WriteCalendar(Path("mine.cal"), layout.content));
+        const CalRun run =
+            RunCal({"import", CalData("over_midnight.ics"), "--year", "2026", "--into",
+                    Path("mine.cal"), "-o", Path("merged.cal"), "--force"});
+        ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+        const QString warning =
+            QStringLiteral(
+                "kelvane-cal: warning: %1: it lays out a%2 with 1 January a %3, so "
+                "from %4 on the weekdays shown for it differ from those of 2026\n")
+                .arg(Path("mine.cal"),
+                     layout.content.Settings.Year > 0 ? " leap year" : " year that is not leap",
+                     layout.content.Settings.FirstDay == 2 ? "Monday" : "Thursday", layout.from);
+        if (layout.from.isEmpty()) {
+            EXPECT_FALSE(run.Err.contains("lays out")) << run.Err.toStdString();
+        } else {
+            EXPECT_TRUE(run.Err.startsWith(warning)) << run.Err.toStdString();
+        }
+    }
 }
 
 }  // namespace

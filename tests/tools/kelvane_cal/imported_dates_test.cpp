@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
+
+#include "kelvane_cal/ICalImport.h"
 #include "kelvane_cal/ImportedDates.h"
+#include "support/QtPrinting.h"
 
 namespace kelvane::cal {
 namespace {
@@ -177,6 +181,125 @@ TEST(ImportedDates, FillsUpAnExistingScheduleTo39AndKeepsAllItHeld) {
     EXPECT_EQ(schedule[0].Description.Trimmed(), "held 0");
     EXPECT_EQ(schedule[38].Description.Trimmed(), "new early");
     EXPECT_EQ(warnings, QStringList{"8 August: 1 activity after the 39 earliest left out"});
+}
+
+CalendarFileContent HeldCalendar(const QString& title, const QString& note) {
+    CalendarFileContent calendar;
+    CalendarFileDate date;
+    date.Month = 5;
+    date.Day = 12;
+    date.Entry.Title = title;
+    date.Note = note;
+    calendar.Dates = {date};
+    return calendar;
+}
+
+TEST(ImportedDates, FindsAHeldTitleThatHoldsTheSeparatorItself) {
+    CalendarFileContent calendar = HeldCalendar("Team; Offsite; Lunch", "");
+    ImportedDates dates;
+    dates.AddTitle(5, 12, "Team; Offsite");
+    dates.AddTitle(5, 12, "Lunch");
+    QStringList warnings;
+    dates.MergeInto(calendar, warnings);
+    EXPECT_EQ(calendar.Dates[0].Entry.Title.Trimmed(), "Team; Offsite; Lunch");
+    EXPECT_TRUE(warnings.isEmpty());
+}
+
+TEST(ImportedDates, AddsATitleThatIsOnlyTheStartOfAHeldPart) {
+    CalendarFileContent calendar = HeldCalendar("Teamwork", "");
+    ImportedDates dates;
+    dates.AddTitle(5, 12, "Team");
+    QStringList warnings;
+    dates.MergeInto(calendar, warnings);
+    EXPECT_EQ(calendar.Dates[0].Entry.Title.Trimmed(), "Teamwork; Team");
+}
+
+TEST(ImportedDates, AddsANoteThatIsOnlyPartOfAHeldLine) {
+    CalendarFileContent calendar = HeldCalendar("", "Room 12\r\nBring a pen");
+    ImportedDates dates;
+    dates.AddNote(5, 12, "Room 1");
+    dates.AddNote(5, 12, "Bring a pen");
+    dates.AddNote(5, 12, "Room 12\nBring a pen");
+    QStringList warnings;
+    dates.MergeInto(calendar, warnings);
+    EXPECT_EQ(calendar.Dates[0].Note, "Room 12\r\nBring a pen\r\nRoom 1");
+}
+
+TEST(ImportedDates, MergingTheSameTwiceChangesNothingTheSecondTime) {
+    const QString party = QStringLiteral("\U0001F389");
+    ImportedDates dates;
+    dates.AddTitle(5, 12, "Team; Offsite");
+    dates.AddTitle(5, 12, "Lunch");
+    dates.AddNote(5, 12, "Room 1");
+    dates.AddActivity(5, 12, QString(49, QLatin1Char('x')) + party + "more", {10, 0}, {11, 0});
+    CalendarFileContent calendar = HeldCalendar("Team", "Room 12");
+    QStringList warnings;
+    dates.MergeInto(calendar, warnings);
+    const CalendarFileContent once = calendar;
+    EXPECT_EQ(once.Dates[0].Entry.Title.Trimmed(), "Team; Team; Offsite; Lunch");
+    EXPECT_EQ(once.Dates[0].Note, "Room 12\r\nRoom 1");
+    ASSERT_EQ(once.Dates[0].Schedule.size(), 1u);
+    EXPECT_EQ(once.Dates[0].Schedule[0].Description.Trimmed(), QString(49, QLatin1Char('x')));
+    dates.MergeInto(calendar, warnings);
+    EXPECT_EQ(calendar, once);
+}
+
+TEST(ImportedDates, LeavesAFullTitleAndNoteAsTheyAre) {
+    const QString party = QStringLiteral("\U0001F389");
+    // Cut where the emoji would have been split: one unit short of full.
+    const QString title = QString(254, QLatin1Char('t'));
+    const QString note = QString(799, QLatin1Char('n'));
+    CalendarFileContent calendar = HeldCalendar(title, note);
+    ImportedDates dates;
+    dates.AddTitle(5, 12, title + party);
+    dates.AddNote(5, 12, note + party);
+    QStringList warnings;
+    dates.MergeInto(calendar, warnings);
+    EXPECT_EQ(calendar.Dates[0].Entry.Title.Trimmed(), title);
+    EXPECT_EQ(calendar.Dates[0].Note, note);
+}
+
+// The import of a sample file with its warnings, into a new calendar of 2026.
+CalendarFileContent ImportSample(const QString& name, ImportReport& report) {
+    QFile file(QStringLiteral(KELVANE_CAL_DATA_DIR "/") + name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    ImportedDates dates;
+    EXPECT_TRUE(ImportICalendar(file, {2026, nullptr}, dates, report))
+        << report.Problem.toStdString();
+    QStringList warnings;
+    return dates.NewCalendar(2026, warnings);
+}
+
+TEST(ImportICalendar, TakesAnEventThatEndsBeforeItStartsAsHavingNoEnd) {
+    ImportReport report;
+    const CalendarFileContent content = ImportSample("merge_end_before_start.ics", report);
+    const CalendarFileDate* second = Find(content, 1, 2);
+    ASSERT_NE(second, nullptr) << "an end a month early must not hide the event";
+    ASSERT_EQ(second->Schedule.size(), 1u);
+    EXPECT_EQ(second->Schedule[0].Description.Trimmed(), "Ends a month early");
+    EXPECT_EQ(second->Schedule[0].StartTime, (ClockTime{10, 0}));
+    EXPECT_EQ(second->Schedule[0].EndTime, (ClockTime{-1, 0}));
+    const CalendarFileDate* third = Find(content, 1, 3);
+    ASSERT_NE(third, nullptr);
+    EXPECT_EQ(third->Entry.Title.Trimmed(), "Backwards day");
+    EXPECT_EQ(Find(content, 1, 4), nullptr);
+    EXPECT_EQ(report.Warnings,
+              (QStringList{"line 4: an event that ends (DTEND 20251201T100000) before it starts "
+                           "(DTSTART 20260102T100000) is taken as having no end (and 1 more like "
+                           "it)",
+                           "line 11: an event with a DURATION of P999999999999999999W, longer "
+                           "than the years 1902 to 9999, is taken as having no end"}));
+}
+
+TEST(ImportICalendar, TakesAnEndlessDurationAsNoEndNotAsOneBelowZero) {
+    ImportReport report;
+    const CalendarFileContent content = ImportSample("merge_end_before_start.ics", report);
+    const CalendarFileDate* fifth = Find(content, 1, 5);
+    ASSERT_NE(fifth, nullptr);
+    ASSERT_EQ(fifth->Schedule.size(), 1u);
+    EXPECT_EQ(fifth->Schedule[0].Description.Trimmed(), "Goes on and on");
+    EXPECT_EQ(fifth->Schedule[0].EndTime, (ClockTime{-1, 0}));
+    EXPECT_FALSE(report.Warnings.join('\n').contains("before it starts (DTSTART 20260105"));
 }
 
 }  // namespace

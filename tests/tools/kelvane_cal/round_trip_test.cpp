@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "CalRun.h"
+#include "kelvane_cal/ImportedDates.h"
 
 namespace kelvane::cal {
 namespace {
@@ -13,7 +14,8 @@ using testing::RunCal;
 
 // Dates all over a leap year with titles, activities and notes, within the
 // limits an import keeps: at most 39 activities, notes of at most 800
-// characters, no activity that ends before it starts.
+// characters, no activity longer than a day. Some activities go past
+// midnight, the last one into the next year.
 CalendarFileContent BusyYear() {
     CalendarFileContent content;
     for (qint16 month = 1; month <= 12; ++month) {
@@ -30,6 +32,9 @@ CalendarFileContent BusyYear() {
                 const ClockTime end =
                     i % 2 == 0 ? ClockTime{-1, 0} : ClockTime{static_cast<qint16>(9 + i), 0};
                 date.Schedule.push_back(Activity(QStringLiteral("Task %1").arg(i), start, end));
+            }
+            if (day % 4 == 1) {
+                date.Schedule.push_back(Activity("Late show", {23, 0}, {1, 0}));
             }
             if (day % 3 == 0) {
                 date.Note = QStringLiteral("Line one\r\nLine two for %1/%2").arg(day).arg(month);
@@ -53,6 +58,12 @@ CalendarFileContent BusyYear() {
     const auto place = std::find_if(content.Dates.begin(), content.Dates.end(),
                                     [](const CalendarFileDate& d) { return d.Month > 2; });
     content.Dates.insert(place, full);
+    CalendarFileDate lastNight;
+    lastNight.Month = 12;
+    lastNight.Day = 31;
+    lastNight.Entry.Title = "New Year's Eve";
+    lastNight.Schedule.push_back(Activity("Party", {23, 0}, {1, 0}));
+    content.Dates.push_back(lastNight);
     return content;
 }
 
@@ -106,6 +117,62 @@ TEST(RoundTrip, ACalendarImportedFromItsOwnExportIntoItselfStaysTheSame) {
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     EXPECT_EQ(testing::ReadBytes(folder.filePath("same.cal")),
               testing::ReadBytes(folder.filePath("busy.cal")));
+}
+
+TEST(RoundTrip, KeepsAnActivityPastMidnightFromACalendarFile) {
+    QTemporaryDir folder;
+    const QString original = testing::CalData("export_over_midnight.cal");
+    CalRun run = RunCal({"export", original, "--year", "2026", "-o", folder.filePath("night.ics")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_EQ(run.Err, "");
+    run = RunCal({"import", folder.filePath("night.ics"), "--year", "2026", "-o",
+                  folder.filePath("back.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    const CalendarFileContent was = testing::ReadCalendarBytes(testing::ReadBytes(original));
+    const CalendarFileContent is =
+        testing::ReadCalendarBytes(testing::ReadBytes(folder.filePath("back.cal")));
+    ASSERT_EQ(is.Dates.size(), was.Dates.size());
+    for (std::size_t i = 0; i < was.Dates.size(); ++i) {
+        EXPECT_EQ(is.Dates[i].Schedule, was.Dates[i].Schedule);
+    }
+    ASSERT_FALSE(was.Dates.empty());
+    const CalendarFileDate& last = was.Dates.back();
+    EXPECT_EQ(last.Month, 12);
+    EXPECT_EQ(last.Day, 31);
+    ASSERT_EQ(last.Schedule.size(), 1u);
+    EXPECT_EQ(last.Schedule[0].EndTime, (ClockTime{1, 0}));
+}
+
+TEST(RoundTrip, ImportingTheSameFileIntoACalendarTwiceChangesNothingTheSecondTime) {
+    QTemporaryDir folder;
+    QStringList warnings;
+    CalendarFileContent held = ImportedDates().NewCalendar(2026, warnings);
+    CalendarFileDate date;
+    date.Month = 5;
+    date.Day = 12;
+    date.Entry.Title = "Team";
+    date.Note = "Room 12";
+    held.Dates = {date};
+    ASSERT_TRUE(testing::WriteCalendar(folder.filePath("held.cal"), held));
+
+    const QString input = testing::CalData("merge_twice.ics");
+    CalRun run = RunCal({"import", input, "--year", "2026", "--into", folder.filePath("held.cal"),
+                         "-o", folder.filePath("once.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    run = RunCal({"import", input, "--year", "2026", "--into", folder.filePath("once.cal"), "-o",
+                  folder.filePath("twice.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+
+    const CalendarFileContent once =
+        testing::ReadCalendarBytes(testing::ReadBytes(folder.filePath("once.cal")));
+    ASSERT_EQ(once.Dates.size(), 1u);
+    EXPECT_EQ(once.Dates[0].Entry.Title.Trimmed(), "Team; Team; Offsite; Lunch");
+    EXPECT_EQ(once.Dates[0].Note, "Room 12\r\nRoom 1\r\nBring the slides\r\nand the cake");
+    ASSERT_EQ(once.Dates[0].Schedule.size(), 1u);
+    EXPECT_EQ(once.Dates[0].Schedule[0].Description.Trimmed(),
+              "Launch of the new planner with everyone in the ha");
+    EXPECT_EQ(testing::ReadBytes(folder.filePath("twice.cal")),
+              testing::ReadBytes(folder.filePath("once.cal")));
 }
 
 }  // namespace
