@@ -25,8 +25,8 @@ const char* const kExportHelp =
     "                the file to write; '-' or none for the standard output\n"
     "  --uid-seed TEXT\n"
     "                the seed of the UIDs; without it the file's name without\n"
-    "                its folder, so that two files of the same name in different\n"
-    "                folders need seeds of their own\n"
+    "                its folder (give two files of the same name in different\n"
+    "                folders seeds of their own)\n"
     "  --force       replace OUT.ics when it exists\n";
 
 }  // namespace

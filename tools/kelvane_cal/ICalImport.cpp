@@ -1,8 +1,10 @@
 #include "kelvane_cal/ICalImport.h"
 
 #include <QMap>
+#include <QRegularExpression>
 
 #include <algorithm>
+#include <bitset>
 #include <vector>
 
 #include "kelvane_cal/ICalReader.h"
@@ -31,6 +33,49 @@ qint64 SecondsOf(const icaldurationtype& duration) {
         ((days * 24 + qint64{duration.hours}) * 60 + qint64{duration.minutes}) * 60 +
         qint64{duration.seconds};
     return duration.is_neg != 0 ? -seconds : seconds;
+}
+
+// Adds `count` units of `unitSeconds` to `total`; false, leaving it, when the
+// sum would pass kLongestLength (or overflow on the way there).
+bool AddUnits(qint64 count, qint64 unitSeconds, qint64& total) {
+    if (count > (kLongestLength - total) / unitSeconds) {
+        return false;
+    }
+    total += count * unitSeconds;
+    return true;
+}
+
+// The seconds of a DURATION as the file writes it ("P1W", "-PT90M",
+// "P2DT3H"); `tooLong` when it passes kLongestLength. False for a text that is
+// no DURATION, which libical's own reading then stands in for.
+bool SecondsOfText(const QString& text, qint64& seconds, bool& tooLong) {
+    static const QRegularExpression kDuration(QStringLiteral(
+        R"(^([+-]?)P(?:(\d+)W|(?:(\d+)D)?(?:T(?:(\d+)H)?(?:(\d+)M)?(?:(\d+)S)?)?)$)"));
+    const QRegularExpressionMatch match = kDuration.match(text.toUpper());
+    if (!match.hasMatch()) {
+        return false;
+    }
+    static const qint64 kUnits[] = {7 * kDay, kDay, 60 * 60, 60, 1};
+    qint64 total = 0;
+    bool anyUnit = false;
+    tooLong = false;
+    for (int unit = 0; unit < 5; ++unit) {
+        const QString digits = match.captured(unit + 2);
+        if (digits.isEmpty()) {
+            continue;
+        }
+        anyUnit = true;
+        bool fits = false;
+        const qint64 count = digits.toLongLong(&fits);
+        if (!fits || !AddUnits(count, kUnits[unit], total)) {
+            tooLong = true;
+        }
+    }
+    if (!anyUnit) {
+        return false;  // "P" or "PT" alone
+    }
+    seconds = match.captured(1) == QStringLiteral("-") ? -total : total;
+    return true;
 }
 
 // A property's value as libical read it, for a warning to show.
@@ -80,6 +125,15 @@ struct MovedOccurrence {
     QByteArray Zone;
 };
 
+// The days of the year (numbered from 1) an all-day event is placed on.
+struct DaysPlaced {
+    std::bitset<367> Days{1};  // day 0 is none, and counts as placed
+};
+
+int DaysInYear(int year) {
+    return icaltime_days_in_year(year);
+}
+
 // When an event starts and how long it lasts, in seconds. An event without
 // an end, or with one that makes no sense, has no length: 0, not below, so
 // that the search for its occurrences starts where it should.
@@ -116,7 +170,11 @@ class Importer {
 
     bool ReadZonesAndMoves(QIODevice& file);
     bool PlaceEvents(QIODevice& file);
-    void ReportWarnings() { tally_.Report(report_.Warnings); }
+    // The warnings about the file's text first, then the others by their first line.
+    void ReportWarnings() {
+        report_.Warnings << textWarnings_;
+        tally_.Report(report_.Warnings);
+    }
 
   private:
     bool Failed(const ICalendarReader& reader);
@@ -126,7 +184,9 @@ class Importer {
     void TakeEnd(icalproperty* start, icalproperty* end, int line, bool& unknownZone,
                  EventShape& shape);
     void TakeDuration(icalproperty* duration, int line, EventShape& shape);
-    void PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
+    // False once every day of the year has the event.
+    bool PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start,
+                     DaysPlaced& placed);
     void PlaceTimed(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
     icaltimetype Local(const icaltimetype& time) const;
 
@@ -140,8 +200,10 @@ class Importer {
     std::vector<MovedOccurrence> pendingMoves_;
     MovedOccurrences moved_;
     WarningTally tally_;
-    // The reader of the event being placed, for the file's own text of a value.
-    const ICalendarReader* lastRead_ = nullptr;
+    // The DURATION of the event being placed as the file writes it: libical
+    // wraps a number too large for it, so the length is read from this text.
+    QString writtenDuration_;
+    QStringList textWarnings_;
 };
 
 bool Importer::Failed(const ICalendarReader& reader) {
@@ -199,11 +261,14 @@ bool Importer::PlaceEvents(QIODevice& file) {
     while (reader.Next(component, line)) {
         if (icalcomponent_isa(component.get()) == ICAL_VEVENT_COMPONENT) {
             ++report_.Events;
-            lastRead_ = &reader;
+            writtenDuration_ =
+                icalcomponent_get_first_property(component.get(), ICAL_DURATION_PROPERTY) != nullptr
+                    ? reader.RawValue("DURATION")
+                    : QString();
             PlaceEvent(component.get(), line);
-            lastRead_ = nullptr;
         }
     }
+    textWarnings_ = reader.TextWarnings();
     for (const auto& [number, warning] : reader.Warnings()) {
         tally_.Add(warning + QStringLiteral("; the line is left out"), number);
     }
@@ -252,22 +317,25 @@ void Importer::TakeEnd(icalproperty* start, icalproperty* end, int line, bool& u
 }
 
 void Importer::TakeDuration(icalproperty* duration, int line, EventShape& shape) {
-    const qint64 length = SecondsOf(icalproperty_get_duration(duration));
+    qint64 length = 0;
+    bool tooLong = false;
+    if (!SecondsOfText(writtenDuration_, length, tooLong)) {
+        length = SecondsOf(icalproperty_get_duration(duration));
+    }
+    const QString written = writtenDuration_.isEmpty() ? ValueOf(duration) : writtenDuration_;
     if (length < 0) {
         tally_.Add(kEndsBeforeStart,
                    QStringLiteral("an event with a DURATION below zero (%1) is taken as having "
                                   "no end")
-                       .arg(ValueOf(duration)),
+                       .arg(written),
                    line);
         return;
     }
-    if (length > kLongestLength) {
-        // libical wraps a number too large for it, so the file's own text is shown.
-        const QString written = lastRead_ != nullptr ? lastRead_->RawValue("DURATION") : QString();
+    if (tooLong || length > kLongestLength) {
         tally_.Add(kEndlessDuration,
                    QStringLiteral("an event with a DURATION of %1, longer than the years 1902 to "
                                   "9999, is taken as having no end")
-                       .arg(written.isEmpty() ? ValueOf(duration) : written),
+                       .arg(written),
                    line);
         return;
     }
@@ -298,17 +366,19 @@ void Importer::PlaceEvent(icalcomponent* event, int line) {
     for (const QString& problem : problems) {
         tally_.Add(problem, line);
     }
+    // Occurrences of a long all-day event overlap; each day is placed once.
+    DaysPlaced placed;
     for (const icaltimetype& start : starts) {
-        if (shape.Start.is_date) {
-            PlaceAllDay(event, shape, start);
-        } else {
+        if (!shape.Start.is_date) {
             PlaceTimed(event, shape, start);
+        } else if (!PlaceAllDay(event, shape, start, placed)) {
+            break;
         }
     }
 }
 
-void Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape,
-                           const icaltimetype& start) {
+bool Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start,
+                           DaysPlaced& placed) {
     const qint64 days = shape.HasLength ? std::max<qint64>(shape.Length / kDay, 1) : 1;
     // Only the days in the year are visited, however long the event.
     const qint64 startKey = TimeKey(start);
@@ -319,10 +389,16 @@ void Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape,
     for (qint64 offset = firstDay; offset < endDay; ++offset) {
         icaltimetype date = start;
         icaltime_adjust(&date, static_cast<int>(offset), 0, 0, 0);
+        const int dayOfYear = icaltime_day_of_year(date);
+        if (placed.Days.test(static_cast<std::size_t>(dayOfYear))) {
+            continue;
+        }
+        placed.Days.set(static_cast<std::size_t>(dayOfYear));
         ++report_.Occurrences;
         dates_.AddTitle(date.month, date.day, summary);
         dates_.AddNote(date.month, date.day, description);
     }
+    return placed.Days.count() < static_cast<std::size_t>(DaysInYear(request_.Year)) + 1;
 }
 
 icaltimetype Importer::Local(const icaltimetype& time) const {

@@ -76,6 +76,12 @@ bool HasNoValue(const QByteArray& line) {
     return ValueStart(line) == line.size();
 }
 
+// "RDATE: " and the like: a value of blanks alone.
+bool HasBlankValue(const QByteArray& line) {
+    const qsizetype start = ValueStart(line);
+    return start >= 0 && line.mid(start).trimmed().isEmpty();
+}
+
 // What a property that says when an event happens must hold, for the message
 // that stops the reading.
 QString WhatItHolds(const QByteArray& name) {
@@ -270,23 +276,17 @@ QStringList ICalendarReader::TextWarnings() const {
     return warnings;
 }
 
-void ICalendarReader::SkimText() {
-    QByteArray line;
-    int number = 0;
-    while (NextContentLine(line, number)) {
-    }
-}
-
 // A property without a value says nothing: many programs write
 // "DESCRIPTION:", which libical refuses, so it is passed over. An empty RDATE
 // or EXDATE adds or takes away no date and is passed over with a warning; any
 // other empty property that says when an event happens stops the reading.
 bool ICalendarReader::PassesOverEmpty(const QByteArray& line, int number) {
-    if (!HasNoValue(line)) {
+    const QByteArray name = PropertyName(line);
+    const bool listsDates = name == "RDATE" || name == "EXDATE";
+    if (!HasNoValue(line) && !(listsDates && HasBlankValue(line))) {
         return false;
     }
-    const QByteArray name = PropertyName(line);
-    if (name == "RDATE" || name == "EXDATE") {
+    if (listsDates) {
         warnings_.emplace_back(number,
                                QStringLiteral("%1 has no value").arg(QString::fromUtf8(name)));
         return true;

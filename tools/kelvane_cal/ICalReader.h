@@ -44,9 +44,6 @@ class ICalendarReader {
     // not UTF-8 is read as Windows-1252", one for each kind, naming its first
     // line and counting the others.
     QStringList TextWarnings() const;
-    // Reads the rest of the file's lines without handing them to libical, to
-    // learn its TextWarnings.
-    void SkimText();
 
   private:
     enum class Place { BeforeCalendar, InCalendar, InComponent, AfterCalendar };

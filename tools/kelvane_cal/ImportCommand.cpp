@@ -8,7 +8,6 @@
 #include "kelvane_cal/FileYear.h"
 #include "kelvane_cal/Files.h"
 #include "kelvane_cal/ICalImport.h"
-#include "kelvane_cal/ICalReader.h"
 #include "kelvane_cal/ZoneBook.h"
 #include "store/Module1.h"
 
@@ -115,23 +114,17 @@ bool OpenInput(const QString& fileName, QFile& input, QString& problem) {
         problem = FolderProblem(fileName, QStringLiteral("an iCalendar file"));
         return false;
     }
-    if (!info.isFile() || !input.open(QIODevice::ReadOnly)) {
+    if (info.exists() && !info.isFile()) {
+        problem = QStringLiteral("%1: is not a regular file").arg(fileName);
+        return false;
+    }
+    if (!input.open(QIODevice::ReadOnly)) {
         problem = QStringLiteral("%1: cannot be read: %2")
                       .arg(fileName,
                            info.exists() ? input.errorString() : QStringLiteral("no such file"));
         return false;
     }
     return true;
-}
-
-// The warnings about the input's text as a whole (not UTF-8, blank lines in
-// folded lines), from a quick reading of its lines before the import.
-QStringList TextWarningsOf(QFile& input) {
-    ICalendarReader reader(input);
-    reader.SkimText();
-    const QStringList warnings = reader.TextWarnings();
-    input.seek(0);
-    return warnings;
 }
 
 // Whether a calendar file that lays out `layout` shows the weekdays of `year`.
@@ -174,7 +167,6 @@ int Import(const ImportWords& words, QTextStream& out, QTextStream& err) {
     if (!OpenInput(words.Input, input, problem)) {
         return FileError(problem, err);
     }
-    const QStringList textWarnings = TextWarningsOf(input);
     ImportedDates dates;
     ImportReport report;
     if (!ImportICalendar(input, {words.Year, words.Zone}, dates, report)) {
@@ -182,7 +174,7 @@ int Import(const ImportWords& words, QTextStream& out, QTextStream& err) {
                              .arg(words.Input, QString::number(report.ProblemLine), report.Problem),
                          err);
     }
-    QStringList warnings = textWarnings + report.Warnings;
+    QStringList warnings = report.Warnings;
     if (!words.ZoneWarning.isEmpty()) {
         Warn(words.ZoneWarning, err);
     }

@@ -52,6 +52,17 @@ bool HoldsWhole(const QString& held, const QString& part, const QString& separat
            held.contains(separator + part + separator);
 }
 
+// Whether a full `held` text ends in the beginning of `part`, as it does when
+// the part was cut to fit by an earlier import of the same file.
+bool HoldsCut(const QString& held, const QString& part, const QString& separator, qsizetype limit) {
+    if (held.size() < limit - 1) {  // a cut may drop one unit of a pair
+        return false;
+    }
+    const qsizetype at = held.lastIndexOf(separator);
+    const QString tail = at < 0 ? held : held.mid(at + separator.size());
+    return !tail.isEmpty() && tail.size() < part.size() && part.startsWith(tail);
+}
+
 // `held` followed by the `parts` it does not hold yet, each after `separator`,
 // within `limit` characters; a cut never splits a character in two. False
 // when something had to be cut. A date that lacks nothing keeps its text as
@@ -64,7 +75,7 @@ bool AddMissingParts(const QString& held, const QStringList& parts, const QStrin
         all << held;
     }
     for (const QString& part : parts) {
-        if (!HoldsWhole(held, part, separator)) {
+        if (!HoldsWhole(held, part, separator) && !HoldsCut(held, part, separator, limit)) {
             all << part;
         }
     }

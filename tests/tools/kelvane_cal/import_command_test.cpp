@@ -467,6 +467,24 @@ TEST_F(ImportCommand, PassesOverAnEmptyRdateOrExdateWithAWarning) {
     EXPECT_EQ(content.Dates[2].Day, 19);
 }
 
+TEST_F(ImportCommand, PassesOverAnRdateOrExdateOfBlanksAlone) {
+    const QString input = CalData("reader_blank_dates.ics");
+    const CalRun run = RunCal({"import", input, "--year", "2026", "-o", Path("out.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_EQ(run.Err, "kelvane-cal: warning: " + input +
+                           ": line 9: RDATE has no value; the line is left out\n"
+                           "kelvane-cal: warning: " +
+                           input + ": line 10: EXDATE has no value; the line is left out\n" +
+                           input + ": 1 event read; 1 occurrence in 2026 on 1 date\n");
+}
+
+TEST_F(ImportCommand, SaysWhenTheInputIsNoRegularFile) {
+    const CalRun run = RunCal({"import", "/dev/null", "--year", "2026", "-o", Path("out.cal")});
+    EXPECT_EQ(run.Status, kFileProblem);
+    EXPECT_EQ(run.Err, "kelvane-cal: /dev/null: is not a regular file\n");
+    EXPECT_FALSE(QFileInfo::exists(Path("out.cal")));
+}
+
 TEST_F(ImportCommand, SkipsBlankLinesInsideFoldedLinesWithOneWarning) {
     const QString input = CalData("reader_blank_lines_in_folds.ics");
     const CalRun run = RunCal({"import", input, "--year", "2026", "-o", Path("out.cal")});

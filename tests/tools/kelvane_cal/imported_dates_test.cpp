@@ -205,6 +205,34 @@ TEST(ImportedDates, FindsAHeldTitleThatHoldsTheSeparatorItself) {
     EXPECT_TRUE(warnings.isEmpty());
 }
 
+TEST(ImportedDates, TakesATitleAndANoteCutByAnEarlierImportAsHeld) {
+    const QString longTitle = QString(300, QLatin1Char('t'));
+    const QString longNote = QString(900, QLatin1Char('n'));
+    CalendarFileContent calendar = HeldCalendar(longTitle.left(255), longNote.left(800));
+    ImportedDates dates;
+    dates.AddTitle(5, 12, longTitle);
+    dates.AddNote(5, 12, longNote);
+    QStringList warnings;
+    dates.MergeInto(calendar, warnings);
+    EXPECT_EQ(calendar.Dates[0].Entry.Title.Trimmed(), longTitle.left(255));
+    EXPECT_EQ(calendar.Dates[0].Note, longNote.left(800));
+    EXPECT_TRUE(warnings.isEmpty()) << warnings.join('\n').toStdString();
+}
+
+// A title of separate imported parts that the held title already shows, as
+// parts or as a run of them, is taken as held: the date reads the same.
+TEST(ImportedDates, TakesTitlesThatAreHeldPartsAsHeld) {
+    CalendarFileContent calendar = HeldCalendar("Team; Offsite", "Room 12\r\nBring a pen");
+    ImportedDates dates;
+    dates.AddTitle(5, 12, "Team");
+    dates.AddTitle(5, 12, "Offsite");
+    dates.AddNote(5, 12, "Bring a pen");
+    QStringList warnings;
+    dates.MergeInto(calendar, warnings);
+    EXPECT_EQ(calendar.Dates[0].Entry.Title.Trimmed(), "Team; Offsite");
+    EXPECT_EQ(calendar.Dates[0].Note, "Room 12\r\nBring a pen");
+}
+
 TEST(ImportedDates, AddsATitleThatIsOnlyTheStartOfAHeldPart) {
     CalendarFileContent calendar = HeldCalendar("Teamwork", "");
     ImportedDates dates;
@@ -300,6 +328,28 @@ TEST(ImportICalendar, TakesAnEndlessDurationAsNoEndNotAsOneBelowZero) {
     EXPECT_EQ(fifth->Schedule[0].Description.Trimmed(), "Goes on and on");
     EXPECT_EQ(fifth->Schedule[0].EndTime, (ClockTime{-1, 0}));
     EXPECT_FALSE(report.Warnings.join('\n').contains("before it starts (DTSTART 20260105"));
+}
+
+TEST(ImportICalendar, ReadsTheLengthOfADurationFromTheFilesOwnText) {
+    ImportReport report;
+    const CalendarFileContent content = ImportSample("merge_wrapping_durations.ics", report);
+    for (int day : {5, 6, 7}) {
+        const CalendarFileDate* date = Find(content, 1, day);
+        ASSERT_NE(date, nullptr) << day;
+        ASSERT_EQ(date->Schedule.size(), 1u) << day;
+        EXPECT_EQ(date->Schedule[0].EndTime, (ClockTime{-1, 0})) << "longer than a day, " << day;
+    }
+    EXPECT_EQ(report.Warnings,
+              QStringList{"line 4: an event with a DURATION of P4294967296D, longer than the years "
+                          "1902 to 9999, is taken as having no end (and 1 more like it)"});
+}
+
+TEST(ImportICalendar, PlacesEachDayOfALongRepeatingAllDayEventOnce) {
+    ImportReport report;
+    const CalendarFileContent content = ImportSample("merge_long_daily.ics", report);
+    EXPECT_EQ(content.Dates.size(), 365u);
+    EXPECT_EQ(report.Occurrences, 365);
+    EXPECT_EQ(Find(content, 7, 4)->Entry.Title.Trimmed(), "Always");
 }
 
 }  // namespace
