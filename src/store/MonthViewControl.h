@@ -32,32 +32,6 @@ class MonthViewControl : public MonthViewQueries {
     virtual void HoldRedraws(bool hold) = 0;
 };
 
-// Keeps the month view's selection across a walk that selects other dates for
-// its own needs: redraws are held meanwhile, and the date selected before, if
-// any, is selected again at the end. The grid thus keeps highlighting the date
-// the commands act on.
-class SelectionKept {
-  public:
-    explicit SelectionKept(MonthViewControl& monthView) : monthView_(monthView) {
-        monthView_.GetDate(year_, month_, day_);
-        monthView_.HoldRedraws(true);
-    }
-    ~SelectionKept() {
-        if (day_ > 0 && month_ > 0) {
-            monthView_.SetDate(year_, month_, day_);
-        }
-        monthView_.HoldRedraws(false);
-    }
-    SelectionKept(const SelectionKept&) = delete;
-    SelectionKept& operator=(const SelectionKept&) = delete;
-
-  private:
-    MonthViewControl& monthView_;
-    qint16 year_ = 0;
-    qint16 month_ = 0;
-    qint16 day_ = 0;
-};
-
 // Holds the month view's redraws for the length of a walk over its dates.
 class RedrawsHeld {
   public:
@@ -70,6 +44,31 @@ class RedrawsHeld {
 
   private:
     MonthViewControl& monthView_;
+};
+
+// Keeps the month view's selection across a walk that selects other dates for
+// its own needs: redraws are held meanwhile, and the date selected before, if
+// any, is selected again at the end, before the held redraws are released.
+// The grid thus keeps highlighting the date the commands act on.
+class SelectionKept {
+  public:
+    explicit SelectionKept(MonthViewControl& monthView) : monthView_(monthView), held_(monthView) {
+        monthView_.GetDate(year_, month_, day_);
+    }
+    ~SelectionKept() {
+        if (day_ > 0 && month_ > 0) {
+            monthView_.SetDate(year_, month_, day_);
+        }
+    }
+    SelectionKept(const SelectionKept&) = delete;
+    SelectionKept& operator=(const SelectionKept&) = delete;
+
+  private:
+    MonthViewControl& monthView_;
+    RedrawsHeld held_;
+    qint16 year_ = 0;
+    qint16 month_ = 0;
+    qint16 day_ = 0;
 };
 
 }  // namespace kelvane

@@ -26,11 +26,16 @@ QByteArray NameAfter(const QByteArray& line, const char* keyword) {
     return line.mid(length + 1).trimmed().toUpper();
 }
 
+// `line` read by libical on its own, as a property of a `kind` component.
+ComponentPtr ParseAlone(const QByteArray& kind, const QByteArray& line) {
+    const QByteArray text = "BEGIN:" + kind + "\r\n" + line + "\r\nEND:" + kind + "\r\n";
+    return ComponentPtr(icalparser_parse_string(text.constData()));
+}
+
 // The error libical marks in `line` read as a property of a `kind` component,
 // or nothing.
 QString LineError(const QByteArray& kind, const QByteArray& line) {
-    const QByteArray text = "BEGIN:" + kind + "\r\n" + line + "\r\nEND:" + kind + "\r\n";
-    ComponentPtr parsed(icalparser_parse_string(text.constData()));
+    const ComponentPtr parsed = ParseAlone(kind, line);
     return parsed == nullptr ? QStringLiteral("libical cannot read this line")
                              : FirstParseError(parsed.get());
 }
@@ -100,8 +105,7 @@ QString WhatItHolds(const QByteArray& name) {
 // The kind of the first error libical marks in `line` read as a property of a
 // `kind` component.
 icalparameter_xlicerrortype LineErrorType(const QByteArray& kind, const QByteArray& line) {
-    const QByteArray text = "BEGIN:" + kind + "\r\n" + line + "\r\nEND:" + kind + "\r\n";
-    ComponentPtr parsed(icalparser_parse_string(text.constData()));
+    const ComponentPtr parsed = ParseAlone(kind, line);
     icalproperty* error =
         parsed == nullptr ? nullptr
                           : icalcomponent_get_first_property(parsed.get(), ICAL_XLICERROR_PROPERTY);

@@ -8,6 +8,7 @@
 #include "kelvane_cal/FileYear.h"
 #include "kelvane_cal/Files.h"
 #include "kelvane_cal/ICalImport.h"
+#include "kelvane_cal/ImportedDates.h"
 #include "kelvane_cal/ZoneBook.h"
 #include "store/Module1.h"
 
@@ -127,14 +128,12 @@ bool OpenInput(const QString& fileName, QFile& input, QString& problem) {
     return true;
 }
 
-// Whether a calendar file that lays out `layout` shows the weekdays of `year`.
-// Kelvane saves every calendar with a leap year's layout, so a file may lay out
-// 1 January of a year that is not leap on its own weekday and still differ from
-// 1 March on. Empty when they agree; otherwise the first date that differs.
+// The first date from which a calendar laid out as `layout` shows other
+// weekdays than `year` has: 1 January when the weekday of 1 January differs,
+// 1 March when only the leap flag does (Kelvane saves every calendar as a leap
+// year), or nothing when they agree.
 QString FirstDifferentDate(const FileYear& layout, int year) {
-    const QDate first(year, 1, 1);
-    const int firstWeekday = first.dayOfWeek() % 7 + 1;  // 1 = Sunday .. 7 = Saturday
-    if (layout.FirstWeekday() != firstWeekday) {
+    if (layout.FirstWeekday() != FirstWeekdayOfYear(year)) {
         return DayAndMonth(1, 1);
     }
     return layout.IsLeap() != QDate::isLeapYear(year) ? DayAndMonth(3, 1) : QString();
