@@ -3,6 +3,7 @@
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 
 #include "gui/NamedWidgets.h"
@@ -30,6 +31,7 @@ frmColourFill::frmColourFill(Store& store, MonthViewControl& monthView, QWidget*
     setWindowTitle(QStringLiteral("Colour Fill"));
     setModal(true);
     BuildControls();
+    SetUpKeyboard();
     Form_Load();
     Connect();
 }
@@ -79,6 +81,21 @@ void frmColourFill::BuildControls() {
     layout->addLayout(buttons, 1, 0, 1, 2);
     layout->setColumnStretch(1, 1);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+// Tab reads the run's settings on the left, then what to fill and the colours
+// on the right, then the buttons. "Fill What?" stands before the boxes it asks
+// about; the end date's box has no label of its own.
+void frmColourFill::SetUpKeyboard() {
+    Label2->setBuddy(lstDateFrom);
+    Label1->setBuddy(txtUnit);
+    Label4->setBuddy(chkFill[0]);
+    // Qt names boxes, not lists, after their labels.
+    lstDateFrom->setAccessibleName(Label2->text());
+    txtDateTo->setAccessibleName(QStringLiteral("Last date"));
+    SetTabOrder(QList<QWidget*>{lstDateFrom, txtDateTo, txtUnit, optUnit[0], optUnit[1], chkFill[0],
+                                chkFill[1]} +
+                Colours->TabOrder() + QList<QWidget*>{cmdDoIt, cmdCancel});
 }
 
 void frmColourFill::Connect() {
@@ -142,6 +159,14 @@ void frmColourFill::cmdDoIt_Click() {
 
 void frmColourFill::cmdCancel_Click() {
     reject();
+}
+
+void frmColourFill::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        cmdCancel_Click();
+        return;
+    }
+    QDialog::keyPressEvent(event);
 }
 
 void frmColourFill::ShowEndDate() {

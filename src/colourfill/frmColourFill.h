@@ -59,8 +59,13 @@ class frmColourFill final : public QDialog {
     ColourChoice FontColour;
     ColourChoice BackColour;
 
+  protected:
+    // Escape answers as Cancel does.
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     void BuildControls();
+    void SetUpKeyboard();
     void Connect();
     void Form_Load();
     void ShowEndDate();

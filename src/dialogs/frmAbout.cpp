@@ -30,6 +30,7 @@ frmAbout::frmAbout(QWidget* parent)
 
 void frmAbout::BuildControls() {
     Image1->setPixmap(ProgramPicture(64));
+    Image1->setAccessibleName(QStringLiteral("Kelvane picture"));
     QFont title = lblTitle->font();
     title.setBold(true);
     title.setPointSizeF(title.pointSizeF() * 1.4);
@@ -37,6 +38,7 @@ void frmAbout::BuildControls() {
     // A sunken line between the program's description and the disclaimer.
     Label1->setFrameShape(QFrame::HLine);
     Label1->setFrameShadow(QFrame::Sunken);
+    Label1->setAccessibleName(QStringLiteral("Separator"));
     lblDisclaimer->setWordWrap(true);
     lblDescription->setWordWrap(true);
     auto* buttons = new QHBoxLayout;

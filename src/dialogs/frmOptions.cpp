@@ -44,6 +44,7 @@ frmOptions::frmOptions(Store& store, Calender& calender1, QWidget* parent)
     setModal(true);
     calender2View->SetEvents(calender2_.get());
     BuildControls();
+    SetUpKeyboard();
     Form_Load();
     Connect();
 }
@@ -91,6 +92,20 @@ void frmOptions::BuildControls() {
     layout->addWidget(calender2View, 0, 1);
     layout->addLayout(buttons, 1, 0, 1, 2);
     layout->setColumnStretch(1, 1);
+}
+
+// Tab reads the frame on the left top to bottom, then OK and Cancel; the
+// preview only shows. The colour list and boxes have no labels on screen.
+void frmOptions::SetUpKeyboard() {
+    lblFontName->setBuddy(cmbFontName);
+    lblFontSize->setBuddy(txtFontSize);
+    lstColourList->setAccessibleName(QStringLiteral("Colour list"));
+    txtRed->setAccessibleName(QStringLiteral("Red"));
+    txtGreen->setAccessibleName(QStringLiteral("Green"));
+    txtBlue->setAccessibleName(QStringLiteral("Blue"));
+    calender2View->setAccessibleName(QStringLiteral("Preview"));
+    SetTabOrder({cmbFontName, txtFontSize, lstColourList, cmdColour, txtRed, txtGreen, txtBlue,
+                 chkAbsolute, chkEnabled, cmdOK, cmdCancel});
 }
 
 void frmOptions::Connect() {

@@ -76,6 +76,7 @@ class frmOptions final : public QDialog {
 
   private:
     void BuildControls();
+    void SetUpKeyboard();
     void Connect();
     void Form_Load();
     void ListColours();

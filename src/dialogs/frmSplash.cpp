@@ -33,6 +33,7 @@ void frmSplash::BuildControls() {
     fraMainFrame->setFrameShape(QFrame::Box);
     fraMainFrame->setLineWidth(2);
     Image1->setPixmap(ProgramPicture(96));
+    Image1->setAccessibleName(QStringLiteral("Kelvane picture"));
     QFont product = lblProductName->font();
     product.setPointSizeF(product.pointSizeF() * 2.6);
     product.setBold(true);

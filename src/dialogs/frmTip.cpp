@@ -41,6 +41,7 @@ void frmTip::BuildControls() {
     lblTipText->setMinimumSize(360, 96);
     auto* picture = new QLabel(Picture1);
     picture->setPixmap(ProgramPicture(48));
+    picture->setAccessibleName(QStringLiteral("Kelvane picture"));
     picture->setAlignment(Qt::AlignTop);
     auto* texts = new QVBoxLayout;
     texts->addWidget(Label1);
@@ -55,6 +56,7 @@ void frmTip::BuildControls() {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Picture1, 1);
     layout->addLayout(buttons);
+    SetTabOrder({cmdNextTip, cmdOK});
 }
 
 void frmTip::Form_Load() {

@@ -41,6 +41,7 @@ ColourChoiceControls::ColourChoiceControls(QWidget* page, ColourDialogs& dialogs
     lblSample->setFrameShape(QFrame::Panel);
     lblSample->setFrameShadow(QFrame::Sunken);
     BuildColumns();
+    NameBoxes();
     Connect();
 }
 
@@ -67,6 +68,27 @@ void ColourChoiceControls::BuildColumns() {
     };
     addColumn(cmdFontCol, chkFCValid, chkFCAbsolute, {txtFCred, txtFCgreen, txtFCBlue});
     addColumn(cmdBackCol, chkBCValid, chkBCAbsolute, {txtBCRed, txtBCGreen, txtBCblue});
+}
+
+// The boxes have no label of their own and both columns' check boxes read the
+// same: only their place says which colour they belong to, and a screen reader
+// cannot see that.
+void ColourChoiceControls::NameBoxes() {
+    chkFCValid->setAccessibleDescription(QStringLiteral("Font colour"));
+    chkFCAbsolute->setAccessibleDescription(QStringLiteral("Font colour"));
+    chkBCValid->setAccessibleDescription(QStringLiteral("Back colour"));
+    chkBCAbsolute->setAccessibleDescription(QStringLiteral("Back colour"));
+    txtFCred->setAccessibleName(QStringLiteral("Font colour red"));
+    txtFCgreen->setAccessibleName(QStringLiteral("Font colour green"));
+    txtFCBlue->setAccessibleName(QStringLiteral("Font colour blue"));
+    txtBCRed->setAccessibleName(QStringLiteral("Back colour red"));
+    txtBCGreen->setAccessibleName(QStringLiteral("Back colour green"));
+    txtBCblue->setAccessibleName(QStringLiteral("Back colour blue"));
+}
+
+QList<QWidget*> ColourChoiceControls::TabOrder() const {
+    return {cmdFontCol, chkFCValid, chkFCAbsolute, txtFCred, txtFCgreen, txtFCBlue,
+            cmdBackCol, chkBCValid, chkBCAbsolute, txtBCRed, txtBCGreen, txtBCblue};
 }
 
 void ColourChoiceControls::Connect() {

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QList>
 #include <QPushButton>
 #include <QWidget>
 
@@ -29,6 +30,9 @@ class ColourChoiceControls final : public QObject {
     void Attach(ColourChoice& font, ColourChoice& back);
     // Colours the sample as the two choices make it, on the page's background.
     void RedrawSample();
+    // The controls as Tab walks them: the font colour's column, then the back
+    // colour's, each from its button down to its boxes.
+    QList<QWidget*> TabOrder() const;
 
     void txtFCred_KeyUp() { Box_KeyUp(txtFCred, font_->Red); }
     void txtFCgreen_KeyUp() { Box_KeyUp(txtFCgreen, font_->Green); }
@@ -64,6 +68,7 @@ class ColourChoiceControls final : public QObject {
 
   private:
     void BuildColumns();
+    void NameBoxes();
     void Connect();
     void ShowValues();
     void Box_KeyUp(const QLineEdit* box, qint16& component);

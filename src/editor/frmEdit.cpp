@@ -3,6 +3,8 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "gui/NamedWidgets.h"
@@ -43,6 +45,7 @@ frmEdit::frmEdit(Store& store, const MonthViewControl& monthView, QWidget* paren
     cmdOK = NamedButton(this, "cmdOK", QStringLiteral("OK"));
     cmdCancel = NamedButton(this, "cmdCancel", QStringLiteral("Cancel"));
     ArrangePages();
+    SetUpKeyboard();
     Connect();
     Form_Load(monthView);
 }
@@ -58,6 +61,7 @@ void frmEdit::BuildOutlookPage(QWidget* page) {
     layout->addWidget(Colours->lblSample, 1, 0, 1, 2);
     layout->addWidget(Colours->Columns, 2, 0, 1, 2);
     layout->setRowStretch(1, 1);
+    Label1->setBuddy(txtTitle);
 }
 
 void frmEdit::BuildSchedulePage(QWidget* page) {
@@ -96,10 +100,19 @@ void frmEdit::BuildSchedulePage(QWidget* page) {
     layout->addWidget(lstSchedule, 1);
     layout->addLayout(fields);
     layout->addLayout(buttons);
+    Label5->setBuddy(lstSchedule);
+    // A list is not named after its label by Qt, as boxes are.
+    lstSchedule->setAccessibleName(QStringLiteral("Current Schedule"));
+    Label6->setBuddy(txtAppointNum);
+    Label3->setBuddy(txtStartTime);
+    Label4->setBuddy(txtEndTime);
+    Label2->setBuddy(txtAppDescription);
 }
 
 void frmEdit::BuildNotesPage(QWidget* page) {
     txtNotes = NamedWidget<QPlainTextEdit>(page, "txtNotes");
+    // The page's tab names the box on screen; a screen reader needs its own.
+    txtNotes->setAccessibleName(QStringLiteral("Notes"));
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(txtNotes);
 }
@@ -135,6 +148,45 @@ void frmEdit::ArrangePages() {
     lblDate->setGeometry(frame->x(), below, cmdOK->x() - frame->x() - margin, button.height());
     setFixedSize(right + left, below + button.height() + margin);
     pagePosition_ = QPoint(left, top);
+}
+
+// Tab goes from the tab strip through the page shown to OK and Cancel; the
+// hidden pages' controls are passed over. Ctrl+Tab and Ctrl+Page Down turn to
+// the next page, with Shift or Page Up to the one before, as tab strips do.
+void frmEdit::SetUpKeyboard() {
+    SetTabOrder(QList<QWidget*>{tabEdit, txtTitle} + Colours->TabOrder() +
+                QList<QWidget*>{lstSchedule, txtAppointNum, txtStartTime, txtEndTime,
+                                txtAppDescription, cmdAddAppointment, cmdDelete, cmdClear, txtNotes,
+                                cmdOK, cmdCancel});
+    AddPageKeys({QKeySequence(Qt::CTRL | Qt::Key_Tab), QKeySequence(Qt::CTRL | Qt::Key_PageDown)},
+                1);
+    AddPageKeys({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab),
+                 QKeySequence(Qt::CTRL | Qt::Key_PageUp)},
+                -1);
+}
+
+void frmEdit::AddPageKeys(const QList<QKeySequence>& keys, int step) {
+    for (const QKeySequence& key : keys) {
+        connect(new QShortcut(key, this), &QShortcut::activated, this,
+                [this, step] { StepPage(step); });
+    }
+}
+
+// Turns the page round the strip. The keyboard stays on the strip when it was
+// there, and otherwise goes to the new page's first control.
+void frmEdit::StepPage(int step) {
+    const bool onTabs = tabEdit->hasFocus();
+    const int count = tabEdit->count();
+    const int page = (tabEdit->currentIndex() + step + count) % count;
+    tabEdit->setCurrentIndex(page);
+    if (!onTabs) {
+        FirstControl(page)->setFocus(Qt::TabFocusReason);
+    }
+}
+
+QWidget* frmEdit::FirstControl(int page) const {
+    const std::array<QWidget*, 3> first{txtTitle, lstSchedule, txtNotes};
+    return first[static_cast<std::size_t>(page)];
 }
 
 void frmEdit::Connect() {
@@ -218,6 +270,14 @@ void frmEdit::cmdOK_Click() {
 void frmEdit::cmdCancel_Click() {
     store_.module1.EditAccepted = false;
     reject();
+}
+
+void frmEdit::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        cmdCancel_Click();
+        return;
+    }
+    QDialog::keyPressEvent(event);
 }
 
 }  // namespace kelvane

@@ -69,11 +69,19 @@ class frmEdit final : public QDialog {
     QPushButton* cmdOK;
     QPushButton* cmdCancel;
 
+  protected:
+    // Escape answers as Cancel does.
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     void BuildOutlookPage(QWidget* page);
     void BuildSchedulePage(QWidget* page);
     void BuildNotesPage(QWidget* page);
     void ArrangePages();
+    void SetUpKeyboard();
+    void AddPageKeys(const QList<QKeySequence>& keys, int step);
+    void StepPage(int step);
+    QWidget* FirstControl(int page) const;
     void Connect();
     void Form_Load(const MonthViewControl& monthView);
     void ShowPanel(int index);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QPushButton>
 #include <QString>
 #include <QWidget>
@@ -29,6 +30,13 @@ inline QPushButton* NamedButton(QWidget* parent, const char* name, const QString
     button->setAutoDefault(false);
     button->setDefault(false);
     return button;
+}
+
+// Tab walks these widgets in the order given.
+inline void SetTabOrder(const QList<QWidget*>& widgets) {
+    for (qsizetype i = 1; i < widgets.size(); ++i) {
+        QWidget::setTabOrder(widgets[i - 1], widgets[i]);
+    }
 }
 
 }  // namespace kelvane

@@ -41,6 +41,7 @@ frmCommingUp::frmCommingUp(Store& store, MonthViewControl& monthView, QWidget* p
     setModal(true);
     usrDocViewer1->setObjectName(QStringLiteral("usrDocViewer1"));
     BuildControls();
+    SetUpKeyboard();
     Form_Load();
     Connect();
 }
@@ -84,6 +85,17 @@ void frmCommingUp::BuildControls() {
         usrDocViewer1->geometry().bottom() + 1 + TwipsToPixels(kViewerBottomMarginTwips, dpi));
     resize(opening);
     setMinimumSize(opening);
+}
+
+// Tab reads the settings left to right, then the report under them. The
+// dialog has no Cancel: Escape closes it as the window's frame does.
+void frmCommingUp::SetUpKeyboard() {
+    Label2->setBuddy(lstDateFrom);
+    Label1->setBuddy(txtTimeUnits);
+    // Qt names boxes, not lists, after their labels.
+    lstDateFrom->setAccessibleName(Label2->text());
+    SetTabOrder({lstDateFrom, txtTimeUnits, optTimeDuration[0], optTimeDuration[1],
+                 optTimeDuration[2], chkDisplay, usrDocViewer1->TextBox()});
 }
 
 void frmCommingUp::Connect() {

@@ -58,6 +58,7 @@ class frmCommingUp final : public QDialog {
 
   private:
     void BuildControls();
+    void SetUpKeyboard();
     void Connect();
     void Form_Load();
     void Form_Resize();

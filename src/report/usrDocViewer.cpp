@@ -27,6 +27,9 @@ usrDocViewer::usrDocViewer(Module1& module1, QWidget* parent)
       memoryLimit_(MemoryLines) {
     txtDocument_->setObjectName(QStringLiteral("txtDocument"));
     txtDocument_->setReadOnly(true);
+    // A screen reader meets the report by this name, on the viewer and its box.
+    setAccessibleName(QStringLiteral("Report"));
+    txtDocument_->setAccessibleName(QStringLiteral("Report"));
     // The box covers the whole control at every size.
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -36,6 +39,10 @@ usrDocViewer::usrDocViewer(Module1& module1, QWidget* parent)
 
 usrDocViewer::~usrDocViewer() {
     Terminate();
+}
+
+QWidget* usrDocViewer::TextBox() const {
+    return txtDocument_;
 }
 
 bool usrDocViewer::Initialize() {

@@ -58,6 +58,9 @@ class usrDocViewer : public QWidget {
     // the file's buffer.
     void RefreshDisplay();
 
+    // The box that shows the lines, for the dialog's Tab order.
+    QWidget* TextBox() const;
+
     // The temporary file's path, "" until lines first went beyond memory.
     const QString& OverflowFilePath() const { return overflowFilePath_; }
     // The temporary file's number, 0 while it is not open.
