@@ -185,6 +185,33 @@ void Calender::DisplayMonth(qint16 m) {
     Display();
 }
 
+void Calender::MoveSelection(const CalDate& to) {
+    if (!CalenderOn || !IsDateSlot(to.Month, to.Day) || to.Day < 1) {
+        return;
+    }
+    SelectedDate.Day = to.Day;
+    SelectedDate.Month = to.Month;
+    DisplayedMonth = to.Month;
+    Display();
+}
+
+QRectF Calender::CellArea(int row, int column) const {
+    const double width = surface_.ScaleWidth() / 7;
+    const double height = (surface_.ScaleHeight() - GridTop) / 5;
+    if (GridTop <= 0 || width <= 0 || height <= 0) {
+        return QRectF();
+    }
+    return QRectF((column - 1) * width, GridTop + (row - 1) * height, width, height);
+}
+
+QRectF Calender::WeekdayArea(int column) const {
+    const double width = surface_.ScaleWidth() / 7;
+    if (GridTop <= 0 || width <= 0) {
+        return QRectF();
+    }
+    return QRectF((column - 1) * width, WeekdayTop, width, GridTop - WeekdayTop);
+}
+
 void Calender::InitializeVariables(qint16 yy, qint16& dd, bool clearDates) {
     const qint16 first = SetLeapYearAndFirstWeekday(yy);
     qint16 firstDay = first;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRectF>
 #include <QString>
 
 #include <array>
@@ -56,6 +57,14 @@ class Calender final : public MonthViewControl, public CalenderEvents {
     bool getCalenderOn(bool /*bb*/) const { return CalenderOn; }
     // Shows month m (ignored outside 1..12) and redraws.
     void DisplayMonth(qint16 m);
+    // Selects a day of the year as a click on it would, showing its month;
+    // the year is left as it is. Ignored while clicks select nothing.
+    void MoveSelection(const CalDate& to);
+    // A cell's area (rows 1..5, columns 1..7) as the last redraw laid the grid
+    // out; empty before the first redraw.
+    QRectF CellArea(int row, int column) const;
+    // The area of a column's weekday name.
+    QRectF WeekdayArea(int column) const;
     void Display() override;
 
     // Fills LeapYear and the month table. A yy of 0 works the year out from
@@ -86,6 +95,8 @@ class Calender final : public MonthViewControl, public CalenderEvents {
     // redraw left them.
     qint32 GridTop = 0;
     CellTable CellMap;
+    // Top of the weekday names, as the last redraw left it.
+    double WeekdayTop = 0;
     qint16 LastMouseX = 0;
     qint16 LastMouseY = 0;
     qint16 LastMouseButton = 0;

@@ -86,6 +86,7 @@ void Calender::Redraw() {
             row = row == kRows ? 1 : row + 1;
         }
     }
+    surface_.DrawingDone();
 }
 
 // The gradient band behind the month's name, then the name centred on it.
@@ -112,6 +113,7 @@ void Calender::DrawHeader(const Grid& grid) {
 // height right of each column. Leaves the top of the labels in grid.headTop.
 void Calender::DrawWeekdays(Grid& grid) {
     grid.headTop = surface_.CurrentY();
+    WeekdayTop = grid.headTop;
     const double cw = grid.columnWidth;
     for (qint16 n = 1; n <= kColumns; ++n) {
         const QString label = FitText(surface_, WeekdayName(n), RoundHalfEven(cw));

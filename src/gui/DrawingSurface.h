@@ -52,6 +52,9 @@ class DrawingSurface {
     virtual void SetFontItalic(bool italic) = 0;
     virtual void SetFontUnderline(bool underline) = 0;
 
+    // Called when a whole drawing is done, so its watchers can look at it.
+    virtual void DrawingDone() {}
+
     // Writes the picture as a bitmap file. False, with the reason in `error`,
     // when the file cannot be written; an existing file then stays as it was,
     // unless its folder had no room for a temporary copy and it was being

@@ -40,12 +40,19 @@ ImageSurface::~ImageSurface() {
     EndPainting();
 }
 
-void ImageSurface::Resize(int width, int height) {
+void ImageSurface::Resize(int width, int height, double ratio) {
     EndPainting();
+    ratio_ = ratio > 0 ? ratio : 1.0;
     if (width <= 0 || height <= 0) {
         image_ = QImage();
+        width_ = 0;
+        height_ = 0;
     } else {
-        image_ = QImage(width, height, QImage::Format_RGB32);
+        width_ = width;
+        height_ = height;
+        image_ = QImage(static_cast<int>(std::ceil(width * ratio_)),
+                        static_cast<int>(std::ceil(height * ratio_)), QImage::Format_RGB32);
+        image_.setDevicePixelRatio(ratio_);
         image_.fill(background_);
     }
     metrics_.reset();
@@ -91,7 +98,8 @@ void ImageSurface::Clear() {
 }
 
 qint32 ImageSurface::ColourAt(double x, double y) const {
-    const QPoint point(ToPixel(x), ToPixel(y));
+    const QPoint point(static_cast<int>(ToPixel(x) * ratio_),
+                       static_cast<int>(ToPixel(y) * ratio_));
     if (!image_.valid(point)) {
         return FromQColor(background_);
     }
@@ -170,9 +178,11 @@ void ImageSurface::Print(const QString& text, LineEnd end) {
     QPainter* painter = Painter();
     if (painter && !text.isEmpty()) {
         const double height = Metrics().height();
-        if (TextWidth(text) > image_.width() || height > image_.height()) {
+        if (TextWidth(text) > width_ || height > height_ || ratio_ != 1.0) {
             // Lines larger than the whole picture are drawn straight onto it,
-            // clipped, rather than first into a picture of their own size.
+            // clipped, rather than first into a picture of their own size. So
+            // are all lines on a scaled picture, where a copied line could
+            // land between device pixels and blur.
             painter->drawText(QPointF(ToPixel(currentX_), ToPixel(currentY_) + Metrics().ascent()),
                               text);
         } else {
@@ -274,6 +284,24 @@ void ImageSurface::SetFontUnderline(bool underline) {
     }
 }
 
+void ImageSurface::DrawingDone() {
+    if (finished_) {
+        finished_();
+    }
+}
+
+// The picture keeps the size in units it has on an unscaled screen, whatever
+// the screen it was drawn for.
+QImage ImageSurface::LogicalImage() const {
+    if (ratio_ == 1.0 || image_.isNull()) {
+        return image_;
+    }
+    QImage logical =
+        image_.scaled(width_, height_, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    logical.setDevicePixelRatio(1.0);
+    return logical;
+}
+
 bool ImageSurface::SavePicture(const QString& fileName, QString& error) const {
     EndPainting();
     ReplacingFile file;
@@ -282,7 +310,7 @@ bool ImageSurface::SavePicture(const QString& fileName, QString& error) const {
         return false;
     }
     QImageWriter writer(&file.Device(), "BMP");
-    if (!writer.write(image_)) {
+    if (!writer.write(LogicalImage())) {
         error = writer.errorString();
         file.Cancel();
         return false;

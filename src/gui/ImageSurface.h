@@ -18,8 +18,9 @@
 namespace kelvane {
 
 // A DrawingSurface over a QImage that keeps its picture between repaints. One
-// unit is one pixel. A surface of no size draws nothing and measures text as
-// usual.
+// unit is one logical pixel; the picture has `ratio` device pixels per unit,
+// so that scaled screens show it sharp. A surface of no size draws nothing and
+// measures text as usual.
 class ImageSurface final : public DrawingSurface {
   public:
     ImageSurface(const QColor& background, const QColor& windowText);
@@ -27,17 +28,21 @@ class ImageSurface final : public DrawingSurface {
     ImageSurface(const ImageSurface&) = delete;
     ImageSurface& operator=(const ImageSurface&) = delete;
 
-    // A new blank picture of the given size in pixels.
-    void Resize(int width, int height);
-    // The picture as the last drawing left it.
+    // A new blank picture of the given size in units, at `ratio` device
+    // pixels per unit.
+    void Resize(int width, int height, double ratio = 1.0);
+    double PixelRatio() const { return ratio_; }
+    // The picture as the last drawing left it, with its device pixel ratio.
     const QImage& Image() const;
     // Called when the picture starts to change, so a window can schedule a repaint.
     void OnChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+    // Called when a whole drawing is done.
+    void OnFinished(std::function<void()> finished) { finished_ = std::move(finished); }
 
     void Clear() override;
     qint32 ColourAt(double x, double y) const override;
-    double ScaleWidth() const override { return image_.width(); }
-    double ScaleHeight() const override { return image_.height(); }
+    double ScaleWidth() const override { return width_; }
+    double ScaleHeight() const override { return height_; }
     double TextWidth(const QString& text) const override;
     double TextHeight(const QString& text) const override;
     double CurrentX() const override { return currentX_; }
@@ -56,6 +61,7 @@ class ImageSurface final : public DrawingSurface {
     void SetFontBold(bool bold) override;
     void SetFontItalic(bool italic) override;
     void SetFontUnderline(bool underline) override;
+    void DrawingDone() override;
     bool SavePicture(const QString& fileName, QString& error) const override;
 
   private:
@@ -66,8 +72,12 @@ class ImageSurface final : public DrawingSurface {
     void FaceChanged();
     const QImage& DrawnLine(const QString& text, int margin);
     const QFontMetricsF& Metrics() const;
+    QImage LogicalImage() const;
 
     QImage image_;
+    int width_ = 0;
+    int height_ = 0;
+    double ratio_ = 1.0;
     mutable std::unique_ptr<QPainter> painter_;
     QFont font_;
     mutable std::optional<QFontMetricsF> metrics_;
@@ -84,6 +94,7 @@ class ImageSurface final : public DrawingSurface {
     double currentX_ = 0;
     double currentY_ = 0;
     std::function<void()> changed_;
+    std::function<void()> finished_;
 };
 
 }  // namespace kelvane

@@ -1,7 +1,10 @@
 #include "gui/SurfaceWidget.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+
+#include "gui/MonthGridAccessible.h"
 
 namespace kelvane {
 
@@ -26,17 +29,60 @@ SurfaceWidget::SurfaceWidget(QWidget* parent)
     // Every pixel comes from the picture, so Qt need not clear the background.
     setAttribute(Qt::WA_OpaquePaintEvent);
     surface_.OnChanged([this] { update(); });
+    surface_.OnFinished([this] { AnnounceDrawing(); });
 }
 
-void SurfaceWidget::paintEvent(QPaintEvent* event) {
+void SurfaceWidget::SetKeys(KeyHandler keys) {
+    keys_ = std::move(keys);
+    setFocusPolicy(keys_ ? Qt::StrongFocus : Qt::NoFocus);
+}
+
+// Qt keeps the first interface made for a widget; one made before the grid
+// had a description is dropped so that the table takes its place.
+void SurfaceWidget::SetDescription(const MonthGridDescription* description) {
+    QAccessible::installFactory(MonthGridAccessibleFactory);
+    if (description_ == description) {
+        return;
+    }
+    if (QAccessibleInterface* made = QAccessible::queryAccessibleInterface(this)) {
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(made));
+    }
+    description_ = description;
+    announcedSelection_.clear();
+}
+
+void SurfaceWidget::paintEvent(QPaintEvent*) {
+    if (!qFuzzyCompare(surface_.PixelRatio(), devicePixelRatioF())) {
+        RemakePicture();  // the window moved to a screen of another scale
+    }
     QPainter painter(this);
-    const QRect area = event->rect();
-    painter.drawImage(area, surface_.Image(), area);
+    painter.drawImage(QPoint(0, 0), surface_.Image());
+    if (hasFocus()) {
+        PaintFocusFrame(painter);
+    }
+}
+
+// The frame goes round the selected day when it is shown, else round the
+// whole grid; it is painted over the picture and never drawn into it.
+void SurfaceWidget::PaintFocusFrame(QPainter& painter) {
+    QRectF area = rect();
+    if (const std::optional<QPoint> cell = SelectedCell()) {
+        area = description_->CellArea(cell->y(), cell->x());
+    }
+    QPen pen(palette().color(QPalette::Highlight), 2);
+    pen.setStyle(Qt::DashLine);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(area.adjusted(2, 2, -2, -2));
 }
 
 void SurfaceWidget::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    surface_.Resize(width(), height());
+    RemakePicture();
+}
+
+void SurfaceWidget::RemakePicture() {
+    surface_.Resize(width(), height(), devicePixelRatioF());
     if (events_) {
         events_->Calender_Resize();
     }
@@ -61,6 +107,94 @@ void SurfaceWidget::mouseReleaseEvent(QMouseEvent* event) {
     }
     if (click && events_) {
         events_->Calender_Click();
+    }
+}
+
+void SurfaceWidget::keyPressEvent(QKeyEvent* event) {
+    if (keys_ && keys_(event->key(), event->modifiers())) {
+        event->accept();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void SurfaceWidget::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    update();
+    AnnounceSelection(QAccessible::Focus);
+}
+
+void SurfaceWidget::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+std::optional<QPoint> SurfaceWidget::SelectedCell() const {
+    if (description_ == nullptr) {
+        return std::nullopt;
+    }
+    for (int row = 0; row < MonthGridDescription::Rows; ++row) {
+        for (int column = 0; column < MonthGridDescription::Columns; ++column) {
+            if (description_->CellIsSelected(row, column)) {
+                return QPoint(column, row);
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+int SurfaceWidget::SelectedChild() const {
+    const std::optional<QPoint> cell = SelectedCell();
+    return cell ? MonthGridAccessible::CellIndex(cell->y(), cell->x()) : -1;
+}
+
+bool SurfaceWidget::Heard() const {
+    return description_ != nullptr && (listener_ || QAccessible::isActive());
+}
+
+void SurfaceWidget::Send(QAccessibleEvent& event) {
+    if (listener_) {
+        listener_(event);
+    } else {
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void SurfaceWidget::AnnounceSelection(QAccessible::Event type) {
+    if (!Heard()) {
+        return;
+    }
+    const int child = SelectedChild();
+    if (child < 0) {
+        return;
+    }
+    QAccessibleEvent event(this, type);
+    event.setChild(child);
+    Send(event);
+}
+
+// Every drawing may have changed what the cells read; a selection that moved
+// is announced as selected, and as focused while the grid has the keyboard.
+void SurfaceWidget::AnnounceDrawing() {
+    if (!Heard()) {
+        return;
+    }
+    QAccessibleTableModelChangeEvent changed(this, QAccessibleTableModelChangeEvent::DataChanged);
+    changed.setFirstRow(0);
+    changed.setLastRow(MonthGridDescription::Rows - 1);
+    changed.setFirstColumn(0);
+    changed.setLastColumn(MonthGridDescription::Columns - 1);
+    Send(changed);
+
+    const std::optional<QPoint> cell = SelectedCell();
+    const QString selection = cell ? description_->CellName(cell->y(), cell->x()) : QString();
+    if (selection == announcedSelection_) {
+        return;
+    }
+    announcedSelection_ = selection;
+    AnnounceSelection(QAccessible::Selection);
+    if (hasFocus()) {
+        AnnounceSelection(QAccessible::Focus);
     }
 }
 

@@ -32,6 +32,17 @@ constexpr ButtonDesign kButtons[MainToolbar::ButtonCount] = {
     {"Comming Up", ToolbarImage::CommingUp, false},
 };
 
+// Screen readers name a button by its tool tip; the first, which has none,
+// by what it does.
+void NameForScreenReaders(QToolBar* bar, QAction* button, const char* toolTip) {
+    QWidget* widget = bar->widgetForAction(button);
+    if (widget == nullptr || toolTip == nullptr) {
+        return;
+    }
+    const QString name = QString::fromLatin1(toolTip);
+    widget->setAccessibleName(name.isEmpty() ? QStringLiteral("New") : name);
+}
+
 }  // namespace
 
 void BuildMainToolbar(QMainWindow* window, MainToolbar& toolbar) {
@@ -55,6 +66,7 @@ void BuildMainToolbar(QMainWindow* window, MainToolbar& toolbar) {
             button->setChecked(design.Pressable);
         }
         toolbar.Buttons[index] = button;
+        NameForScreenReaders(toolbar.tbMain, button, design.ToolTip);
     }
 }
 

@@ -3,24 +3,34 @@
 #include <QPainter>
 #include <QPixmap>
 
+#include <array>
+
 namespace kelvane {
 
 namespace {
 
-constexpr int kSize = 32;
+// The pictures are designed on a 32 x 32 grid and drawn at each size a
+// 16-unit button needs on screens scaled to 100, 150, 200 and 300 %.
+constexpr double kDesignSize = 32;
+constexpr std::array<int, 4> kSizes{16, 24, 32, 48};
 const QColor kInk(50, 60, 80);
 
-// A 32 x 32 transparent picture drawn by `draw`.
+// The picture `draw` makes on a transparent 32 x 32 grid, at every size.
 template <typename Draw>
 QIcon Drawn(Draw draw) {
-    QPixmap pixmap(kSize, kSize);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(kInk, 2));
-    draw(painter);
-    painter.end();
-    return QIcon(pixmap);
+    QIcon icon;
+    for (const int size : kSizes) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(size / kDesignSize, size / kDesignSize);
+        painter.setPen(QPen(kInk, 2));
+        draw(painter);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
 }
 
 // A page of a wall calendar: a coloured band over a grid of days.

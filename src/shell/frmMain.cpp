@@ -31,6 +31,11 @@ frmMain::frmMain(Store& store)
     calender1_ =
         std::make_unique<Calender>(store_.module1, store_.calender, calenderView_->Surface());
     calenderView_->SetEvents(calender1_.get());
+    gridNames_ = std::make_unique<MonthGridNames>(*calender1_, store_);
+    calenderView_->SetDescription(gridNames_.get());
+    calenderView_->SetKeys([this](int key, Qt::KeyboardModifiers modifiers) {
+        return Calender1_KeyDown(key, modifiers);
+    });
     store_.module1.AttachMonthView(calender1_.get());
     watch_ = std::make_unique<ActivityWatch>(store_, *calender1_, *schedule_, *statusBar_);
     watch_->OnNewDay(
@@ -58,6 +63,8 @@ frmMain::frmMain(Store& store)
 frmMain::~frmMain() {
     Timer1.stop();
     calenderView_->SetEvents(nullptr);
+    calenderView_->SetKeys(nullptr);
+    calenderView_->SetDescription(nullptr);
     store_.module1.AttachMonthView(nullptr);
 }
 

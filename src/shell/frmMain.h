@@ -13,6 +13,7 @@
 #include "shell/MainMenu.h"
 #include "shell/MainStatusBar.h"
 #include "shell/MainToolbar.h"
+#include "shell/MonthGridNames.h"
 #include "shell/ToolCommands.h"
 #include "shell/WindowGeometry.h"
 #include "store/DocumentCommands.h"
@@ -71,6 +72,10 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void mnuViewCalender_Click();
     void tbMain_ButtonClick(int index);
     void Timer1_Timer();
+    // A key pressed while the month view has the keyboard: arrows, Home, End,
+    // Page Up and Page Down move the selection, showing its month; Enter edits
+    // the selected date and Delete erases it. True when the key was used.
+    bool Calender1_KeyDown(int key, Qt::KeyboardModifiers modifiers);
 
     // Shows month 1..12 and puts the check mark on its menu entry.
     void ShowMonth(qint16 month);
@@ -128,6 +133,7 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     QWidget* panels_;
     SurfaceWidget* calenderView_;
     std::unique_ptr<Calender> calender1_;
+    std::unique_ptr<MonthGridNames> gridNames_;
     usrDocViewer* schedule_;
     MainStatusBar* statusBar_;
     MainMenu menu_;

@@ -3,6 +3,9 @@
 #include <QResizeEvent>
 #include <QToolButton>
 
+#include <optional>
+
+#include "calendar/GridKeys.h"
 #include "shell/frmMain.h"
 
 namespace kelvane {
@@ -11,6 +14,29 @@ namespace {
 
 qint16 WrapMonth(int month) {
     return static_cast<qint16>((month + 11) % 12 + 1);
+}
+
+std::optional<GridKey> GridKeyOf(int key) {
+    switch (key) {
+        case Qt::Key_Left:
+            return GridKey::Left;
+        case Qt::Key_Right:
+            return GridKey::Right;
+        case Qt::Key_Up:
+            return GridKey::Up;
+        case Qt::Key_Down:
+            return GridKey::Down;
+        case Qt::Key_Home:
+            return GridKey::Home;
+        case Qt::Key_End:
+            return GridKey::End;
+        case Qt::Key_PageUp:
+            return GridKey::PageUp;
+        case Qt::Key_PageDown:
+            return GridKey::PageDown;
+        default:
+            return std::nullopt;
+    }
 }
 
 }  // namespace
@@ -104,6 +130,29 @@ void frmMain::tbMain_ButtonClick(int index) {
         default:
             break;
     }
+}
+
+bool frmMain::Calender1_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
+    if (modifiers & ~(Qt::KeypadModifier)) {
+        return false;  // shortcuts and Shift+Tab are not ours
+    }
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        mnuEditDate_Click();
+        return true;
+    }
+    if (key == Qt::Key_Delete) {
+        tbMain_ButtonClick(6);
+        return true;
+    }
+    const std::optional<GridKey> move = GridKeyOf(key);
+    if (!move) {
+        return false;
+    }
+    const CalDate to = DateAfterKey(*move, calender1_->SelectedDate, calender1_->GetDisplayMonth(),
+                                    calender1_->Months);
+    calender1_->MoveSelection(to);
+    ShowMonthCheck(calender1_->GetDisplayMonth());
+    return true;
 }
 
 void frmMain::ShowMonth(qint16 month) {

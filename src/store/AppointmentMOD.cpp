@@ -178,6 +178,26 @@ void AppointmentMOD::DeleteAppointments(const QString& key) {
     }
 }
 
+qint16 AppointmentMOD::CountStoredAppointments(const QString& key) {
+    const std::optional<qint16> slot = SlotOfKey(key);
+    QByteArray records;
+    if (!slot || !DayIndex.Contains(*slot) || DayIndex[*slot].Block == 0 ||
+        !file_.Read(FirstRecordOfBlock(DayIndex[*slot].Block), MaxAppointmentsPerDate, records)) {
+        return 0;
+    }
+    qint16 count = 0;
+    for (int entry = 1; entry <= MaxAppointmentsPerDate; ++entry) {
+        const qsizetype offset = static_cast<qsizetype>(entry - 1) * AppointmentRecordLength;
+        const Appointment appointment =
+            DecodeAppointment(QByteArrayView(records).sliced(offset, AppointmentRecordLength));
+        if (appointment.Description.IsBlank()) {
+            break;
+        }
+        ++count;
+    }
+    return count;
+}
+
 qint16 AppointmentMOD::CountAppointments() const {
     qint16 count = 0;
     for (const Appointment& appointment : AppointmentList) {

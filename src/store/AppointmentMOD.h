@@ -83,6 +83,8 @@ class AppointmentMOD {
     void DeleteAppointments(const QString& key);
     // The entries before the first empty one.
     qint16 CountAppointments() const;
+    // The same count for a date's stored schedule; the working list is left alone.
+    qint16 CountStoredAppointments(const QString& key);
 
   private:
     void WriteBlock(qint32 block);

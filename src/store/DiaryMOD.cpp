@@ -123,6 +123,15 @@ void DiaryMOD::LoadNote(const QString& key) {
     }
 }
 
+bool DiaryMOD::HasStoredNote(const QString& key) {
+    const std::optional<qint16> slot = SlotInYear(key);
+    QByteArray record;
+    if (!slot || NoteIndex[*slot] == 0 || !file_.Read(NoteIndex[*slot], 1, record)) {
+        return false;
+    }
+    return !DecodeRecordText(record).trimmed().isEmpty();
+}
+
 void DiaryMOD::SaveNote(const QString& key) {
     const std::optional<qint16> slot = SlotInYear(key);
     if (!slot) {

@@ -58,6 +58,8 @@ class DiaryMOD {
     void LoadNote(const QString& key);
     void SaveNote(const QString& key);
     void ClearNote(const QString& key);
+    // Whether a date has a stored note that is not blank; NoteBuffer is left alone.
+    bool HasStoredNote(const QString& key);
 
     // The note section of NoteBuffer.
     void WriteNoteToFile(LineWriter& out) const;

@@ -236,5 +236,78 @@ TEST_F(ImageSurfaceTest, TextLargerThanThePictureIsDrawnClipped) {
     EXPECT_GT(surface.TextHeight(QStringLiteral("X")), 10000);
 }
 
+TEST_F(ImageSurfaceTest, AtRatioTwoAOneUnitLineIsTwoDevicePixelsWide) {
+    surface.Resize(200, 100, 2.0);
+    ASSERT_EQ(surface.Image().size(), QSize(400, 200));
+    surface.DrawLine(10, 5, 10, 50, kRed);
+    surface.DrawLine(20, 30, 60, 30, kBlue);
+    const QImage& image = surface.Image();
+    const QColor grey(100, 100, 100);
+    EXPECT_EQ(image.pixelColor(19, 40), grey);
+    EXPECT_EQ(image.pixelColor(20, 40), QColor(Qt::red));
+    EXPECT_EQ(image.pixelColor(21, 40), QColor(Qt::red));
+    EXPECT_EQ(image.pixelColor(22, 40), grey);
+    EXPECT_EQ(image.pixelColor(80, 59), grey);
+    EXPECT_EQ(image.pixelColor(80, 60), QColor(Qt::blue));
+    EXPECT_EQ(image.pixelColor(80, 61), QColor(Qt::blue));
+    EXPECT_EQ(image.pixelColor(80, 62), grey);
+}
+
+TEST_F(ImageSurfaceTest, AtRatioTwoSizesAndPointsStayInUnits) {
+    surface.Resize(200, 100, 2.0);
+    EXPECT_EQ(surface.ScaleWidth(), 200);
+    EXPECT_EQ(surface.ScaleHeight(), 100);
+    EXPECT_EQ(surface.PixelRatio(), 2.0);
+    surface.FillBox(10, 20, 12, 22, kRed);
+    EXPECT_EQ(At(10, 20), kRed);
+    EXPECT_EQ(At(12, 22), kRed);
+    EXPECT_EQ(At(13, 22), kGrey);
+    EXPECT_EQ(At(199, 99), kGrey);
+}
+
+TEST_F(ImageSurfaceTest, AtRatioTwoTextIsMeasuredAsAtRatioOne) {
+    const double width = surface.TextWidth(QStringLiteral("Stand-up"));
+    const double height = surface.TextHeight(QStringLiteral("Stand-up"));
+    surface.Resize(200, 100, 2.0);
+    EXPECT_EQ(surface.TextWidth(QStringLiteral("Stand-up")), width);
+    EXPECT_EQ(surface.TextHeight(QStringLiteral("Stand-up")), height);
+}
+
+TEST_F(ImageSurfaceTest, AtRatioTwoTextIsDrawnAtTheDensity) {
+    surface.Resize(200, 100, 2.0);
+    surface.SetTextColour(kRed);
+    surface.Print(QStringLiteral("Wide text"), DrawingSurface::LineEnd::NewLine);
+    const QImage& image = surface.Image();
+    int reddish = 0;
+    for (int y = 0; y < 2 * surface.TextHeight(QString()); ++y) {
+        for (int x = 0; x < 2 * surface.TextWidth(QStringLiteral("Wide text")); ++x) {
+            reddish += image.pixelColor(x, y).red() > 150 ? 1 : 0;
+        }
+    }
+    // Letters drawn at one pixel per unit and doubled would cover far fewer
+    // whole pixels at full red than letters drawn at the density.
+    EXPECT_GT(reddish, 100);
+}
+
+TEST_F(ImageSurfaceTest, AtRatioTwoTheSavedPictureHasTheSizeInUnits) {
+    surface.Resize(200, 100, 2.0);
+    surface.FillBox(0, 0, 99, 99, kRed);
+    QTemporaryDir directory;
+    const QString fileName = directory.filePath(QStringLiteral("grid.bmp"));
+    QString error;
+    ASSERT_TRUE(surface.SavePicture(fileName, error)) << error.toStdString();
+    const QImage saved(fileName);
+    EXPECT_EQ(saved.size(), QSize(200, 100));
+    EXPECT_EQ(saved.pixelColor(50, 50), QColor(Qt::red));
+    EXPECT_EQ(saved.pixelColor(150, 50), QColor(100, 100, 100));
+}
+
+TEST_F(ImageSurfaceTest, TellsWhenADrawingIsDone) {
+    int done = 0;
+    surface.OnFinished([&done] { ++done; });
+    surface.DrawingDone();
+    EXPECT_EQ(done, 1);
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -141,6 +141,19 @@ TEST_F(AppointmentStoreTest, SlotOfKeyUsesTheSameNumbering) {
     EXPECT_EQ(store.SlotOfKey(QStringLiteral("1301")), std::nullopt);
 }
 
+TEST_F(AppointmentStoreTest, CountsAStoredScheduleWithoutTouchingTheWorkingList) {
+    store.AppointmentList[1] = Entry(QStringLiteral("Stand-up"), {9, 0});
+    store.AppointmentList[2] = Entry(QStringLiteral("Review"), {14, 0});
+    store.SaveAppointments(QStringLiteral("0317"));
+    store.ClearAppointmentList();
+    store.AppointmentList[1] = Entry(QStringLiteral("Typed, not saved"), {8, 0});
+    EXPECT_EQ(store.CountStoredAppointments(QStringLiteral("0317")), 2);
+    EXPECT_EQ(store.CountStoredAppointments(QStringLiteral("0318")), 0);
+    EXPECT_EQ(store.CountStoredAppointments(QStringLiteral("1301")), 0);
+    EXPECT_EQ(store.AppointmentList[1].Description.Trimmed(), QStringLiteral("Typed, not saved"));
+    EXPECT_EQ(store.CountAppointments(), 1);
+}
+
 TEST_F(AppointmentStoreTest, SavingAnEmptyListWithoutABlockWritesNothing) {
     store.ClearAppointmentList();
     store.SaveAppointments(QStringLiteral("0315"));

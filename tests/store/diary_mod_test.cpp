@@ -222,6 +222,19 @@ TEST_F(DiaryStoreTest, InitStartsEmptyWithAnOpenFile) {
     EXPECT_TRUE(QFile::exists(world.FilePath(kFileName)));
 }
 
+TEST_F(DiaryStoreTest, TellsWhetherADateHasAStoredNoteWithoutTouchingTheBuffer) {
+    diary.NoteBuffer = QStringLiteral("Bring the slides");
+    diary.SaveNote(QStringLiteral("0317"));
+    diary.NoteBuffer = QStringLiteral("   ");
+    diary.SaveNote(QStringLiteral("0318"));
+    diary.NoteBuffer = QStringLiteral("Typed, not saved");
+    EXPECT_TRUE(diary.HasStoredNote(QStringLiteral("0317")));
+    EXPECT_FALSE(diary.HasStoredNote(QStringLiteral("0318")));
+    EXPECT_FALSE(diary.HasStoredNote(QStringLiteral("0319")));
+    EXPECT_FALSE(diary.HasStoredNote(QStringLiteral("1301")));
+    EXPECT_EQ(diary.NoteBuffer.Trimmed(), QStringLiteral("Typed, not saved"));
+}
+
 TEST_F(DiaryStoreTest, SavingABlankNoteForANewDateHandsOutNoRecord) {
     diary.NoteBuffer = QStringLiteral("   ");
     diary.SaveNote(QStringLiteral("0704"));
