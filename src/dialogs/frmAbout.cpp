@@ -29,7 +29,7 @@ frmAbout::frmAbout(QWidget* parent)
 }
 
 void frmAbout::BuildControls() {
-    Image1->setPixmap(ProgramPicture(64));
+    Image1->setPixmap(ProgramPicture(64, devicePixelRatioF()));
     Image1->setAccessibleName(QStringLiteral("Kelvane picture"));
     QFont title = lblTitle->font();
     title.setBold(true);

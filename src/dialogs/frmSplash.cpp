@@ -32,7 +32,7 @@ frmSplash::frmSplash(QWidget* parent)
 void frmSplash::BuildControls() {
     fraMainFrame->setFrameShape(QFrame::Box);
     fraMainFrame->setLineWidth(2);
-    Image1->setPixmap(ProgramPicture(96));
+    Image1->setPixmap(ProgramPicture(96, devicePixelRatioF()));
     Image1->setAccessibleName(QStringLiteral("Kelvane picture"));
     QFont product = lblProductName->font();
     product.setPointSizeF(product.pointSizeF() * 2.6);

@@ -40,7 +40,7 @@ void frmTip::BuildControls() {
     lblTipText->setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblTipText->setMinimumSize(360, 96);
     auto* picture = new QLabel(Picture1);
-    picture->setPixmap(ProgramPicture(48));
+    picture->setPixmap(ProgramPicture(48, devicePixelRatioF()));
     picture->setAccessibleName(QStringLiteral("Kelvane picture"));
     picture->setAlignment(Qt::AlignTop);
     auto* texts = new QVBoxLayout;

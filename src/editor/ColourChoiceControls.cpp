@@ -74,10 +74,10 @@ void ColourChoiceControls::BuildColumns() {
 // same: only their place says which colour they belong to, and a screen reader
 // cannot see that.
 void ColourChoiceControls::NameBoxes() {
-    chkFCValid->setAccessibleDescription(QStringLiteral("Font colour"));
-    chkFCAbsolute->setAccessibleDescription(QStringLiteral("Font colour"));
-    chkBCValid->setAccessibleDescription(QStringLiteral("Back colour"));
-    chkBCAbsolute->setAccessibleDescription(QStringLiteral("Back colour"));
+    chkFCValid->setAccessibleName(QStringLiteral("Font colour enabled"));
+    chkFCAbsolute->setAccessibleName(QStringLiteral("Font colour absolute"));
+    chkBCValid->setAccessibleName(QStringLiteral("Back colour enabled"));
+    chkBCAbsolute->setAccessibleName(QStringLiteral("Back colour absolute"));
     txtFCred->setAccessibleName(QStringLiteral("Font colour red"));
     txtFCgreen->setAccessibleName(QStringLiteral("Font colour green"));
     txtFCBlue->setAccessibleName(QStringLiteral("Font colour blue"));

@@ -55,6 +55,11 @@ void ImageSurface::Resize(int width, int height, double ratio) {
         image_.setDevicePixelRatio(ratio_);
         image_.fill(background_);
     }
+    unitImage_ = QImage();
+    if (ratio_ != 1.0 && !image_.isNull()) {
+        unitImage_ = QImage(width, height, QImage::Format_RGB32);
+        unitImage_.fill(background_);
+    }
     metrics_.reset();
     for (auto& widths : widths_) {
         widths.clear();
@@ -83,13 +88,29 @@ QPainter* ImageSurface::Painter() {
     return painter_.get();
 }
 
+QPainter* ImageSurface::UnitPainter() {
+    if (unitImage_.isNull()) {
+        return nullptr;
+    }
+    if (!unitPainter_) {
+        unitPainter_ = std::make_unique<QPainter>(&unitImage_);
+        unitPainter_->setFont(font_);
+        unitPainter_->setPen(textColour_);
+    }
+    return unitPainter_.get();
+}
+
 void ImageSurface::EndPainting() const {
     painter_.reset();
+    unitPainter_.reset();
 }
 
 void ImageSurface::Clear() {
     EndPainting();
     image_.fill(background_);
+    if (!unitImage_.isNull()) {
+        unitImage_.fill(background_);
+    }
     currentX_ = 0;
     currentY_ = 0;
     if (changed_) {
@@ -97,13 +118,15 @@ void ImageSurface::Clear() {
     }
 }
 
+// Read from the picture at one pixel per unit, so that a scaled screen gives
+// the same answers as an unscaled one.
 qint32 ImageSurface::ColourAt(double x, double y) const {
-    const QPoint point(static_cast<int>(ToPixel(x) * ratio_),
-                       static_cast<int>(ToPixel(y) * ratio_));
-    if (!image_.valid(point)) {
+    const QImage& picture = UnitPicture();
+    const QPoint point(ToPixel(x), ToPixel(y));
+    if (!picture.valid(point)) {
         return FromQColor(background_);
     }
-    return FromQColor(QColor(image_.pixel(point)));
+    return FromQColor(QColor(picture.pixel(point)));
 }
 
 const QFontMetricsF& ImageSurface::Metrics() const {
@@ -175,21 +198,10 @@ const QImage& ImageSurface::DrawnLine(const QString& text, int margin) {
 }
 
 void ImageSurface::Print(const QString& text, LineEnd end) {
-    QPainter* painter = Painter();
-    if (painter && !text.isEmpty()) {
-        const double height = Metrics().height();
-        if (TextWidth(text) > width_ || height > height_ || ratio_ != 1.0) {
-            // Lines larger than the whole picture are drawn straight onto it,
-            // clipped, rather than first into a picture of their own size. So
-            // are all lines on a scaled picture, where a copied line could
-            // land between device pixels and blur.
-            painter->drawText(QPointF(ToPixel(currentX_), ToPixel(currentY_) + Metrics().ascent()),
-                              text);
-        } else {
-            const int margin = static_cast<int>(std::ceil(height / 4));
-            painter->drawImage(QPoint(ToPixel(currentX_) - margin, ToPixel(currentY_)),
-                               DrawnLine(text, margin));
-        }
+    if (!text.isEmpty()) {
+        DrawOnEach([this, &text](QPainter& painter, bool unitPicture) {
+            PrintOn(painter, text, unitPicture);
+        });
     }
     if (end == LineEnd::NewLine) {
         currentX_ = 0;
@@ -199,32 +211,48 @@ void ImageSurface::Print(const QString& text, LineEnd end) {
     }
 }
 
-void ImageSurface::DrawLine(double x1, double y1, double x2, double y2, qint32 colour) {
-    QPainter* painter = Painter();
-    if (!painter) {
+// Lines larger than the whole picture are drawn straight onto it, clipped,
+// rather than first into a picture of their own size. So are all lines on a
+// scaled picture, where a copied line could land between device pixels.
+void ImageSurface::PrintOn(QPainter& painter, const QString& text, bool unitPicture) {
+    const double height = Metrics().height();
+    if (!unitPicture || TextWidth(text) > width_ || height > height_) {
+        painter.drawText(QPointF(ToPixel(currentX_), ToPixel(currentY_) + Metrics().ascent()),
+                         text);
         return;
     }
+    const int margin = static_cast<int>(std::ceil(height / 4));
+    painter.drawImage(QPoint(ToPixel(currentX_) - margin, ToPixel(currentY_)),
+                      DrawnLine(text, margin));
+}
+
+void ImageSurface::DrawLine(double x1, double y1, double x2, double y2, qint32 colour) {
     const QPoint from(ToPixel(x1), ToPixel(y1));
     const QPoint to(ToPixel(x2), ToPixel(y2));
-    if (from.x() == to.x() || from.y() == to.y()) {
-        painter->fillRect(QRect(from, to).normalized(), ToQColor(colour));
-        return;
-    }
-    painter->setPen(ToQColor(colour));
-    painter->drawLine(from, to);
-    painter->setPen(textColour_);
+    DrawOnEach([this, &from, &to, colour](QPainter& painter, bool) {
+        if (from.x() == to.x() || from.y() == to.y()) {
+            painter.fillRect(QRect(from, to).normalized(), ToQColor(colour));
+            return;
+        }
+        painter.setPen(ToQColor(colour));
+        painter.drawLine(from, to);
+        painter.setPen(textColour_);
+    });
 }
 
 void ImageSurface::FillBox(double x1, double y1, double x2, double y2, qint32 colour) {
-    if (QPainter* painter = Painter()) {
-        painter->fillRect(PixelBox(x1, y1, x2, y2), ToQColor(colour));
-    }
+    const QRect box = PixelBox(x1, y1, x2, y2);
+    DrawOnEach(
+        [&box, colour](QPainter& painter, bool) { painter.fillRect(box, ToQColor(colour)); });
 }
 
 void ImageSurface::SetTextColour(qint32 colour) {
     textColour_ = ToQColor(colour);
     if (painter_) {
         painter_->setPen(textColour_);
+    }
+    if (unitPainter_) {
+        unitPainter_->setPen(textColour_);
     }
 }
 
@@ -236,6 +264,9 @@ void ImageSurface::FontChanged() {
     metrics_.reset();
     if (painter_) {
         painter_->setFont(font_);
+    }
+    if (unitPainter_) {
+        unitPainter_->setFont(font_);
     }
 }
 
@@ -290,18 +321,6 @@ void ImageSurface::DrawingDone() {
     }
 }
 
-// The picture keeps the size in units it has on an unscaled screen, whatever
-// the screen it was drawn for.
-QImage ImageSurface::LogicalImage() const {
-    if (ratio_ == 1.0 || image_.isNull()) {
-        return image_;
-    }
-    QImage logical =
-        image_.scaled(width_, height_, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    logical.setDevicePixelRatio(1.0);
-    return logical;
-}
-
 bool ImageSurface::SavePicture(const QString& fileName, QString& error) const {
     EndPainting();
     ReplacingFile file;
@@ -310,7 +329,7 @@ bool ImageSurface::SavePicture(const QString& fileName, QString& error) const {
         return false;
     }
     QImageWriter writer(&file.Device(), "BMP");
-    if (!writer.write(LogicalImage())) {
+    if (!writer.write(UnitPicture())) {
         error = writer.errorString();
         file.Cancel();
         return false;

@@ -19,8 +19,10 @@ namespace kelvane {
 
 // A DrawingSurface over a QImage that keeps its picture between repaints. One
 // unit is one logical pixel; the picture has `ratio` device pixels per unit,
-// so that scaled screens show it sharp. A surface of no size draws nothing and
-// measures text as usual.
+// so that scaled screens show it sharp. At a ratio other than 1 everything is
+// also drawn on a picture of one pixel per unit, exactly as an unscaled
+// screen's, which colours are read from and which is saved. A surface of no
+// size draws nothing and measures text as usual.
 class ImageSurface final : public DrawingSurface {
   public:
     ImageSurface(const QColor& background, const QColor& windowText);
@@ -66,19 +68,34 @@ class ImageSurface final : public DrawingSurface {
 
   private:
     QPainter* Painter();
+    QPainter* UnitPainter();
+    // The picture at one pixel per unit: the unit picture, or at ratio 1 the picture itself.
+    const QImage& UnitPicture() const { return unitImage_.isNull() ? image_ : unitImage_; }
+    // Runs `draw` on each picture, telling it whether that one has a pixel per unit.
+    template <typename Draw>
+    void DrawOnEach(Draw draw) {
+        if (QPainter* painter = Painter()) {
+            draw(*painter, ratio_ == 1.0);
+        }
+        if (QPainter* unitPainter = UnitPainter()) {
+            draw(*unitPainter, true);
+        }
+    }
+    void PrintOn(QPainter& painter, const QString& text, bool unitPicture);
     void EndPainting() const;
     // After a change of weight only, or of anything that changes text widths.
     void FontChanged();
     void FaceChanged();
     const QImage& DrawnLine(const QString& text, int margin);
     const QFontMetricsF& Metrics() const;
-    QImage LogicalImage() const;
 
     QImage image_;
     int width_ = 0;
     int height_ = 0;
     double ratio_ = 1.0;
     mutable std::unique_ptr<QPainter> painter_;
+    QImage unitImage_;
+    mutable std::unique_ptr<QPainter> unitPainter_;
     QFont font_;
     mutable std::optional<QFontMetricsF> metrics_;
     // Widths already measured in the current font, plain and bold: redraws

@@ -59,6 +59,15 @@ QPixmap ProgramPicture(int size) {
     return picture;
 }
 
+QPixmap ProgramPicture(int size, qreal ratio) {
+    if (ratio <= 1.0) {
+        return ProgramPicture(size);
+    }
+    QPixmap picture = ProgramPicture(qRound(size * ratio));
+    picture.setDevicePixelRatio(ratio);
+    return picture;
+}
+
 QIcon ProgramIcon() {
     QIcon icon;
     for (const int size : kProgramIconSizes) {

@@ -10,6 +10,9 @@ namespace kelvane {
 // Kelvane's picture: a calendar leaf with a coloured heading and one marked
 // day, drawn at `size` pixels square.
 QPixmap ProgramPicture(int size);
+// The same picture for a screen of `ratio` device pixels per unit: `size`
+// units square, drawn at the screen's density.
+QPixmap ProgramPicture(int size, qreal ratio);
 
 // The sizes, in pixels, at which the picture is offered: in the window
 // icon and in the installed icon theme (packaging/icons).

@@ -51,12 +51,17 @@ void SurfaceWidget::SetDescription(const MonthGridDescription* description) {
     announcedSelection_.clear();
 }
 
-void SurfaceWidget::paintEvent(QPaintEvent*) {
+void SurfaceWidget::paintEvent(QPaintEvent* event) {
     if (!qFuzzyCompare(surface_.PixelRatio(), devicePixelRatioF())) {
         RemakePicture();  // the window moved to a screen of another scale
     }
     QPainter painter(this);
-    painter.drawImage(QPoint(0, 0), surface_.Image());
+    const QRect area = event->rect();
+    const QImage& picture = surface_.Image();
+    const qreal ratio = picture.devicePixelRatio();
+    painter.drawImage(
+        QRectF(area), picture,
+        QRectF(area.x() * ratio, area.y() * ratio, area.width() * ratio, area.height() * ratio));
     if (hasFocus()) {
         PaintFocusFrame(painter);
     }

@@ -1,3 +1,4 @@
+#include <QFile>
 #include <QImage>
 #include <QImageReader>
 #include <QTemporaryDir>
@@ -81,18 +82,36 @@ TEST_F(HighDensityTest, TodaysCellIsFilledToTheSameColour) {
               kBase + 100 + kBase * 256 + kBase * 65536);
 }
 
-TEST_F(HighDensityTest, TheSavedPictureKeepsItsSizeInUnits) {
+// The month drawn at a ratio, with a title that wraps, and saved.
+QByteArray SavedAt(double ratio) {
+    testing::TestWorld world;
+    world.platform.Clock.Set(2000, 3, 15, 9, 0);
+    ImageSurface surface(QColor(100, 100, 100), Qt::black);
+    surface.Resize(701, 523, ratio);
+    Calender calender(world.module1, world.calender, surface);
+    calender.Months[2].Dates[17].Title = QStringLiteral("Stand-up day with the whole team");
+    calender.Display();
     QTemporaryDir directory;
     const QString fileName = directory.filePath(QStringLiteral("month.bmp"));
     QString error;
-    ASSERT_TRUE(calender->CalenderSavePicture(fileName, error)) << error.toStdString();
-    QImageReader reader(fileName);
-    EXPECT_EQ(reader.size(), QSize(700, 520));
-    const QImage saved = reader.read();
-    EXPECT_EQ(
-        saved.pixelColor(4 * 100 - 5, static_cast<int>(calender->GridTop + 3 * RowHeight() - 5)),
-        QColor(kBase + 100, kBase, kBase));
+    EXPECT_TRUE(calender.CalenderSavePicture(fileName, error)) << error.toStdString();
+    QFile file(fileName);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
 }
+
+class SavedPictureTest : public ::testing::TestWithParam<double> {};
+
+TEST_P(SavedPictureTest, IsTheUnscaledScreensPictureByteForByte) {
+    const QByteArray unscaled = SavedAt(1.0);
+    ASSERT_FALSE(unscaled.isEmpty());
+    const QByteArray scaled = SavedAt(GetParam());
+    EXPECT_TRUE(scaled == unscaled);
+    const QImage picture = QImage::fromData(scaled);
+    EXPECT_EQ(picture.size(), QSize(701, 523));
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryCommonScale, SavedPictureTest, ::testing::Values(1.25, 1.5, 2.0));
 
 }  // namespace
 }  // namespace kelvane

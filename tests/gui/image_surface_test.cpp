@@ -273,20 +273,34 @@ TEST_F(ImageSurfaceTest, AtRatioTwoTextIsMeasuredAsAtRatioOne) {
     EXPECT_EQ(surface.TextHeight(QStringLiteral("Stand-up")), height);
 }
 
-TEST_F(ImageSurfaceTest, AtRatioTwoTextIsDrawnAtTheDensity) {
+// Letters drawn at one pixel per unit and doubled are blocks of four equal
+// pixels; letters drawn at the density are not.
+TEST_F(ImageSurfaceTest, AtRatioTwoTextIsDrawnAtTheDensityNotDoubled) {
+    surface.SetTextColour(kRed);
+    surface.Print(QStringLiteral("Wide text"), DrawingSurface::LineEnd::NewLine);
+    const QImage doubled = surface.Image().scaled(400, 200);
     surface.Resize(200, 100, 2.0);
     surface.SetTextColour(kRed);
     surface.Print(QStringLiteral("Wide text"), DrawingSurface::LineEnd::NewLine);
-    const QImage& image = surface.Image();
-    int reddish = 0;
-    for (int y = 0; y < 2 * surface.TextHeight(QString()); ++y) {
-        for (int x = 0; x < 2 * surface.TextWidth(QStringLiteral("Wide text")); ++x) {
-            reddish += image.pixelColor(x, y).red() > 150 ? 1 : 0;
+    const QImage& sharp = surface.Image();
+    int differing = 0;
+    bool anyRed = false;
+    for (int y = 0; y < 40; ++y) {
+        for (int x = 0; x < 200; ++x) {
+            differing += sharp.pixel(x, y) != doubled.pixel(x, y) ? 1 : 0;
+            anyRed = anyRed || sharp.pixelColor(x, y).red() > 200;
         }
     }
-    // Letters drawn at one pixel per unit and doubled would cover far fewer
-    // whole pixels at full red than letters drawn at the density.
-    EXPECT_GT(reddish, 100);
+    EXPECT_TRUE(anyRed);
+    EXPECT_GT(differing, 50);
+}
+
+TEST_F(ImageSurfaceTest, AtAFractionalRatioColoursAreReadAsAtRatioOne) {
+    surface.Resize(200, 100, 1.25);
+    surface.DrawLine(7, 0, 7, 99, kRed);
+    EXPECT_EQ(At(6, 50), kGrey);
+    EXPECT_EQ(At(7, 50), kRed);
+    EXPECT_EQ(At(8, 50), kGrey);
 }
 
 TEST_F(ImageSurfaceTest, AtRatioTwoTheSavedPictureHasTheSizeInUnits) {

@@ -6,6 +6,7 @@
 
 #include <vector>
 
+#include "shell/ToolbarIcons.h"
 #include "support/CalendarFiles.h"
 #include "support/MainWindowWorld.h"
 
@@ -18,22 +19,27 @@ namespace {
 struct HeardEvent {
     QAccessible::Event type;
     int child;
+    QAccessibleInterface* target;
 };
 
 // Listens to the grid's accessibility events as a screen reader bridge would.
 struct ScreenReader {
     explicit ScreenReader(SurfaceWidget& grid) : grid_(grid) {
         grid_.SetAccessibilityListener([this](QAccessibleEvent& event) {
-            events.push_back({event.type(), event.child()});
+            events.push_back({event.type(), event.child(), event.accessibleInterface()});
         });
     }
     ~ScreenReader() { grid_.SetAccessibilityListener(nullptr); }
     ScreenReader(const ScreenReader&) = delete;
     ScreenReader& operator=(const ScreenReader&) = delete;
 
+    // Whether an event of the type was sent for the child, and Qt finds that
+    // child's interface from the event as a screen reader bridge would.
     bool Heard(QAccessible::Event type, int child) const {
+        QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&grid_);
         for (const HeardEvent& event : events) {
-            if (event.type == type && event.child == child) {
+            const QAccessibleInterface* expected = child < 0 ? grid : grid->child(child);
+            if (event.type == type && event.child == child && event.target == expected) {
                 return true;
             }
         }
@@ -200,6 +206,30 @@ TEST(GridAccessibility, ALoadedFileIsReadOutAsItsDatesHoldThem) {
     EXPECT_TRUE(CellState(w, 2, 2).selected);
     EXPECT_TRUE(CellState(w, 0, 6).active);
     EXPECT_FALSE(CellState(w, 0, 6).selected);
+}
+
+TEST(ToolbarAccessibility, ButtonsAreNamedAfterTheirToolTips) {
+    MainWindowWorld w;
+    w.ShowWindow();
+    const MainToolbar& toolbar = w.main.Toolbar();
+    const auto name = [&toolbar](int index) {
+        QWidget* button = toolbar.tbMain->widgetForAction(toolbar.Buttons[index]);
+        return QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name);
+    };
+    EXPECT_EQ(name(1), QStringLiteral("New"));
+    EXPECT_EQ(name(2), QStringLiteral("Open"));
+    EXPECT_EQ(name(9), QStringLiteral("Previous Month"));
+    EXPECT_EQ(name(15), QStringLiteral("Comming Up"));
+    EXPECT_EQ(toolbar.Buttons[1]->toolTip(), QString());
+}
+
+TEST(ToolbarImages, AreDrawnForScreensScaledUpToThreeTimes) {
+    const QIcon icon = ToolbarIcon(ToolbarImage::Edit);
+    for (const int size : {16, 24, 32, 48}) {
+        EXPECT_TRUE(icon.availableSizes().contains(QSize(size, size))) << size;
+    }
+    EXPECT_EQ(icon.pixmap(QSize(16, 16), 2.0).size(), QSize(32, 32));
+    EXPECT_EQ(icon.pixmap(QSize(16, 16), 1.5).size(), QSize(24, 24));
 }
 
 }  // namespace

@@ -155,6 +155,34 @@ TEST(GridKeyboard, DeleteErasesTheSelectedDateAfterItsQuestion) {
     EXPECT_TRUE(w.store.module1.CalendarDirty);
 }
 
+// The commands act on the selected date; a date the grid does not show is
+// first shown, and only a second press acts on it.
+TEST(GridKeyboard, EnterAndDeleteFirstShowASelectedDateOfAnotherMonth) {
+    MainWindowWorld w;
+    w.main.Calender1().Months[2].Dates[7].Title = QStringLiteral("Dentist");
+    TabToGrid(w);
+    SurfaceWidget& grid = w.main.CalenderView();
+    w.main.ShowMonth(4);
+    Press(grid, Qt::Key_Delete);
+    EXPECT_TRUE(w.ShownTexts().isEmpty());
+    EXPECT_EQ(w.main.Calender1().GetDisplayMonth(), 3);
+    EXPECT_EQ(CheckedMonth(w), 3);
+    EXPECT_EQ(w.HighlightedDay(), 7);
+    EXPECT_EQ(w.main.Calender1().Months[2].Dates[7].Title.Trimmed(), QStringLiteral("Dentist"));
+
+    w.main.ShowMonth(5);
+    bool edited = false;
+    w.WhenEditorOpens([&edited](frmEdit& editor) {
+        edited = true;
+        editor.reject();
+    });
+    Press(grid, Qt::Key_Return);
+    EXPECT_FALSE(edited);
+    EXPECT_EQ(CheckedMonth(w), 3);
+    Press(grid, Qt::Key_Return);
+    EXPECT_TRUE(edited);
+}
+
 TEST(GridKeyboard, ShortcutsWithControlAreLeftToTheMenus) {
     MainWindowWorld w;
     TabToGrid(w);
