@@ -14,6 +14,8 @@ int RunShow(const QStringList& words, const Environment& environment, QTextStrea
             QTextStream& err);
 int RunExport(const QStringList& words, const Environment& environment, QTextStream& out,
               QTextStream& err);
+int RunPublish(const QStringList& words, const Environment& environment, QTextStream& out,
+               QTextStream& err);
 int RunImport(const QStringList& words, const Environment& environment, QTextStream& out,
               QTextStream& err);
 

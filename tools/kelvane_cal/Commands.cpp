@@ -17,6 +17,10 @@ const char* const kHelp =
     "  export FILE --year YYYY [-o OUT]  write the calendar as iCalendar (.ics)\n"
     "  import IN.ics --year YYYY [-o OUT] [--into CAL]\n"
     "                                    make a calendar file from iCalendar\n"
+    "  import URL --year YYYY [-o OUT] [--into CAL]\n"
+    "                                    the same from a CalDAV calendar\n"
+    "  publish FILE --year YYYY --url URL\n"
+    "                                    make a CalDAV calendar hold the export\n"
     "\n"
     "'kelvane-cal COMMAND --help' describes a command. Output files are replaced\n"
     "only with --force; without -o the output goes to the standard output.\n"
@@ -84,6 +88,9 @@ int RunCommand(const QStringList& arguments, const Environment& environment, QTe
     }
     if (command == QStringLiteral("export")) {
         return RunExport(words, environment, out, err);
+    }
+    if (command == QStringLiteral("publish")) {
+        return RunPublish(words, environment, out, err);
     }
     if (command == QStringLiteral("import")) {
         return RunImport(words, environment, out, err);

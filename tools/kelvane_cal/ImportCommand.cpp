@@ -3,6 +3,8 @@
 #include <QFileInfo>
 
 #include "kelvane_cal/Arguments.h"
+#include "kelvane_cal/CalDavImport.h"
+#include "kelvane_cal/CalDavUrl.h"
 #include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/CommandRunners.h"
 #include "kelvane_cal/FileYear.h"
@@ -19,9 +21,12 @@ namespace {
 const char* const kImportHelp =
     "usage: kelvane-cal import IN.ics --year YYYY [-o OUT.cal] [--into CAL]\n"
     "                          [--timezone ZONE] [--force]\n"
+    "       kelvane-cal import URL --year YYYY [...] [--user NAME]\n"
+    "                          [--password-file FILE] [--allow-http]\n"
     "\n"
-    "Makes a calendar file from the events of an iCalendar file that fall in\n"
-    "year YYYY. Repeating events are expanded within the year and cancelled\n"
+    "Makes a calendar file from the events of an iCalendar file, or of a CalDAV\n"
+    "calendar collection at an http(s) URL, that fall in year YYYY. Repeating events are expanded "
+    "within the year and cancelled\n"
     "ones left out. All-day events become titles (several on one day are joined\n"
     "with \"; \") and their descriptions notes (cut to 800 characters, with a\n"
     "warning). Timed events become activities: the 39 earliest of each date are\n"
@@ -42,7 +47,11 @@ const char* const kImportHelp =
     "  --timezone ZONE  the zone times with a zone are put into, such as\n"
     "                   Europe/London (the system's zone when left out); times\n"
     "                   without a zone stay as they are\n"
-    "  --force          replace OUT.cal when it exists\n";
+    "  --force          replace OUT.cal when it exists\n"
+    "  --user NAME      the CalDAV user (else the one in ~/.netrc); the password\n"
+    "                   comes from --password-file, ~/.netrc or the environment\n"
+    "                   variable KELVANE_CALDAV_PASSWORD\n"
+    "  --allow-http     allow plain http to other computers (a warning each run)\n";
 
 // The years libical can count seconds in, with a year to spare at the end.
 constexpr int kFirstYear = 1902;
@@ -55,6 +64,9 @@ struct ImportWords {
     int Year = 0;
     int TodayYear = 0;  // the year a calendar file that names none lays out
     bool Force = false;
+    QUrl Url;  // when the input is a CalDAV collection
+    QString User;
+    QString PasswordFile;
     icaltimezone* Zone = nullptr;
     QString ZoneWarning;  // when the system's zone is unknown
 };
@@ -156,19 +168,42 @@ QString LayoutWarning(const ImportWords& words, const CalendarFileContent& calen
              WeekdayName(layout.FirstWeekday()), from, QString::number(words.Year));
 }
 
-int Import(const ImportWords& words, QTextStream& out, QTextStream& err) {
+// The iCalendar text to read: the file, or the collection's events of the year.
+std::unique_ptr<QIODevice> OpenImport(const ImportWords& words, const Environment& environment,
+                                      QString& problem) {
+    if (words.Url.isEmpty()) {
+        auto file = std::make_unique<QFile>(words.Input);
+        return OpenInput(words.Input, *file, problem) ? std::move(file) : nullptr;
+    }
+    Credentials credentials;
+    QByteArray text;
+    if (!FindCredentials(words.Url, words.User,
+                         {words.PasswordFile, environment.NetrcFile, environment.PasswordVariable,
+                          environment.PasswordVariableSet},
+                         credentials, problem) ||
+        !FetchYear(words.Url, words.Year, credentials, text, problem)) {
+        return nullptr;
+    }
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(text);
+    buffer->open(QIODevice::ReadOnly);
+    return buffer;
+}
+
+int Import(const ImportWords& words, const Environment& environment, QTextStream& out,
+           QTextStream& err) {
     QString problem;
     CalendarFileContent calendar;
     if (!words.Into.isEmpty() && !ReadCalendar(words.Into, calendar, problem)) {
         return FileError(problem, err);
     }
-    QFile input(words.Input);
-    if (!OpenInput(words.Input, input, problem)) {
+    const std::unique_ptr<QIODevice> input = OpenImport(words, environment, problem);
+    if (!input) {
         return FileError(problem, err);
     }
     ImportedDates dates;
     ImportReport report;
-    if (!ImportICalendar(input, {words.Year, words.Zone}, dates, report)) {
+    if (!ImportICalendar(*input, {words.Year, words.Zone}, dates, report)) {
         return FileError(QStringLiteral("%1: line %2: %3; nothing was written")
                              .arg(words.Input, QString::number(report.ProblemLine), report.Problem),
                          err);
@@ -213,7 +248,10 @@ int RunImport(const QStringList& words, const Environment& environment, QTextStr
                        {QStringLiteral("--output"), QStringLiteral("-o"), true},
                        {QStringLiteral("--into"), QString(), true},
                        {QStringLiteral("--timezone"), QString(), true},
-                       {QStringLiteral("--force"), QString(), false}},
+                       {QStringLiteral("--force"), QString(), false},
+                       {QStringLiteral("--user"), QString(), true},
+                       {QStringLiteral("--password-file"), QString(), true},
+                       {QStringLiteral("--allow-http"), QString(), false}},
                       kImportHelp, arguments, out, err, status)) {
         return status;
     }
@@ -222,10 +260,18 @@ int RunImport(const QStringList& words, const Environment& environment, QTextStr
     if (!ReadImportWords(arguments, environment, importWords, problem)) {
         return UsageError(command, problem, err);
     }
+    if (IsWebAddress(importWords.Input)) {
+        if (!CollectionUrl(importWords.Input, arguments.Has(QStringLiteral("--allow-http")),
+                           importWords.Url, problem, err)) {
+            return UsageError(command, problem, err);
+        }
+        importWords.User = arguments.Value(QStringLiteral("--user"));
+        importWords.PasswordFile = arguments.Value(QStringLiteral("--password-file"));
+    }
     if (!OutputAllowed(importWords.Output, importWords.Force, problem)) {
         return FileError(problem, err);
     }
-    return Import(importWords, out, err);
+    return Import(importWords, environment, out, err);
 }
 
 }  // namespace kelvane::cal

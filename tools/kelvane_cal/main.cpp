@@ -1,5 +1,6 @@
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QDir>
 #include <QTimeZone>
 
 #include "kelvane_cal/Commands.h"
@@ -8,8 +9,17 @@ int main(int argc, char* argv[]) {
     QCoreApplication application(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const kelvane::cal::Environment environment{QDate::currentDate(),
-                                                QDateTime::currentDateTimeUtc(),
-                                                QString::fromUtf8(QTimeZone::systemTimeZoneId())};
+    kelvane::cal::Environment environment;
+    environment.Today = QDate::currentDate();
+    environment.Now = QDateTime::currentDateTimeUtc();
+    environment.SystemZone = QString::fromUtf8(QTimeZone::systemTimeZoneId());
+    const QString home = QDir::homePath();
+    const QString stateHome = qEnvironmentVariable("XDG_STATE_HOME");
+    environment.StateFolder =
+        (stateHome.isEmpty() ? home + QStringLiteral("/.local/state") : stateHome) +
+        QStringLiteral("/Kelvane");
+    environment.NetrcFile = home + QStringLiteral("/.netrc");
+    environment.PasswordVariableSet = qEnvironmentVariableIsSet("KELVANE_CALDAV_PASSWORD");
+    environment.PasswordVariable = qEnvironmentVariable("KELVANE_CALDAV_PASSWORD");
     return kelvane::cal::RunCommand(QCoreApplication::arguments().mid(1), environment, out, err);
 }

@@ -21,8 +21,11 @@ struct CalRun {
 };
 
 inline Environment FixedEnvironment() {
-    return {QDate(2026, 11, 23), QDateTime(QDate(2026, 11, 23), QTime(9, 30), Qt::UTC),
-            QStringLiteral("Europe/London")};
+    Environment environment;
+    environment.Today = QDate(2026, 11, 23);
+    environment.Now = QDateTime(QDate(2026, 11, 23), QTime(9, 30), Qt::UTC);
+    environment.SystemZone = QStringLiteral("Europe/London");
+    return environment;
 }
 
 inline CalRun RunCal(const QStringList& arguments) {

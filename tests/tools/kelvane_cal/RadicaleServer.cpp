@@ -1,0 +1,161 @@
+#include "RadicaleServer.h"
+
+#include <QAuthenticator>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QStandardPaths>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QThread>
+
+#include "kelvane_cal/DavXml.h"
+
+#include <csignal>
+
+namespace kelvane::cal::testing {
+
+namespace {
+
+int FreePort() {
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost, 0);
+    return server.serverPort();
+}
+
+bool WriteText(const QString& path, const QByteArray& text) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+}
+
+}  // namespace
+
+RadicaleServer::RadicaleServer() {
+    const QString radicale = QStandardPaths::findExecutable(QStringLiteral("radicale"));
+    if (radicale.isEmpty()) {
+        problem_ =
+            QStringLiteral("radicale is not installed (scripts/install-deps.sh installs it)");
+        return;
+    }
+    port_ = FreePort();
+    const QByteArray config = QStringLiteral(
+                                  "[server]\nhosts = 127.0.0.1:%1\n"
+                                  "[auth]\ntype = htpasswd\nhtpasswd_filename = %2\n"
+                                  "htpasswd_encryption = plain\ndelay = 0\n"
+                                  "[storage]\nfilesystem_folder = %3\n"
+                                  "[logging]\nlevel = warning\n")
+                                  .arg(port_)
+                                  .arg(folder_.filePath(QStringLiteral("users")),
+                                       folder_.filePath(QStringLiteral("storage")))
+                                  .toUtf8();
+    WriteText(folder_.filePath(QStringLiteral("users")), "alice:secret\n");
+    WriteText(folder_.filePath(QStringLiteral("config")), config);
+    process_.setProgram(radicale);
+    process_.setArguments({QStringLiteral("--config"), folder_.filePath(QStringLiteral("config"))});
+    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    Start();
+}
+
+RadicaleServer::~RadicaleServer() {
+    if (killer_.joinable()) {
+        killer_.join();
+    }
+    Stop();
+}
+
+void RadicaleServer::KillWhenHolding(const QString& name, int count) {
+    const QString folder =
+        folder_.filePath(QStringLiteral("storage/collection-root/alice/") + name);
+    const qint64 pid = process_.processId();
+    killer_ = std::thread([folder, count, pid] {
+        const QDeadlineTimer deadline(60000);
+        while (!deadline.hasExpired() &&
+               QDir(folder).entryList({QStringLiteral("*.ics")}, QDir::Files).size() < count) {
+            QThread::msleep(10);
+        }
+        ::kill(static_cast<pid_t>(pid), SIGKILL);
+    });
+}
+
+bool RadicaleServer::Start() {
+    if (port_ == 0) {
+        return false;
+    }
+    process_.start();
+    if (!process_.waitForStarted(10000)) {
+        problem_ = QStringLiteral("radicale did not start: ") + process_.errorString();
+        return false;
+    }
+    const QDeadlineTimer deadline(20000);
+    while (!deadline.hasExpired()) {
+        QTcpSocket socket;
+        socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port_));
+        if (socket.waitForConnected(200)) {
+            problem_.clear();
+            return true;
+        }
+        if (process_.state() == QProcess::NotRunning) {
+            break;
+        }
+        QThread::msleep(50);
+    }
+    problem_ = QStringLiteral("radicale does not answer on port %1").arg(port_);
+    return false;
+}
+
+void RadicaleServer::Stop() {
+    if (killer_.joinable()) {
+        killer_.join();
+    }
+    if (process_.state() != QProcess::NotRunning) {
+        process_.kill();
+        process_.waitForFinished(5000);
+    }
+}
+
+RadicaleServer::Answer RadicaleServer::Request(
+    const QByteArray& method, const QUrl& url, const QByteArray& body,
+    const QList<QPair<QByteArray, QByteArray>>& headers) {
+    QNetworkAccessManager manager;
+    QNetworkRequest request(url);
+    request.setRawHeader("Authorization", "Basic " + QByteArray("alice:secret").toBase64());
+    for (const auto& [name, value] : headers) {
+        request.setRawHeader(name, value);
+    }
+    QNetworkReply* reply = manager.sendCustomRequest(request, method, body);
+    QEventLoop loop;
+    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    loop.exec();
+    Answer answer{reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(),
+                  reply->readAll(), reply->rawHeader("ETag")};
+    reply->deleteLater();
+    return answer;
+}
+
+QString RadicaleServer::Calendar(const QString& name) {
+    const QString url = QStringLiteral("http://127.0.0.1:%1/alice/%2/").arg(port_).arg(name);
+    Request("MKCALENDAR", QUrl(url));
+    return url;
+}
+
+QStringList RadicaleServer::Resources(const QString& calendarUrl) {
+    const Answer answer = Request("PROPFIND", QUrl(calendarUrl), ETagsRequestBody(),
+                                  {{"Depth", "1"}, {"Content-Type", "application/xml"}});
+    std::vector<DavResource> resources;
+    QString problem;
+    ParseMultistatus(answer.Body, resources, problem);
+    QStringList names;
+    for (const DavResource& resource : resources) {
+        const QString name = resource.Href.section(QLatin1Char('/'), -1);
+        if (name.endsWith(QStringLiteral(".ics"))) {
+            names.append(QUrl::fromPercentEncoding(name.toUtf8()));
+        }
+    }
+    names.sort();
+    return names;
+}
+
+}  // namespace kelvane::cal::testing

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include <thread>
+
+// A real CalDAV server for the tests: Debian's Radicale on 127.0.0.1, on a
+// free port, with its own storage folder and one user, alice, whose password
+// is "secret". Stopped when the object goes.
+namespace kelvane::cal::testing {
+
+class RadicaleServer {
+  public:
+    RadicaleServer();
+    ~RadicaleServer();
+    RadicaleServer(const RadicaleServer&) = delete;
+    RadicaleServer& operator=(const RadicaleServer&) = delete;
+
+    // Empty when the server runs, else why it does not.
+    QString Problem() const { return problem_; }
+    bool Start();
+    void Stop();
+    // Kills the server, from another thread, as soon as the calendar `name`
+    // holds `count` events: a server that stops in the middle of a run.
+    void KillWhenHolding(const QString& name, int count);
+
+    // The URL of alice's calendar `name`, made when first asked for.
+    QString Calendar(const QString& name);
+
+    // Plain requests as another calendar program would send them; the HTTP
+    // status, with the body and the ETag header of the answer.
+    struct Answer {
+        int Status = 0;
+        QByteArray Body;
+        QByteArray ETag;
+    };
+    Answer Request(const QByteArray& method, const QUrl& url, const QByteArray& body = {},
+                   const QList<QPair<QByteArray, QByteArray>>& headers = {});
+    // The names of the .ics resources in a calendar.
+    QStringList Resources(const QString& calendarUrl);
+
+  private:
+    QTemporaryDir folder_;
+    std::thread killer_;
+    QProcess process_;
+    int port_ = 0;
+    QString problem_;
+};
+
+}  // namespace kelvane::cal::testing

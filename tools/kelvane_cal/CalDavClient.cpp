@@ -1,0 +1,154 @@
+#include "kelvane_cal/CalDavClient.h"
+
+#include <QAuthenticator>
+#include <QEventLoop>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+
+namespace kelvane::cal {
+
+CalDavClient::CalDavClient(const Credentials& credentials, int timeoutSeconds)
+    : timeoutSeconds_(timeoutSeconds) {
+    if (!credentials.User.isEmpty()) {
+        authorization_ =
+            "Basic " +
+            (credentials.User + QLatin1Char(':') + credentials.Password).toUtf8().toBase64();
+    }
+    // The credentials go with every request; asked again, they were wrong.
+    QObject::connect(&manager_, &QNetworkAccessManager::authenticationRequired,
+                     [](QNetworkReply*, QAuthenticator*) {});
+}
+
+QNetworkReply* CalDavClient::Start(const DavRequest& request) {
+    QNetworkRequest http(request.Url);
+    http.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                      QNetworkRequest::SameOriginRedirectPolicy);
+    http.setTransferTimeout(timeoutSeconds_ * 1000);
+    if (!authorization_.isEmpty()) {
+        http.setRawHeader("Authorization", authorization_);
+    }
+    for (const auto& [name, value] : request.Headers) {
+        http.setRawHeader(name, value);
+    }
+    ++sent_[request.Method];
+    return manager_.sendCustomRequest(http, request.Method, request.Body);
+}
+
+DavReply CalDavClient::Finish(QNetworkReply* reply) const {
+    DavReply answer;
+    answer.Url = reply->request().url();
+    answer.Status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    answer.Body = reply->readAll();
+    answer.ETag = reply->rawHeader("ETag");
+    const QNetworkReply::NetworkError error = reply->error();
+    answer.TimedOut =
+        error == QNetworkReply::OperationCanceledError || error == QNetworkReply::TimeoutError;
+    const bool httpError = error >= QNetworkReply::ContentAccessDenied &&
+                           error <= QNetworkReply::UnknownServerError && answer.Status != 0;
+    if (error != QNetworkReply::NoError && !httpError) {
+        answer.NetworkError = reply->errorString();
+        if (answer.Status >= 300 && answer.Status < 400) {
+            answer.Status = 0;  // a redirect that was not followed
+        }
+    }
+    reply->deleteLater();
+    return answer;
+}
+
+DavReply CalDavClient::Send(const DavRequest& request) {
+    return SendAll({request}, 1, {}).front();
+}
+
+std::vector<DavReply> CalDavClient::SendAll(
+    const std::vector<DavRequest>& requests, int parallel,
+    const std::function<void(std::size_t, const DavReply&)>& done) {
+    std::vector<DavReply> replies(requests.size());
+    std::size_t next = 0;
+    std::size_t finished = 0;
+    QEventLoop loop;
+    std::function<void()> startNext = [&] {
+        if (next >= requests.size()) {
+            return;
+        }
+        const std::size_t index = next++;
+        QNetworkReply* reply = Start(requests[index]);
+        QObject::connect(reply, &QNetworkReply::finished, &loop, [&, reply, index] {
+            replies[index] = Finish(reply);
+            if (done) {
+                done(index, replies[index]);
+            }
+            if (++finished == requests.size()) {
+                loop.quit();
+            } else {
+                startNext();
+            }
+        });
+    };
+    for (int started = 0; started < std::max(parallel, 1); ++started) {
+        startNext();
+    }
+    if (finished < requests.size()) {
+        loop.exec();
+    }
+    return replies;
+}
+
+int CalDavClient::Sent(const QByteArray& method) const {
+    const auto count = sent_.find(method);
+    return count == sent_.end() ? 0 : count->second;
+}
+
+QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
+    const QString url = reply.Url.toString(QUrl::RemoveUserInfo);
+    if (reply.Status >= 200 && reply.Status < 300) {
+        return {};
+    }
+    if (reply.TimedOut) {
+        return QStringLiteral(
+                   "%1: no answer within %2 seconds; check that the server is running "
+                   "and can be reached")
+            .arg(url)
+            .arg(timeoutSeconds);
+    }
+    if (reply.Status == 0) {
+        return QStringLiteral("%1: %2; check the URL and that the server is running")
+            .arg(url, reply.NetworkError);
+    }
+    switch (reply.Status) {
+        case 401:
+            return QStringLiteral(
+                       "%1: the server refused the user name or password (401); check "
+                       "--user and the password")
+                .arg(url);
+        case 403:
+            return QStringLiteral(
+                       "%1: the server forbids this (403); check that the user may "
+                       "write to this calendar")
+                .arg(url);
+        case 404:
+            return QStringLiteral("%1: not found (404); check the URL of the calendar collection")
+                .arg(url);
+        case 405:
+            return QStringLiteral(
+                       "%1: the server does not allow this here (405); check that the "
+                       "URL names a calendar collection")
+                .arg(url);
+        case 412:
+            return QStringLiteral("%1: changed on the server (412)").arg(url);
+        case 507:
+            return QStringLiteral("%1: the server has no room left (507); free some space on it")
+                .arg(url);
+        default:
+            break;
+    }
+    if (reply.Status >= 500) {
+        return QStringLiteral(
+                   "%1: the server failed (%2); try again later, or ask its "
+                   "administrator")
+            .arg(url)
+            .arg(reply.Status);
+    }
+    return QStringLiteral("%1: the server answered %2; check the URL").arg(url).arg(reply.Status);
+}
+
+}  // namespace kelvane::cal

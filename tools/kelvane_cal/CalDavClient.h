@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QNetworkAccessManager>
+#include <QPair>
+#include <QUrl>
+
+#include <map>
+#include <vector>
+
+#include "kelvane_cal/Credentials.h"
+
+namespace kelvane::cal {
+
+struct DavRequest {
+    QByteArray Method;
+    QUrl Url;
+    QByteArray Body;
+    QList<QPair<QByteArray, QByteArray>> Headers;
+};
+
+struct DavReply {
+    QUrl Url;
+    int Status = 0;  // the HTTP status; 0 when none came
+    QByteArray Body;
+    QByteArray ETag;       // the ETag header, with its quotes
+    QString NetworkError;  // why no status came, or why the answer was refused
+    bool TimedOut = false;
+};
+
+// Talks HTTP to a CalDAV server through Qt's network access: a few requests
+// at a time over kept-alive connections, redirects followed only within the
+// same origin, TLS errors never ignored. Needs a running Qt application
+// object; waits in a local event loop.
+class CalDavClient {
+  public:
+    CalDavClient(const Credentials& credentials, int timeoutSeconds);
+
+    DavReply Send(const DavRequest& request);
+    // Sends every request, at most `parallel` at a time, and gives the
+    // replies in the order of the requests. `done` hears of each reply as it
+    // comes, so that progress can be kept.
+    std::vector<DavReply> SendAll(const std::vector<DavRequest>& requests, int parallel,
+                                  const std::function<void(std::size_t, const DavReply&)>& done);
+    // How many requests of a method were sent so far.
+    int Sent(const QByteArray& method) const;
+    int TimeoutSeconds() const { return timeoutSeconds_; }
+
+  private:
+    QNetworkReply* Start(const DavRequest& request);
+    DavReply Finish(QNetworkReply* reply) const;
+
+    QNetworkAccessManager manager_;
+    QByteArray authorization_;
+    int timeoutSeconds_;
+    std::map<QByteArray, int> sent_;
+};
+
+// One clear message for a reply that failed, naming the URL and what to do;
+// empty for a reply with a 2xx status.
+QString DescribeFailure(const DavReply& reply, int timeoutSeconds);
+
+}  // namespace kelvane::cal

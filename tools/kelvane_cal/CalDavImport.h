@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QUrl>
+
+#include "kelvane_cal/Credentials.h"
+
+namespace kelvane::cal {
+
+// The events of a CalDAV collection that fall in `year` (give or take a day,
+// for times without a zone), read with a calendar-query REPORT and joined into
+// one iCalendar text. False with a message naming the URL when the server
+// cannot be read.
+bool FetchYear(const QUrl& collection, int year, const Credentials& credentials,
+               QByteArray& calendar, QString& problem);
+
+}  // namespace kelvane::cal

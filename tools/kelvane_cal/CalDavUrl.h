@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <QTextStream>
+#include <QUrl>
+
+namespace kelvane::cal {
+
+// Whether a text names a CalDAV collection rather than a file.
+bool IsWebAddress(const QString& text);
+
+// The collection URL of `text`, ending in "/": https, or http to a loopback
+// address, or http anywhere with `allowHttp` (which warns on `err`). False
+// with the problem otherwise.
+bool CollectionUrl(const QString& text, bool allowHttp, QUrl& url, QString& problem,
+                   QTextStream& err);
+
+// The URL of an event's resource in a collection: its UID, percent-encoded, and ".ics".
+QUrl EventUrl(const QUrl& collection, const QString& uid);
+// The UID a resource's path names, or empty when it names no .ics file.
+QString UidOfHref(const QString& href);
+
+}  // namespace kelvane::cal

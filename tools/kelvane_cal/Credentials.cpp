@@ -1,0 +1,91 @@
+#include "kelvane_cal/Credentials.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace kelvane::cal {
+
+namespace {
+
+constexpr QFileDevice::Permissions kOthersMayRead =
+    QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther |
+    QFileDevice::WriteOther;
+
+bool ReadPasswordFile(const QString& fileName, QString& password, QString& problem) {
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        problem = QStringLiteral("%1: cannot be read: %2").arg(fileName, file.errorString());
+        return false;
+    }
+    if (QFileInfo(fileName).permissions() & kOthersMayRead) {
+        problem = QStringLiteral("%1: others than its owner may read it; run chmod 600 on it")
+                      .arg(fileName);
+        return false;
+    }
+    password =
+        QString::fromUtf8(file.readLine()).remove(QLatin1Char('\n')).remove(QLatin1Char('\r'));
+    return true;
+}
+
+struct NetrcEntry {
+    QString Login;
+    QString Password;
+    bool Found = false;
+};
+
+// The entry of `host` in a netrc file, or its default entry.
+NetrcEntry ReadNetrc(const QString& fileName, const QString& host) {
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    const QStringList words =
+        QString::fromUtf8(file.readAll())
+            .split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+    NetrcEntry chosen;
+    NetrcEntry fallback;
+    NetrcEntry* current = nullptr;
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        const QString& word = words[i];
+        const QString next = i + 1 < words.size() ? words[i + 1] : QString();
+        if (word == QLatin1String("machine")) {
+            current = next == host && !chosen.Found ? &chosen : nullptr;
+            if (current != nullptr) {
+                current->Found = true;
+            }
+            ++i;
+        } else if (word == QLatin1String("default")) {
+            current = fallback.Found ? nullptr : &fallback;
+            if (current != nullptr) {
+                current->Found = true;
+            }
+        } else if (word == QLatin1String("login") && current != nullptr) {
+            current->Login = next;
+            ++i;
+        } else if (word == QLatin1String("password") && current != nullptr) {
+            current->Password = next;
+            ++i;
+        }
+    }
+    return chosen.Found ? chosen : fallback;
+}
+
+}  // namespace
+
+bool FindCredentials(const QUrl& url, const QString& user, const PasswordSources& sources,
+                     Credentials& credentials, QString& problem) {
+    const NetrcEntry netrc = ReadNetrc(sources.NetrcFile, url.host());
+    credentials.User = user.isEmpty() ? netrc.Login : user;
+    if (!sources.PasswordFile.isEmpty()) {
+        return ReadPasswordFile(sources.PasswordFile, credentials.Password, problem);
+    }
+    if (netrc.Found && (user.isEmpty() || user == netrc.Login)) {
+        credentials.Password = netrc.Password;
+    } else if (sources.EnvironmentSet) {
+        credentials.Password = sources.EnvironmentValue;
+    }
+    return true;
+}
+
+}  // namespace kelvane::cal

@@ -1,0 +1,404 @@
+#include <QFileInfo>
+
+#include "kelvane_cal/Arguments.h"
+#include "kelvane_cal/CalDavClient.h"
+#include "kelvane_cal/CalDavUrl.h"
+#include "kelvane_cal/CommandRunners.h"
+#include "kelvane_cal/DavXml.h"
+#include "kelvane_cal/Files.h"
+#include "kelvane_cal/ICalExport.h"
+#include "kelvane_cal/PublishPlan.h"
+#include "store/Module1.h"
+
+namespace kelvane::cal {
+
+namespace {
+
+const char* const kPublishHelp =
+    "usage: kelvane-cal publish FILE --year YYYY --url COLLECTION-URL [--user NAME]\n"
+    "                           [--uid-seed TEXT] [--password-file FILE]\n"
+    "                           [--dry-run] [--force] [--allow-http]\n"
+    "\n"
+    "Makes a CalDAV calendar collection hold exactly the events that 'export'\n"
+    "writes for year YYYY, one resource <UID>.ics per event: new events are\n"
+    "created, changed ones replaced and those the file no longer has deleted.\n"
+    "Only events this file's UID seed made are ever changed or deleted. What was\n"
+    "published is kept in ~/.local/state/Kelvane, so that a second run with\n"
+    "nothing changed sends nothing but one PROPFIND, and an interrupted run is\n"
+    "completed by the next.\n"
+    "\n"
+    "An event changed on the server since the last publish is a conflict: it is\n"
+    "reported, left as the server has it, and the exit status is 1.\n"
+    "\n"
+    "The password comes from --password-file (which only its owner may read),\n"
+    "from ~/.netrc, or from the environment variable KELVANE_CALDAV_PASSWORD.\n"
+    "\n"
+    "  --year YYYY          the year the dates are put in (1 to 9999)\n"
+    "  --url URL            the calendar collection, https (http only to this\n"
+    "                       computer)\n"
+    "  --user NAME          the user name (else the one in ~/.netrc)\n"
+    "  --uid-seed TEXT      the seed of the UIDs, as for export\n"
+    "  --password-file FILE the file whose first line is the password\n"
+    "  --dry-run            say what would be done, and do nothing\n"
+    "  --force              replace or delete events changed on the server\n"
+    "  --allow-http         allow plain http to other computers (a warning each run)\n";
+
+constexpr int kTimeoutSeconds = 30;
+constexpr int kParallel = 4;
+// The state is saved after this many changes, and at the end.
+constexpr int kChangesPerSave = 50;
+
+struct PublishWords {
+    QString File;
+    int Year = 0;
+    QUrl Url;
+    QString User;
+    QString Seed;
+    QString PasswordFile;
+    bool DryRun = false;
+    bool Force = false;
+};
+
+bool ReadPublishWords(const Arguments& arguments, PublishWords& words, QString& problem,
+                      QTextStream& err) {
+    if (arguments.Positional.size() != 1) {
+        problem = QStringLiteral("give one calendar file");
+        return false;
+    }
+    words.File = arguments.Positional.first();
+    if (!ParseWholeNumber(arguments.Value(QStringLiteral("--year")), 1, 9999, words.Year)) {
+        problem = QStringLiteral("--year takes a year from 1 to 9999");
+        return false;
+    }
+    if (!arguments.HasValue(QStringLiteral("--url"))) {
+        problem = QStringLiteral("give the calendar collection with --url");
+        return false;
+    }
+    words.Seed = arguments.Value(QStringLiteral("--uid-seed"));
+    if (arguments.HasValue(QStringLiteral("--uid-seed")) && words.Seed.trimmed().isEmpty()) {
+        problem = QStringLiteral("--uid-seed takes a text that is not blank");
+        return false;
+    }
+    words.User = arguments.Value(QStringLiteral("--user"));
+    words.PasswordFile = arguments.Value(QStringLiteral("--password-file"));
+    words.DryRun = arguments.Has(QStringLiteral("--dry-run"));
+    words.Force = arguments.Has(QStringLiteral("--force"));
+    return CollectionUrl(arguments.Value(QStringLiteral("--url")),
+                         arguments.Has(QStringLiteral("--allow-http")), words.Url, problem, err);
+}
+
+QString SeedOf(const PublishWords& words) {
+    return words.Seed.isEmpty() ? QFileInfo(words.File).fileName() : words.Seed;
+}
+
+// "17 March 2026" for a UID that starts with its date.
+QString DateOfUid(const QString& uid) {
+    const QDate date = QDate::fromString(uid.left(8), QStringLiteral("yyyyMMdd"));
+    if (!date.isValid()) {
+        return uid;
+    }
+    return QStringLiteral("%1 %2 %3")
+        .arg(date.day())
+        .arg(QLocale::c().monthName(date.month()))
+        .arg(date.year());
+}
+
+// Runs one publish from its words to its exit status.
+class Publisher {
+  public:
+    Publisher(const PublishWords& words, const Environment& environment, QTextStream& out,
+              QTextStream& err)
+        : words_(words),
+          environment_(environment),
+          out_(out),
+          err_(err),
+          state_(environment.StateFolder, words.Url.toString(), SeedOf(words)),
+          ownSuffix_(EventUid(SeedOf(words), words.Year, 1, 1, 0).section(QLatin1Char('-'), -1)) {}
+
+    int Run();
+
+  private:
+    bool Export(QString& problem);
+    bool ListServer(QString& problem);
+    void Check(PublishPlan& plan);
+    void Execute(const PublishPlan& plan);
+    void Applied(const PublishAction& action, const DavReply& reply);
+    void SaveNow();
+    void FillMissingETags();
+    void Conflict(const QString& uid, const QString& reason);
+    int Finish();
+    bool OwnUid(const QString& uid) const {
+        return uid.startsWith(QString::number(words_.Year).rightJustified(4, QLatin1Char('0'))) &&
+               uid.endsWith(QLatin1Char('-') + ownSuffix_);
+    }
+
+    const PublishWords& words_;
+    const Environment& environment_;
+    QTextStream& out_;
+    QTextStream& err_;
+    PublishState state_;
+    QString ownSuffix_;
+    std::unique_ptr<CalDavClient> client_;
+    std::map<QString, EventText> local_;
+    std::map<QString, ServerEvent> server_;
+    int created_ = 0;
+    int replaced_ = 0;
+    int deleted_ = 0;
+    int unchanged_ = 0;
+    int conflicts_ = 0;
+    int unsaved_ = 0;
+    bool etagsMissing_ = false;
+    QStringList failures_;
+};
+
+bool Publisher::Export(QString& problem) {
+    CalendarFileContent content;
+    if (!ReadCalendar(words_.File, content, problem)) {
+        return false;
+    }
+    const ExportResult result =
+        ExportToICalendar(content, {words_.File, words_.Year, environment_.Now, words_.Seed});
+    for (const QString& warning : result.Warnings) {
+        Warn(words_.File + QStringLiteral(": ") + warning, err_);
+    }
+    for (EventText& event : SplitEvents(result.Text)) {
+        local_[event.Uid] = std::move(event);
+    }
+    return true;
+}
+
+bool Publisher::ListServer(QString& problem) {
+    const DavReply reply =
+        client_->Send({"PROPFIND",
+                       words_.Url,
+                       ETagsRequestBody(),
+                       {{"Depth", "1"}, {"Content-Type", "application/xml; charset=utf-8"}}});
+    if (reply.Status != 207) {
+        problem = reply.Status == 200 ? QStringLiteral("%1: is no WebDAV collection; check the URL")
+                                            .arg(words_.Url.toString())
+                                      : DescribeFailure(reply, client_->TimeoutSeconds());
+        return false;
+    }
+    std::vector<DavResource> resources;
+    if (!ParseMultistatus(reply.Body, resources, problem)) {
+        problem = words_.Url.toString() + QStringLiteral(": ") + problem;
+        return false;
+    }
+    for (const DavResource& resource : resources) {
+        const QString uid = UidOfHref(resource.Href);
+        if (!uid.isEmpty()) {
+            server_[uid] = {resource.Href, resource.ETag};
+        }
+    }
+    return true;
+}
+
+// Events on the server that the state does not know are taken as published
+// when they say what the file says (a run that stopped before it saved);
+// otherwise they are conflicts.
+void Publisher::Check(PublishPlan& plan) {
+    std::vector<DavRequest> requests;
+    std::vector<PublishAction*> checks;
+    for (PublishAction& action : plan.Actions) {
+        if (action.Step == PublishStep::Check) {
+            requests.push_back({"GET", EventUrl(words_.Url, action.Uid), {}, {}});
+            checks.push_back(&action);
+        }
+    }
+    const std::vector<DavReply> replies = client_->SendAll(requests, kParallel, {});
+    for (std::size_t index = 0; index < replies.size(); ++index) {
+        PublishAction& action = *checks[index];
+        const EventText& event = local_[action.Uid];
+        const std::vector<EventText> there = SplitEvents(replies[index].Body);
+        if (replies[index].Status == 200 && there.size() == 1 && there.front().Hash == event.Hash) {
+            state_.Events[action.Uid] = {action.IfMatch, event.Hash};
+            ++unchanged_;
+            ++unsaved_;
+            action.Step = PublishStep::Forget;  // nothing more to do
+            action.Uid.clear();
+        } else if (words_.Force) {
+            action.Step = PublishStep::Replace;
+        } else {
+            action.Step = PublishStep::Conflict;
+            action.Reason = QStringLiteral("on the server already, saying something else");
+        }
+    }
+}
+
+void Publisher::Conflict(const QString& uid, const QString& reason) {
+    ++conflicts_;
+    err_ << "kelvane-cal: conflict: " << uid << " (" << DateOfUid(uid) << ") " << reason
+         << "; left as the server has it (--force replaces it)\n";
+}
+
+void Publisher::SaveNow() {
+    QString problem;
+    if (!words_.DryRun && !state_.Save(problem)) {
+        failures_.append(problem);
+    }
+    unsaved_ = 0;
+}
+
+void Publisher::Applied(const PublishAction& action, const DavReply& reply) {
+    if (reply.Status == 412) {
+        Conflict(action.Uid, QStringLiteral("changed on the server since the last publish"));
+        return;
+    }
+    if (action.Step == PublishStep::Delete && (reply.Status == 404 || reply.Status == 410)) {
+        state_.Events.erase(action.Uid);
+        ++unsaved_;
+        return;
+    }
+    if (reply.Status < 200 || reply.Status >= 300) {
+        failures_.append(DescribeFailure(reply, client_->TimeoutSeconds()));
+        return;
+    }
+    if (action.Step == PublishStep::Delete) {
+        state_.Events.erase(action.Uid);
+        ++deleted_;
+    } else {
+        state_.Events[action.Uid] = {reply.ETag, local_[action.Uid].Hash};
+        ++(action.Step == PublishStep::Create ? created_ : replaced_);
+        etagsMissing_ = etagsMissing_ || reply.ETag.isEmpty();
+    }
+    if (++unsaved_ >= kChangesPerSave) {
+        SaveNow();
+    }
+}
+
+void Publisher::Execute(const PublishPlan& plan) {
+    std::vector<DavRequest> requests;
+    std::vector<const PublishAction*> actions;
+    for (const PublishAction& action : plan.Actions) {
+        const QUrl url = EventUrl(words_.Url, action.Uid);
+        if (action.Step == PublishStep::Create || action.Step == PublishStep::Replace) {
+            QList<QPair<QByteArray, QByteArray>> headers{
+                {"Content-Type", "text/calendar; charset=utf-8"}};
+            headers.append(action.Step == PublishStep::Create
+                               ? QPair<QByteArray, QByteArray>{"If-None-Match", "*"}
+                               : QPair<QByteArray, QByteArray>{"If-Match", action.IfMatch});
+            requests.push_back({"PUT", url, local_[action.Uid].Text, headers});
+        } else if (action.Step == PublishStep::Delete) {
+            requests.push_back({"DELETE", url, {}, {{"If-Match", action.IfMatch}}});
+        } else {
+            continue;
+        }
+        actions.push_back(&action);
+    }
+    client_->SendAll(requests, kParallel,
+                     [this, &actions](std::size_t index, const DavReply& reply) {
+                         Applied(*actions[index], reply);
+                     });
+}
+
+// A server that gives no ETag with its answer to a PUT is asked for them all
+// once more at the end.
+void Publisher::FillMissingETags() {
+    QString problem;
+    server_.clear();
+    if (!ListServer(problem)) {
+        failures_.append(problem);
+        return;
+    }
+    for (auto& [uid, event] : state_.Events) {
+        const auto there = server_.find(uid);
+        if (event.ETag.isEmpty() && there != server_.end()) {
+            event.ETag = there->second.ETag;
+            ++unsaved_;
+        }
+    }
+}
+
+int Publisher::Finish() {
+    if (unsaved_ > 0) {
+        SaveNow();
+    }
+    const QString verb = words_.DryRun ? QStringLiteral("would be ") : QString();
+    out_ << words_.Url.toString() << ": " << created_ << ' ' << verb << "created, " << replaced_
+         << ' ' << verb << "replaced, " << deleted_ << ' ' << verb << "deleted, " << unchanged_
+         << " unchanged, " << conflicts_ << (conflicts_ == 1 ? " conflict" : " conflicts")
+         << "; requests: " << client_->Sent("PROPFIND") << " PROPFIND, " << client_->Sent("GET")
+         << " GET, " << client_->Sent("PUT") << " PUT, " << client_->Sent("DELETE") << " DELETE\n";
+    out_.flush();
+    if (!failures_.isEmpty()) {
+        err_ << "kelvane-cal: " << failures_.first() << '\n';
+        if (failures_.size() > 1) {
+            err_ << "kelvane-cal: " << failures_.size() - 1
+                 << " more requests failed; run publish again to complete the calendar\n";
+        }
+    }
+    err_.flush();
+    return failures_.isEmpty() && conflicts_ == 0 ? kDone : kFileProblem;
+}
+
+int Publisher::Run() {
+    QString problem;
+    Credentials credentials;
+    if (!Export(problem) ||
+        !FindCredentials(words_.Url, words_.User,
+                         {words_.PasswordFile, environment_.NetrcFile,
+                          environment_.PasswordVariable, environment_.PasswordVariableSet},
+                         credentials, problem) ||
+        !state_.Load(problem)) {
+        return FileError(problem, err_);
+    }
+    client_ = std::make_unique<CalDavClient>(credentials, kTimeoutSeconds);
+    if (!ListServer(problem)) {
+        return FileError(problem, err_);
+    }
+    PublishPlan plan = PlanPublish(local_, state_, server_, words_.Force,
+                                   [this](const QString& uid) { return OwnUid(uid); });
+    unchanged_ = plan.Unchanged;
+    Check(plan);
+    for (const PublishAction& action : plan.Actions) {
+        if (action.Step == PublishStep::Conflict) {
+            Conflict(action.Uid, action.Reason);
+        } else if (action.Step == PublishStep::Forget && !action.Uid.isEmpty()) {
+            state_.Events.erase(action.Uid);
+            ++unsaved_;
+        }
+    }
+    if (words_.DryRun) {
+        for (const PublishAction& action : plan.Actions) {
+            created_ += action.Step == PublishStep::Create ? 1 : 0;
+            replaced_ += action.Step == PublishStep::Replace ? 1 : 0;
+            deleted_ += action.Step == PublishStep::Delete ? 1 : 0;
+        }
+        unsaved_ = 0;
+        return Finish();
+    }
+    Execute(plan);
+    if (etagsMissing_) {
+        FillMissingETags();
+    }
+    return Finish();
+}
+
+}  // namespace
+
+int RunPublish(const QStringList& words, const Environment& environment, QTextStream& out,
+               QTextStream& err) {
+    const QString command = QStringLiteral("publish");
+    Arguments arguments;
+    int status = kDone;
+    if (!StartCommand(command, words,
+                      {{QStringLiteral("--year"), QString(), true},
+                       {QStringLiteral("--url"), QString(), true},
+                       {QStringLiteral("--user"), QString(), true},
+                       {QStringLiteral("--uid-seed"), QString(), true},
+                       {QStringLiteral("--password-file"), QString(), true},
+                       {QStringLiteral("--dry-run"), QString(), false},
+                       {QStringLiteral("--force"), QString(), false},
+                       {QStringLiteral("--allow-http"), QString(), false}},
+                      kPublishHelp, arguments, out, err, status)) {
+        return status;
+    }
+    PublishWords publishWords;
+    QString problem;
+    if (!ReadPublishWords(arguments, publishWords, problem, err)) {
+        return UsageError(command, problem, err);
+    }
+    return Publisher(publishWords, environment, out, err).Run();
+}
+
+}  // namespace kelvane::cal

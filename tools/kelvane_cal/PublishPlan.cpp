@@ -1,0 +1,83 @@
+#include "kelvane_cal/PublishPlan.h"
+
+namespace kelvane::cal {
+
+namespace {
+
+const QString kChangedOnServer = QStringLiteral("changed on the server since the last publish");
+const QString kDeletedOnServer = QStringLiteral("deleted on the server since the last publish");
+
+void PlanLocalEvent(const EventText& event, const PublishState& state,
+                    const std::map<QString, ServerEvent>& server, bool force, PublishPlan& plan) {
+    const auto known = state.Events.find(event.Uid);
+    const auto there = server.find(event.Uid);
+    const bool inState = known != state.Events.end();
+    const bool onServer = there != server.end();
+    if (!onServer) {
+        if (inState && !force) {
+            plan.Actions.push_back({PublishStep::Conflict, event.Uid, {}, kDeletedOnServer});
+        } else {
+            plan.Actions.push_back({PublishStep::Create, event.Uid, {}, {}});
+        }
+        return;
+    }
+    if (!inState) {
+        plan.Actions.push_back({PublishStep::Check, event.Uid, there->second.ETag, {}});
+    } else if (there->second.ETag != known->second.ETag) {
+        if (force) {
+            plan.Actions.push_back({PublishStep::Replace, event.Uid, there->second.ETag, {}});
+        } else {
+            plan.Actions.push_back({PublishStep::Conflict, event.Uid, {}, kChangedOnServer});
+        }
+    } else if (known->second.Hash != event.Hash) {
+        plan.Actions.push_back({PublishStep::Replace, event.Uid, known->second.ETag, {}});
+    } else {
+        ++plan.Unchanged;
+    }
+}
+
+// An event this file published, or that its seed made, which the file no
+// longer has.
+void PlanGoneEvent(const QString& uid, const PublishState& state,
+                   const std::map<QString, ServerEvent>& server, bool force, PublishPlan& plan) {
+    const auto known = state.Events.find(uid);
+    const auto there = server.find(uid);
+    if (there == server.end()) {
+        plan.Actions.push_back({PublishStep::Forget, uid, {}, {}});
+        return;
+    }
+    const bool unchanged = known != state.Events.end() && known->second.ETag == there->second.ETag;
+    if (unchanged || force || known == state.Events.end()) {
+        plan.Actions.push_back({PublishStep::Delete, uid, there->second.ETag, {}});
+    } else {
+        plan.Actions.push_back({PublishStep::Conflict, uid, {}, kChangedOnServer});
+    }
+}
+
+}  // namespace
+
+PublishPlan PlanPublish(const std::map<QString, EventText>& local, const PublishState& state,
+                        const std::map<QString, ServerEvent>& server, bool force,
+                        const std::function<bool(const QString&)>& ownUid) {
+    PublishPlan plan;
+    for (const auto& [uid, event] : local) {
+        PlanLocalEvent(event, state, server, force, plan);
+    }
+    std::map<QString, bool> gone;
+    for (const auto& [uid, event] : state.Events) {
+        if (local.find(uid) == local.end()) {
+            gone[uid] = true;
+        }
+    }
+    for (const auto& [uid, event] : server) {
+        if (local.find(uid) == local.end() && ownUid(uid)) {
+            gone[uid] = true;
+        }
+    }
+    for (const auto& [uid, unused] : gone) {
+        PlanGoneEvent(uid, state, server, force, plan);
+    }
+    return plan;
+}
+
+}  // namespace kelvane::cal

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <map>
+#include <vector>
+
+#include "kelvane_cal/EventTexts.h"
+#include "kelvane_cal/PublishState.h"
+
+namespace kelvane::cal {
+
+// An event resource the collection holds.
+struct ServerEvent {
+    QString Href;
+    QByteArray ETag;
+};
+
+enum class PublishStep {
+    Create,    // PUT with If-None-Match: *
+    Replace,   // PUT with If-Match
+    Delete,    // DELETE with If-Match
+    Check,     // on the server but not in the state: compare before taking it as ours
+    Conflict,  // changed on the server since the last publish: left alone
+    Forget,    // gone from the file and from the server: only the state forgets it
+};
+
+struct PublishAction {
+    PublishStep Step;
+    QString Uid;
+    QByteArray IfMatch;  // the ETag a Replace or Delete expects
+    QString Reason;      // why a Conflict is one
+};
+
+struct PublishPlan {
+    std::vector<PublishAction> Actions;
+    int Unchanged = 0;
+};
+
+// What to do so that the collection holds exactly `local`, from what the last
+// publish left (`state`) and what the collection holds now (`server`, by
+// UID). Resources neither in the state nor made by this file's seed
+// (`ownUid`) are never touched. With `force`, a conflict becomes a Replace or
+// a Delete of what the server holds.
+PublishPlan PlanPublish(const std::map<QString, EventText>& local, const PublishState& state,
+                        const std::map<QString, ServerEvent>& server, bool force,
+                        const std::function<bool(const QString&)>& ownUid);
+
+}  // namespace kelvane::cal
