@@ -37,7 +37,7 @@ struct NetrcEntry {
 // The entry of `host` in a netrc file, or its default entry.
 NetrcEntry ReadNetrc(const QString& fileName, const QString& host) {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly)) {
         return {};
     }
     const QStringList words =
