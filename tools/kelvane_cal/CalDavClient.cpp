@@ -21,8 +21,10 @@ CalDavClient::CalDavClient(const Credentials& credentials, int timeoutSeconds)
 
 QNetworkReply* CalDavClient::Start(const DavRequest& request) {
     QNetworkRequest http(request.Url);
+    // Redirects are followed here, not by Qt, which would turn a redirected
+    // PUT into a GET.
     http.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                      QNetworkRequest::SameOriginRedirectPolicy);
+                      QNetworkRequest::ManualRedirectPolicy);
     http.setTransferTimeout(timeoutSeconds_ * 1000);
     if (!authorization_.isEmpty()) {
         http.setRawHeader("Authorization", authorization_);
@@ -40,16 +42,15 @@ DavReply CalDavClient::Finish(QNetworkReply* reply) const {
     answer.Status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     answer.Body = reply->readAll();
     answer.ETag = reply->rawHeader("ETag");
+    answer.Location = reply->rawHeader("Location");
     const QNetworkReply::NetworkError error = reply->error();
     answer.TimedOut =
         error == QNetworkReply::OperationCanceledError || error == QNetworkReply::TimeoutError;
     const bool httpError = error >= QNetworkReply::ContentAccessDenied &&
                            error <= QNetworkReply::UnknownServerError && answer.Status != 0;
-    if (error != QNetworkReply::NoError && !httpError) {
+    const bool redirect = answer.Status >= 300 && answer.Status < 400;
+    if (error != QNetworkReply::NoError && !httpError && !redirect) {
         answer.NetworkError = reply->errorString();
-        if (answer.Status >= 300 && answer.Status < 400) {
-            answer.Status = 0;  // a redirect that was not followed
-        }
     }
     reply->deleteLater();
     return answer;
@@ -59,6 +60,39 @@ DavReply CalDavClient::Send(const DavRequest& request) {
     return SendAll({request}, 1, {}).front();
 }
 
+namespace {
+
+constexpr int kMostRedirects = 5;
+
+bool SameOrigin(const QUrl& a, const QUrl& b) {
+    return a.scheme() == b.scheme() && a.host() == b.host() &&
+           a.port(a.scheme() == QLatin1String("https") ? 443 : 80) ==
+               b.port(b.scheme() == QLatin1String("https") ? 443 : 80);
+}
+
+}  // namespace
+
+// Where a reply sends its request on, when it is a redirect that may be
+// followed: to the same server, and keeping the method (307, 308, or any
+// redirect of a GET). Empty otherwise; a redirect not followed is explained.
+QUrl CalDavClient::RedirectTarget(const DavRequest& request, DavReply& reply) const {
+    if (reply.Status < 300 || reply.Status >= 400 || reply.Location.isEmpty()) {
+        return {};
+    }
+    const QUrl target = reply.Url.resolved(QUrl(QString::fromUtf8(reply.Location)));
+    const bool keepsMethod = reply.Status == 307 || reply.Status == 308 || request.Method == "GET";
+    if (SameOrigin(target, reply.Url) && keepsMethod) {
+        return target;
+    }
+    reply.NetworkError = QStringLiteral(
+                             "the server sends this request on to %1, which is not "
+                             "followed; use that address if it is right")
+                             .arg(target.toString(QUrl::RemoveUserInfo));
+    reply.Status = 0;
+    reply.RedirectRefused = true;
+    return {};
+}
+
 std::vector<DavReply> CalDavClient::SendAll(
     const std::vector<DavRequest>& requests, int parallel,
     const std::function<void(std::size_t, const DavReply&)>& done) {
@@ -66,14 +100,25 @@ std::vector<DavReply> CalDavClient::SendAll(
     std::size_t next = 0;
     std::size_t finished = 0;
     QEventLoop loop;
-    std::function<void()> startNext = [&] {
-        if (next >= requests.size()) {
-            return;
+    std::function<void(std::size_t, const QUrl&, int)> send;
+    const auto startNext = [&] {
+        if (next < requests.size()) {
+            const std::size_t index = next++;
+            send(index, requests[index].Url, 0);
         }
-        const std::size_t index = next++;
-        QNetworkReply* reply = Start(requests[index]);
-        QObject::connect(reply, &QNetworkReply::finished, &loop, [&, reply, index] {
-            replies[index] = Finish(reply);
+    };
+    send = [&](std::size_t index, const QUrl& url, int hops) {
+        DavRequest request = requests[index];
+        request.Url = url;
+        QNetworkReply* reply = Start(request);
+        QObject::connect(reply, &QNetworkReply::finished, &loop, [&, reply, index, hops] {
+            DavReply answer = Finish(reply);
+            const QUrl target = RedirectTarget(requests[index], answer);
+            if (!target.isEmpty() && hops < kMostRedirects) {
+                send(index, target, hops + 1);
+                return;
+            }
+            replies[index] = answer;
             if (done) {
                 done(index, replies[index]);
             }
@@ -109,6 +154,9 @@ QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
                    "and can be reached")
             .arg(url)
             .arg(timeoutSeconds);
+    }
+    if (reply.RedirectRefused) {
+        return QStringLiteral("%1: %2").arg(url, reply.NetworkError);
     }
     if (reply.Status == 0) {
         return QStringLiteral("%1: %2; check the URL and that the server is running")

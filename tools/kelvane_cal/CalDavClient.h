@@ -25,8 +25,10 @@ struct DavReply {
     int Status = 0;  // the HTTP status; 0 when none came
     QByteArray Body;
     QByteArray ETag;       // the ETag header, with its quotes
+    QByteArray Location;   // where a redirect points
     QString NetworkError;  // why no status came, or why the answer was refused
     bool TimedOut = false;
+    bool RedirectRefused = false;  // to another server, or one that would change the method
 };
 
 // Talks HTTP to a CalDAV server through Qt's network access: a few requests
@@ -50,6 +52,7 @@ class CalDavClient {
   private:
     QNetworkReply* Start(const DavRequest& request);
     DavReply Finish(QNetworkReply* reply) const;
+    QUrl RedirectTarget(const DavRequest& request, DavReply& reply) const;
 
     QNetworkAccessManager manager_;
     QByteArray authorization_;

@@ -208,19 +208,28 @@ void Publisher::Check(PublishPlan& plan) {
     const std::vector<DavReply> replies = client_->SendAll(requests, kParallel, {});
     for (std::size_t index = 0; index < replies.size(); ++index) {
         PublishAction& action = *checks[index];
+        const DavReply& reply = replies[index];
         const EventText& event = local_[action.Uid];
-        const std::vector<EventText> there = SplitEvents(replies[index].Body);
-        if (replies[index].Status == 200 && there.size() == 1 && there.front().Hash == event.Hash) {
-            state_.Events[action.Uid] = {action.IfMatch, event.Hash};
+        const std::vector<EventText> there = SplitEvents(reply.Body);
+        const QByteArray etag = action.IfMatch.isEmpty() ? reply.ETag : action.IfMatch;
+        if (reply.Status != 200) {
+            failures_.append(DescribeFailure(reply, client_->TimeoutSeconds()));
+            action.Step = PublishStep::Forget;  // left alone until a run can read it
+            action.Uid.clear();
+        } else if (there.size() == 1 && there.front().Hash == event.Hash && !etag.isEmpty()) {
+            state_.Events[action.Uid] = {etag, event.Hash};
             ++unchanged_;
             ++unsaved_;
             action.Step = PublishStep::Forget;  // nothing more to do
             action.Uid.clear();
         } else if (words_.Force) {
             action.Step = PublishStep::Replace;
+            action.IfMatch = etag;
         } else {
             action.Step = PublishStep::Conflict;
-            action.Reason = QStringLiteral("on the server already, saying something else");
+            action.Reason = state_.Events.count(action.Uid) > 0
+                                ? QStringLiteral("changed on the server since the last publish")
+                                : QStringLiteral("on the server already, saying something else");
         }
     }
 }

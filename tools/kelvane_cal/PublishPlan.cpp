@@ -21,14 +21,12 @@ void PlanLocalEvent(const EventText& event, const PublishState& state,
         }
         return;
     }
-    if (!inState) {
-        plan.Actions.push_back({PublishStep::Check, event.Uid, there->second.ETag, {}});
-    } else if (there->second.ETag != known->second.ETag) {
-        if (force) {
-            plan.Actions.push_back({PublishStep::Replace, event.Uid, there->second.ETag, {}});
-        } else {
-            plan.Actions.push_back({PublishStep::Conflict, event.Uid, {}, kChangedOnServer});
-        }
+    // An ETag that is not the one recorded may be our own last change whose
+    // answer was lost; the check tells that from a change made on the server.
+    // So does a missing ETag, which could make no conditional request.
+    const QByteArray& etag = there->second.ETag;
+    if (!inState || etag.isEmpty() || etag != known->second.ETag) {
+        plan.Actions.push_back({PublishStep::Check, event.Uid, etag, {}});
     } else if (known->second.Hash != event.Hash) {
         plan.Actions.push_back({PublishStep::Replace, event.Uid, known->second.ETag, {}});
     } else {
@@ -46,8 +44,12 @@ void PlanGoneEvent(const QString& uid, const PublishState& state,
         plan.Actions.push_back({PublishStep::Forget, uid, {}, {}});
         return;
     }
-    const bool unchanged = known != state.Events.end() && known->second.ETag == there->second.ETag;
-    if (unchanged || force || known == state.Events.end()) {
+    const QByteArray& etag = there->second.ETag;
+    const bool unchanged = known != state.Events.end() && known->second.ETag == etag;
+    if (etag.isEmpty() && !force) {
+        plan.Actions.push_back(
+            {PublishStep::Conflict, uid, {}, QStringLiteral("has no ETag on the server")});
+    } else if (unchanged || force || known == state.Events.end()) {
         plan.Actions.push_back({PublishStep::Delete, uid, there->second.ETag, {}});
     } else {
         plan.Actions.push_back({PublishStep::Conflict, uid, {}, kChangedOnServer});
@@ -64,8 +66,9 @@ PublishPlan PlanPublish(const std::map<QString, EventText>& local, const Publish
         PlanLocalEvent(event, state, server, force, plan);
     }
     std::map<QString, bool> gone;
+    // Only events of the year being published go: another year's stay.
     for (const auto& [uid, event] : state.Events) {
-        if (local.find(uid) == local.end()) {
+        if (local.find(uid) == local.end() && ownUid(uid)) {
             gone[uid] = true;
         }
     }

@@ -41,22 +41,29 @@ RadicaleServer::RadicaleServer() {
         return;
     }
     port_ = FreePort();
-    const QByteArray config = QStringLiteral(
-                                  "[server]\nhosts = 127.0.0.1:%1\n"
-                                  "[auth]\ntype = htpasswd\nhtpasswd_filename = %2\n"
-                                  "htpasswd_encryption = plain\ndelay = 0\n"
-                                  "[storage]\nfilesystem_folder = %3\n"
-                                  "[logging]\nlevel = warning\n")
-                                  .arg(port_)
-                                  .arg(folder_.filePath(QStringLiteral("users")),
-                                       folder_.filePath(QStringLiteral("storage")))
-                                  .toUtf8();
     WriteText(folder_.filePath(QStringLiteral("users")), "alice:secret\n");
-    WriteText(folder_.filePath(QStringLiteral("config")), config);
+    WriteText(folder_.filePath(QStringLiteral("config")), Config());
     process_.setProgram(radicale);
     process_.setArguments({QStringLiteral("--config"), folder_.filePath(QStringLiteral("config"))});
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    Start();
+    // Another test's server may take the port between its choice and its
+    // use; this one then ends at once, and another port is tried.
+    for (int attempt = 0; attempt < 5 && !Start(); ++attempt) {
+        port_ = FreePort();
+        WriteText(folder_.filePath(QStringLiteral("config")), Config());
+    }
+}
+
+QByteArray RadicaleServer::Config() const {
+    return QStringLiteral(
+               "[server]\nhosts = 127.0.0.1:%1\n"
+               "[auth]\ntype = htpasswd\nhtpasswd_filename = %2\n"
+               "htpasswd_encryption = plain\ndelay = 0\n"
+               "[storage]\nfilesystem_folder = %3\n"
+               "[logging]\nlevel = warning\n")
+        .arg(port_)
+        .arg(folder_.filePath(QStringLiteral("users")), folder_.filePath(QStringLiteral("storage")))
+        .toUtf8();
 }
 
 RadicaleServer::~RadicaleServer() {
@@ -72,11 +79,13 @@ void RadicaleServer::KillWhenHolding(const QString& name, int count) {
     const qint64 pid = process_.processId();
     killer_ = std::thread([folder, count, pid] {
         const QDeadlineTimer deadline(60000);
-        while (!deadline.hasExpired() &&
-               QDir(folder).entryList({QStringLiteral("*.ics")}, QDir::Files).size() < count) {
+        while (!deadline.hasExpired()) {
+            if (QDir(folder).entryList({QStringLiteral("*.ics")}, QDir::Files).size() >= count) {
+                ::kill(static_cast<pid_t>(pid), SIGKILL);
+                return;
+            }
             QThread::msleep(10);
         }
-        ::kill(static_cast<pid_t>(pid), SIGKILL);
     });
 }
 
@@ -94,6 +103,11 @@ bool RadicaleServer::Start() {
         QTcpSocket socket;
         socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port_));
         if (socket.waitForConnected(200)) {
+            // A server of another test on the same port answers too; this
+            // one has ended then.
+            if (process_.waitForFinished(300)) {
+                break;
+            }
             problem_.clear();
             return true;
         }
@@ -121,6 +135,7 @@ RadicaleServer::Answer RadicaleServer::Request(
     const QList<QPair<QByteArray, QByteArray>>& headers) {
     QNetworkAccessManager manager;
     QNetworkRequest request(url);
+    request.setTransferTimeout(20000);
     request.setRawHeader("Authorization", "Basic " + QByteArray("alice:secret").toBase64());
     for (const auto& [name, value] : headers) {
         request.setRawHeader(name, value);

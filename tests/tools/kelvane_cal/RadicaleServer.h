@@ -44,6 +44,8 @@ class RadicaleServer {
     QStringList Resources(const QString& calendarUrl);
 
   private:
+    QByteArray Config() const;
+
     QTemporaryDir folder_;
     std::thread killer_;
     QProcess process_;

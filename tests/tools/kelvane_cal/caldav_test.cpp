@@ -234,6 +234,24 @@ TEST_F(CalDavTest, ALostStateIsRebuiltFromTheServerWithoutSendingEventsAgain) {
     EXPECT_TRUE(run.Out.contains(QStringLiteral("0 PUT")));
 }
 
+// A replace whose answer never came back leaves the old ETag in the state;
+// the next run finds the file's own text on the server and is no conflict.
+TEST_F(CalDavTest, AReplaceWhoseAnswerWasLostIsNoConflict) {
+    ASSERT_EQ(Publish().Status, 0);
+    const QString stateFile =
+        QDir(environment.StateFolder)
+            .filePath(QDir(environment.StateFolder).entryList(QDir::Files)[0]);
+    const QByteArray before = testing::ReadBytes(stateFile);
+    Change([](CalendarFileContent& content) { content.Dates[1].Entry.Title = "Dentist at 4"; });
+    ASSERT_EQ(Publish().Status, 0);
+    ASSERT_TRUE(testing::WriteBytes(stateFile, before));
+    const CalRun run = Publish();
+    EXPECT_EQ(run.Status, 0) << run.Err.toStdString();
+    EXPECT_TRUE(run.Out.contains(QStringLiteral("0 created, 0 replaced, 0 deleted, 4 unchanged")))
+        << run.Out.toStdString();
+    EXPECT_TRUE(run.Out.contains(QStringLiteral("1 GET, 0 PUT"))) << run.Out.toStdString();
+}
+
 TEST_F(CalDavTest, ADryRunChangesNothing) {
     ASSERT_EQ(Publish().Status, 0);
     const QByteArray state = [this] {

@@ -56,16 +56,26 @@ TEST_F(PublishPlanTest, AChangedEventIsReplacedWithTheETagItWasPublishedWith) {
     EXPECT_EQ(plan.Actions[0].IfMatch, "\"e1\"");
 }
 
-TEST_F(PublishPlanTest, AnEventChangedOrDeletedOnTheServerIsAConflictUnlessForced) {
+// Another ETag may be our own change whose answer was lost: it is checked.
+TEST_F(PublishPlanTest, AnotherETagIsCheckedAndADeletionOnTheServerIsAConflict) {
     local["a@mine"] = Local("a@mine", "new");
     local["b@mine"] = Local("b@mine", "same");
+    local["c@mine"] = Local("c@mine", "same");
     state.Events["a@mine"] = {"\"e1\"", "old"};
     state.Events["b@mine"] = {"\"e2\"", "same"};
+    state.Events["c@mine"] = {"", "same"};
     server["a@mine"] = {"/c/a@mine.ics", "\"theirs\""};
-    EXPECT_EQ(StepOf(Plan(), "a@mine"), PublishStep::Conflict);
+    server["c@mine"] = {"/c/c@mine.ics", ""};
+    EXPECT_EQ(StepOf(Plan(), "a@mine"), PublishStep::Check);
     EXPECT_EQ(StepOf(Plan(), "b@mine"), PublishStep::Conflict);
-    EXPECT_EQ(StepOf(Plan(true), "a@mine"), PublishStep::Replace);
+    EXPECT_EQ(StepOf(Plan(), "c@mine"), PublishStep::Check);
     EXPECT_EQ(StepOf(Plan(true), "b@mine"), PublishStep::Create);
+}
+
+TEST_F(PublishPlanTest, AnotherYearsEventsInTheStateAreLeftAlone) {
+    state.Events["2025-old"] = {"\"e1\"", "1"};
+    server["2025-old"] = {"/c/2025-old.ics", "\"e1\""};
+    EXPECT_TRUE(Plan().Actions.empty());
 }
 
 TEST_F(PublishPlanTest, GoneEventsAreDeletedButForeignOnesNeverTouched) {
