@@ -10,10 +10,6 @@ const MonthInfo& MonthOf(const std::array<MonthInfo, 12>& months, int month) {
     return months[static_cast<std::size_t>(month - 1)];
 }
 
-qint16 WrapMonth(int month) {
-    return static_cast<qint16>((month + 11) % 12 + 1);
-}
-
 int DaysInYear(const std::array<MonthInfo, 12>& months) {
     int days = 0;
     for (const MonthInfo& month : months) {
@@ -47,6 +43,10 @@ CalDate SameDayIn(const std::array<MonthInfo, 12>& months, const CalDate& from, 
 }
 
 }  // namespace
+
+qint16 WrapMonth(int month) {
+    return static_cast<qint16>((month + 11) % 12 + 1);
+}
 
 CalDate DateAfterKey(GridKey key, const CalDate& from, qint16 shownMonth,
                      const std::array<MonthInfo, 12>& months) {

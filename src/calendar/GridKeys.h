@@ -9,6 +9,10 @@ namespace kelvane {
 // The keys that move the selection about the month grid.
 enum class GridKey { Left, Right, Up, Down, Home, End, PageUp, PageDown };
 
+// A month number brought into 1..12 the way the calendar's one year wraps:
+// 0 is December, 13 is January.
+qint16 WrapMonth(int month);
+
 // Where a key moves the selection in a year laid out as `months`: by a day
 // (Left, Right) or a week (Up, Down), across months and round from 31
 // December to 1 January and back, since the calendar holds one year; to the

@@ -12,10 +12,6 @@ namespace kelvane {
 
 namespace {
 
-qint16 WrapMonth(int month) {
-    return static_cast<qint16>((month + 11) % 12 + 1);
-}
-
 std::optional<GridKey> GridKeyOf(int key) {
     switch (key) {
         case Qt::Key_Left:

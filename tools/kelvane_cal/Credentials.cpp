@@ -73,6 +73,11 @@ NetrcEntry ReadNetrc(const QString& fileName, const QString& host) {
 
 }  // namespace
 
+PasswordSources PasswordSourcesOf(const QString& passwordFile, const Environment& environment) {
+    return {passwordFile, environment.NetrcFile, environment.PasswordVariable,
+            environment.PasswordVariableSet};
+}
+
 bool FindCredentials(const QUrl& url, const QString& user, const PasswordSources& sources,
                      Credentials& credentials, QString& problem) {
     const NetrcEntry netrc = ReadNetrc(sources.NetrcFile, url.host());

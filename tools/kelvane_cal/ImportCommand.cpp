@@ -177,9 +177,7 @@ std::unique_ptr<QIODevice> OpenImport(const ImportWords& words, const Environmen
     }
     Credentials credentials;
     QByteArray text;
-    if (!FindCredentials(words.Url, words.User,
-                         {words.PasswordFile, environment.NetrcFile, environment.PasswordVariable,
-                          environment.PasswordVariableSet},
+    if (!FindCredentials(words.Url, words.User, PasswordSourcesOf(words.PasswordFile, environment),
                          credentials, problem) ||
         !FetchYear(words.Url, words.Year, credentials, text, problem)) {
         return nullptr;

@@ -345,9 +345,8 @@ int Publisher::Run() {
     Credentials credentials;
     if (!Export(problem) ||
         !FindCredentials(words_.Url, words_.User,
-                         {words_.PasswordFile, environment_.NetrcFile,
-                          environment_.PasswordVariable, environment_.PasswordVariableSet},
-                         credentials, problem) ||
+                         PasswordSourcesOf(words_.PasswordFile, environment_), credentials,
+                         problem) ||
         !state_.Load(problem)) {
         return FileError(problem, err_);
     }
