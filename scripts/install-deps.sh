@@ -11,7 +11,7 @@ packages=(
     libical-dev dpkg-dev
     desktop-file-utils shared-mime-info
     clang libclang-rt-dev
-    radicale
+    radicale nginx
     "$@"
 )
 

@@ -150,10 +150,10 @@ QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
     }
     if (reply.TimedOut) {
         return QStringLiteral(
-                   "%1: no answer within %2 seconds; check that the server is running "
-                   "and can be reached")
-            .arg(url)
-            .arg(timeoutSeconds);
+                   "%1: no answer within %2; check that the server is running "
+                   "and can be reached, or give it longer with --timeout")
+            .arg(url, timeoutSeconds == 1 ? QStringLiteral("1 second")
+                                          : QStringLiteral("%1 seconds").arg(timeoutSeconds));
     }
     if (reply.RedirectRefused) {
         return QStringLiteral("%1: %2").arg(url, reply.NetworkError);

@@ -10,17 +10,15 @@ namespace kelvane::cal {
 
 namespace {
 
-constexpr int kTimeoutSeconds = 60;
-
 QString UtcMidnight(const QDate& date) {
     return date.toString(QStringLiteral("yyyyMMdd")) + QStringLiteral("T000000Z");
 }
 
 }  // namespace
 
-bool FetchYear(const QUrl& collection, int year, const Credentials& credentials,
+bool FetchYear(const QUrl& collection, int year, const Credentials& credentials, int timeoutSeconds,
                QByteArray& calendar, QString& problem) {
-    CalDavClient client(credentials, kTimeoutSeconds);
+    CalDavClient client(credentials, timeoutSeconds);
     const QByteArray body = EventsInRangeRequestBody(UtcMidnight(QDate(year, 1, 1).addDays(-1)),
                                                      UtcMidnight(QDate(year + 1, 1, 1).addDays(1)));
     const DavReply reply =
@@ -29,7 +27,7 @@ bool FetchYear(const QUrl& collection, int year, const Credentials& credentials,
                      body,
                      {{"Depth", "1"}, {"Content-Type", "application/xml; charset=utf-8"}}});
     if (reply.Status != 207) {
-        problem = DescribeFailure(reply, kTimeoutSeconds);
+        problem = DescribeFailure(reply, timeoutSeconds);
         if (problem.isEmpty()) {
             problem = QStringLiteral("%1: is no CalDAV calendar collection; check the URL")
                           .arg(collection.toString());

@@ -10,9 +10,10 @@ namespace kelvane::cal {
 
 // The events of a CalDAV collection that fall in `year` (give or take a day,
 // for times without a zone), read with a calendar-query REPORT and joined into
-// one iCalendar text. False with a message naming the URL when the server
+// one iCalendar text, waiting at most `timeoutSeconds` for the server to say
+// something. False with a message naming the URL when the server
 // cannot be read.
-bool FetchYear(const QUrl& collection, int year, const Credentials& credentials,
+bool FetchYear(const QUrl& collection, int year, const Credentials& credentials, int timeoutSeconds,
                QByteArray& calendar, QString& problem);
 
 }  // namespace kelvane::cal

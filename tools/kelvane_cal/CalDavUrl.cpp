@@ -2,6 +2,7 @@
 
 #include <QHostAddress>
 
+#include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CommandRunners.h"
 
 namespace kelvane::cal {
@@ -63,6 +64,17 @@ QUrl EventUrl(const QUrl& collection, const QString& uid) {
                     QStringLiteral(".ics"),
                 QUrl::TolerantMode);
     return url;
+}
+
+bool ReadTimeout(const Arguments& arguments, int& seconds, QString& problem) {
+    seconds = kDefaultTimeoutSeconds;
+    const QString option = QStringLiteral("--timeout");
+    if (arguments.HasValue(option) &&
+        !ParseWholeNumber(arguments.Value(option), 1, 3600, seconds)) {
+        problem = QStringLiteral("--timeout takes a number of seconds from 1 to 3600");
+        return false;
+    }
+    return true;
 }
 
 QString UidOfHref(const QString& href) {

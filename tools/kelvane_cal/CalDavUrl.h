@@ -6,6 +6,11 @@
 
 namespace kelvane::cal {
 
+struct Arguments;
+
+// How long a CalDAV request may go without a byte coming back.
+inline constexpr int kDefaultTimeoutSeconds = 60;
+
 // Whether a text names a CalDAV collection rather than a file.
 bool IsWebAddress(const QString& text);
 
@@ -14,6 +19,10 @@ bool IsWebAddress(const QString& text);
 // with the problem otherwise.
 bool CollectionUrl(const QString& text, bool allowHttp, QUrl& url, QString& problem,
                    QTextStream& err);
+
+// The seconds of --timeout, or the default when it is not given; false with
+// the problem when it is no whole number from 1 to 3600.
+bool ReadTimeout(const Arguments& arguments, int& seconds, QString& problem);
 
 // The URL of an event's resource in a collection: its UID, percent-encoded, and ".ics".
 QUrl EventUrl(const QUrl& collection, const QString& uid);

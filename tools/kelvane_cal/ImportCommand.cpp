@@ -23,6 +23,7 @@ const char* const kImportHelp =
     "                          [--timezone ZONE] [--force]\n"
     "       kelvane-cal import URL --year YYYY [...] [--user NAME]\n"
     "                          [--password-file FILE] [--allow-http]\n"
+    "                          [--timeout SECONDS]\n"
     "\n"
     "Makes a calendar file from the events of an iCalendar file, or of a CalDAV\n"
     "calendar collection at an http(s) URL, that fall in year YYYY. Repeating events are expanded "
@@ -51,7 +52,9 @@ const char* const kImportHelp =
     "  --user NAME      the CalDAV user (else the one in ~/.netrc); the password\n"
     "                   comes from --password-file, ~/.netrc or the environment\n"
     "                   variable KELVANE_CALDAV_PASSWORD\n"
-    "  --allow-http     allow plain http to other computers (a warning each run)\n";
+    "  --allow-http     allow plain http to other computers (a warning each run)\n"
+    "  --timeout SECONDS\n"
+    "                   how long the server may take to answer (60 when left out)\n";
 
 // The years libical can count seconds in, with a year to spare at the end.
 constexpr int kFirstYear = 1902;
@@ -67,6 +70,7 @@ struct ImportWords {
     QUrl Url;  // when the input is a CalDAV collection
     QString User;
     QString PasswordFile;
+    int TimeoutSeconds = kDefaultTimeoutSeconds;
     icaltimezone* Zone = nullptr;
     QString ZoneWarning;  // when the system's zone is unknown
 };
@@ -179,7 +183,7 @@ std::unique_ptr<QIODevice> OpenImport(const ImportWords& words, const Environmen
     QByteArray text;
     if (!FindCredentials(words.Url, words.User, PasswordSourcesOf(words.PasswordFile, environment),
                          credentials, problem) ||
-        !FetchYear(words.Url, words.Year, credentials, text, problem)) {
+        !FetchYear(words.Url, words.Year, credentials, words.TimeoutSeconds, text, problem)) {
         return nullptr;
     }
     auto buffer = std::make_unique<QBuffer>();
@@ -249,7 +253,8 @@ int RunImport(const QStringList& words, const Environment& environment, QTextStr
                        {QStringLiteral("--force"), QString(), false},
                        {QStringLiteral("--user"), QString(), true},
                        {QStringLiteral("--password-file"), QString(), true},
-                       {QStringLiteral("--allow-http"), QString(), false}},
+                       {QStringLiteral("--allow-http"), QString(), false},
+                       {QStringLiteral("--timeout"), QString(), true}},
                       kImportHelp, arguments, out, err, status)) {
         return status;
     }
@@ -265,6 +270,9 @@ int RunImport(const QStringList& words, const Environment& environment, QTextStr
         }
         importWords.User = arguments.Value(QStringLiteral("--user"));
         importWords.PasswordFile = arguments.Value(QStringLiteral("--password-file"));
+        if (!ReadTimeout(arguments, importWords.TimeoutSeconds, problem)) {
+            return UsageError(command, problem, err);
+        }
     }
     if (!OutputAllowed(importWords.Output, importWords.Force, problem)) {
         return FileError(problem, err);

@@ -18,14 +18,16 @@ const char* const kPublishHelp =
     "usage: kelvane-cal publish FILE --year YYYY --url COLLECTION-URL [--user NAME]\n"
     "                           [--uid-seed TEXT] [--password-file FILE]\n"
     "                           [--dry-run] [--force] [--allow-http]\n"
+    "                           [--timeout SECONDS]\n"
     "\n"
     "Makes a CalDAV calendar collection hold exactly the events that 'export'\n"
     "writes for year YYYY, one resource <UID>.ics per event: new events are\n"
     "created, changed ones replaced and those the file no longer has deleted.\n"
     "Only events this file's UID seed made are ever changed or deleted. What was\n"
-    "published is kept in ~/.local/state/Kelvane, so that a second run with\n"
-    "nothing changed sends nothing but one PROPFIND, and an interrupted run is\n"
-    "completed by the next.\n"
+    "published is kept in ~/.local/state/Kelvane as each change is made, so that\n"
+    "a second run with nothing changed sends nothing but one PROPFIND, and an\n"
+    "interrupted run is completed by the next. One publish to a collection runs\n"
+    "at a time.\n"
     "\n"
     "An event changed on the server since the last publish is a conflict: it is\n"
     "reported, left as the server has it, and the exit status is 1.\n"
@@ -41,12 +43,11 @@ const char* const kPublishHelp =
     "  --password-file FILE the file whose first line is the password\n"
     "  --dry-run            say what would be done, and do nothing\n"
     "  --force              replace or delete events changed on the server\n"
-    "  --allow-http         allow plain http to other computers (a warning each run)\n";
+    "  --allow-http         allow plain http to other computers (a warning each run)\n"
+    "  --timeout SECONDS    how long the server may take to answer (60 when left\n"
+    "                       out)\n";
 
-constexpr int kTimeoutSeconds = 30;
 constexpr int kParallel = 4;
-// The state is saved after this many changes, and at the end.
-constexpr int kChangesPerSave = 50;
 
 struct PublishWords {
     QString File;
@@ -55,6 +56,7 @@ struct PublishWords {
     QString User;
     QString Seed;
     QString PasswordFile;
+    int TimeoutSeconds = kDefaultTimeoutSeconds;
     bool DryRun = false;
     bool Force = false;
 };
@@ -81,6 +83,9 @@ bool ReadPublishWords(const Arguments& arguments, PublishWords& words, QString& 
     }
     words.User = arguments.Value(QStringLiteral("--user"));
     words.PasswordFile = arguments.Value(QStringLiteral("--password-file"));
+    if (!ReadTimeout(arguments, words.TimeoutSeconds, problem)) {
+        return false;
+    }
     words.DryRun = arguments.Has(QStringLiteral("--dry-run"));
     words.Force = arguments.Has(QStringLiteral("--force"));
     return CollectionUrl(arguments.Value(QStringLiteral("--url")),
@@ -123,7 +128,6 @@ class Publisher {
     void Check(PublishPlan& plan);
     void Execute(const PublishPlan& plan);
     void Applied(const PublishAction& action, const DavReply& reply);
-    void SaveNow();
     void FillMissingETags();
     void Conflict(const QString& uid, const QString& reason);
     int Finish();
@@ -146,7 +150,6 @@ class Publisher {
     int deleted_ = 0;
     int unchanged_ = 0;
     int conflicts_ = 0;
-    int unsaved_ = 0;
     bool etagsMissing_ = false;
     QStringList failures_;
 };
@@ -217,9 +220,8 @@ void Publisher::Check(PublishPlan& plan) {
             action.Step = PublishStep::Forget;  // left alone until a run can read it
             action.Uid.clear();
         } else if (there.size() == 1 && there.front().Hash == event.Hash && !etag.isEmpty()) {
-            state_.Events[action.Uid] = {etag, event.Hash};
+            state_.Put(action.Uid, {etag, event.Hash});
             ++unchanged_;
-            ++unsaved_;
             action.Step = PublishStep::Forget;  // nothing more to do
             action.Uid.clear();
         } else if (words_.Force) {
@@ -227,7 +229,7 @@ void Publisher::Check(PublishPlan& plan) {
             action.IfMatch = etag;
         } else {
             action.Step = PublishStep::Conflict;
-            action.Reason = state_.Events.count(action.Uid) > 0
+            action.Reason = state_.Events().count(action.Uid) > 0
                                 ? QStringLiteral("changed on the server since the last publish")
                                 : QStringLiteral("on the server already, saying something else");
         }
@@ -240,22 +242,13 @@ void Publisher::Conflict(const QString& uid, const QString& reason) {
          << "; left as the server has it (--force replaces it)\n";
 }
 
-void Publisher::SaveNow() {
-    QString problem;
-    if (!words_.DryRun && !state_.Save(problem)) {
-        failures_.append(problem);
-    }
-    unsaved_ = 0;
-}
-
 void Publisher::Applied(const PublishAction& action, const DavReply& reply) {
     if (reply.Status == 412) {
         Conflict(action.Uid, QStringLiteral("changed on the server since the last publish"));
         return;
     }
     if (action.Step == PublishStep::Delete && (reply.Status == 404 || reply.Status == 410)) {
-        state_.Events.erase(action.Uid);
-        ++unsaved_;
+        state_.Erase(action.Uid);
         return;
     }
     if (reply.Status < 200 || reply.Status >= 300) {
@@ -263,15 +256,12 @@ void Publisher::Applied(const PublishAction& action, const DavReply& reply) {
         return;
     }
     if (action.Step == PublishStep::Delete) {
-        state_.Events.erase(action.Uid);
+        state_.Erase(action.Uid);
         ++deleted_;
     } else {
-        state_.Events[action.Uid] = {reply.ETag, local_[action.Uid].Hash};
+        state_.Put(action.Uid, {reply.ETag, local_[action.Uid].Hash});
         ++(action.Step == PublishStep::Create ? created_ : replaced_);
         etagsMissing_ = etagsMissing_ || reply.ETag.isEmpty();
-    }
-    if (++unsaved_ >= kChangesPerSave) {
-        SaveNow();
     }
 }
 
@@ -309,18 +299,25 @@ void Publisher::FillMissingETags() {
         failures_.append(problem);
         return;
     }
-    for (auto& [uid, event] : state_.Events) {
+    std::map<QString, PublishedEvent> filled;
+    for (const auto& [uid, event] : state_.Events()) {
         const auto there = server_.find(uid);
         if (event.ETag.isEmpty() && there != server_.end()) {
-            event.ETag = there->second.ETag;
-            ++unsaved_;
+            filled[uid] = {there->second.ETag, event.Hash};
         }
+    }
+    for (const auto& [uid, event] : filled) {
+        state_.Put(uid, event);
     }
 }
 
 int Publisher::Finish() {
-    if (unsaved_ > 0) {
-        SaveNow();
+    QString problem;
+    if (!state_.JournalProblem().isEmpty()) {
+        failures_.append(state_.JournalProblem());
+    }
+    if (!words_.DryRun && !state_.Save(problem)) {
+        failures_.append(problem);
     }
     const QString verb = words_.DryRun ? QStringLiteral("would be ") : QString();
     out_ << words_.Url.toString() << ": " << created_ << ' ' << verb << "created, " << replaced_
@@ -347,14 +344,14 @@ int Publisher::Run() {
         !FindCredentials(words_.Url, words_.User,
                          PasswordSourcesOf(words_.PasswordFile, environment_), credentials,
                          problem) ||
-        !state_.Load(problem)) {
+        (!words_.DryRun && !state_.Lock(problem)) || !state_.Load(problem)) {
         return FileError(problem, err_);
     }
-    client_ = std::make_unique<CalDavClient>(credentials, kTimeoutSeconds);
-    if (!ListServer(problem)) {
+    client_ = std::make_unique<CalDavClient>(credentials, words_.TimeoutSeconds);
+    if (!ListServer(problem) || (!words_.DryRun && !state_.StartJournal(problem))) {
         return FileError(problem, err_);
     }
-    PublishPlan plan = PlanPublish(local_, state_, server_, words_.Force,
+    PublishPlan plan = PlanPublish(local_, state_.Events(), server_, words_.Force,
                                    [this](const QString& uid) { return OwnUid(uid); });
     unchanged_ = plan.Unchanged;
     Check(plan);
@@ -362,8 +359,7 @@ int Publisher::Run() {
         if (action.Step == PublishStep::Conflict) {
             Conflict(action.Uid, action.Reason);
         } else if (action.Step == PublishStep::Forget && !action.Uid.isEmpty()) {
-            state_.Events.erase(action.Uid);
-            ++unsaved_;
+            state_.Erase(action.Uid);
         }
     }
     if (words_.DryRun) {
@@ -372,7 +368,6 @@ int Publisher::Run() {
             replaced_ += action.Step == PublishStep::Replace ? 1 : 0;
             deleted_ += action.Step == PublishStep::Delete ? 1 : 0;
         }
-        unsaved_ = 0;
         return Finish();
     }
     Execute(plan);
@@ -395,6 +390,7 @@ int RunPublish(const QStringList& words, const Environment& environment, QTextSt
                        {QStringLiteral("--user"), QString(), true},
                        {QStringLiteral("--uid-seed"), QString(), true},
                        {QStringLiteral("--password-file"), QString(), true},
+                       {QStringLiteral("--timeout"), QString(), true},
                        {QStringLiteral("--dry-run"), QString(), false},
                        {QStringLiteral("--force"), QString(), false},
                        {QStringLiteral("--allow-http"), QString(), false}},

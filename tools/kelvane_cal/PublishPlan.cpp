@@ -7,11 +7,11 @@ namespace {
 const QString kChangedOnServer = QStringLiteral("changed on the server since the last publish");
 const QString kDeletedOnServer = QStringLiteral("deleted on the server since the last publish");
 
-void PlanLocalEvent(const EventText& event, const PublishState& state,
+void PlanLocalEvent(const EventText& event, const std::map<QString, PublishedEvent>& published,
                     const std::map<QString, ServerEvent>& server, bool force, PublishPlan& plan) {
-    const auto known = state.Events.find(event.Uid);
+    const auto known = published.find(event.Uid);
     const auto there = server.find(event.Uid);
-    const bool inState = known != state.Events.end();
+    const bool inState = known != published.end();
     const bool onServer = there != server.end();
     if (!onServer) {
         if (inState && !force) {
@@ -36,20 +36,20 @@ void PlanLocalEvent(const EventText& event, const PublishState& state,
 
 // An event this file published, or that its seed made, which the file no
 // longer has.
-void PlanGoneEvent(const QString& uid, const PublishState& state,
+void PlanGoneEvent(const QString& uid, const std::map<QString, PublishedEvent>& published,
                    const std::map<QString, ServerEvent>& server, bool force, PublishPlan& plan) {
-    const auto known = state.Events.find(uid);
+    const auto known = published.find(uid);
     const auto there = server.find(uid);
     if (there == server.end()) {
         plan.Actions.push_back({PublishStep::Forget, uid, {}, {}});
         return;
     }
     const QByteArray& etag = there->second.ETag;
-    const bool unchanged = known != state.Events.end() && known->second.ETag == etag;
+    const bool unchanged = known != published.end() && known->second.ETag == etag;
     if (etag.isEmpty() && !force) {
         plan.Actions.push_back(
             {PublishStep::Conflict, uid, {}, QStringLiteral("has no ETag on the server")});
-    } else if (unchanged || force || known == state.Events.end()) {
+    } else if (unchanged || force || known == published.end()) {
         plan.Actions.push_back({PublishStep::Delete, uid, there->second.ETag, {}});
     } else {
         plan.Actions.push_back({PublishStep::Conflict, uid, {}, kChangedOnServer});
@@ -58,16 +58,17 @@ void PlanGoneEvent(const QString& uid, const PublishState& state,
 
 }  // namespace
 
-PublishPlan PlanPublish(const std::map<QString, EventText>& local, const PublishState& state,
+PublishPlan PlanPublish(const std::map<QString, EventText>& local,
+                        const std::map<QString, PublishedEvent>& published,
                         const std::map<QString, ServerEvent>& server, bool force,
                         const std::function<bool(const QString&)>& ownUid) {
     PublishPlan plan;
     for (const auto& [uid, event] : local) {
-        PlanLocalEvent(event, state, server, force, plan);
+        PlanLocalEvent(event, published, server, force, plan);
     }
     std::map<QString, bool> gone;
     // Only events of the year being published go: another year's stay.
-    for (const auto& [uid, event] : state.Events) {
+    for (const auto& [uid, event] : published) {
         if (local.find(uid) == local.end() && ownUid(uid)) {
             gone[uid] = true;
         }
@@ -78,7 +79,7 @@ PublishPlan PlanPublish(const std::map<QString, EventText>& local, const Publish
         }
     }
     for (const auto& [uid, unused] : gone) {
-        PlanGoneEvent(uid, state, server, force, plan);
+        PlanGoneEvent(uid, published, server, force, plan);
     }
     return plan;
 }

@@ -39,11 +39,12 @@ struct PublishPlan {
 };
 
 // What to do so that the collection holds exactly `local`, from what the last
-// publish left (`state`) and what the collection holds now (`server`, by
+// publish left (`published`, by UID) and what the collection holds now (`server`, by
 // UID). Resources neither in the state nor made by this file's seed
 // (`ownUid`) are never touched. With `force`, a conflict becomes a Replace or
 // a Delete of what the server holds.
-PublishPlan PlanPublish(const std::map<QString, EventText>& local, const PublishState& state,
+PublishPlan PlanPublish(const std::map<QString, EventText>& local,
+                        const std::map<QString, PublishedEvent>& published,
                         const std::map<QString, ServerEvent>& server, bool force,
                         const std::function<bool(const QString&)>& ownUid);
 

@@ -2,12 +2,41 @@
 
 #include <QCryptographicHash>
 #include <QDir>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
 
 namespace kelvane::cal {
+
+namespace {
+
+QJsonObject EventFields(const PublishedEvent& event) {
+    return {{QStringLiteral("etag"), QString::fromUtf8(event.ETag)},
+            {QStringLiteral("hash"), QString::fromLatin1(event.Hash)}};
+}
+
+PublishedEvent EventOf(const QJsonObject& fields) {
+    return {fields.value(QStringLiteral("etag")).toString().toUtf8(),
+            fields.value(QStringLiteral("hash")).toString().toLatin1()};
+}
+
+QByteArray Compact(const QJsonObject& object) {
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+bool BelongsTo(const QJsonObject& root, const QString& url, const QString& seed) {
+    return root.value(QStringLiteral("url")).toString() == url &&
+           root.value(QStringLiteral("seed")).toString() == seed;
+}
+
+QString Damaged(const QString& fileName) {
+    return QStringLiteral(
+               "%1: is damaged or belongs to another collection; move it away "
+               "and publish again")
+        .arg(fileName);
+}
+
+}  // namespace
 
 PublishState::PublishState(const QString& folder, const QString& url, const QString& seed)
     : folder_(folder), url_(url), seed_(seed) {
@@ -15,12 +44,45 @@ PublishState::PublishState(const QString& folder, const QString& url, const QStr
                                                     QCryptographicHash::Sha256)
                                .toHex()
                                .left(24);
-    fileName_ =
-        QDir(folder).filePath(QStringLiteral("caldav-%1.json").arg(QString::fromLatin1(key)));
+    const QString base = QStringLiteral("caldav-%1").arg(QString::fromLatin1(key));
+    fileName_ = QDir(folder).filePath(base + QStringLiteral(".json"));
+    journalName_ = QDir(folder).filePath(base + QStringLiteral(".journal"));
+}
+
+PublishState::~PublishState() = default;
+
+bool PublishState::Lock(QString& problem) {
+    if (!QDir().mkpath(folder_)) {
+        problem = QStringLiteral("%1: the folder cannot be made").arg(folder_);
+        return false;
+    }
+    lock_ = std::make_unique<QLockFile>(fileName_ + QStringLiteral(".lock"));
+    // A publish may run for a long time: only a lock whose process has ended
+    // is stale.
+    lock_->setStaleLockTime(0);
+    if (lock_->tryLock(0)) {
+        return true;
+    }
+    qint64 pid = 0;
+    QString host;
+    QString application;
+    lock_->getLockInfo(&pid, &host, &application);
+    problem = lock_->error() == QLockFile::LockFailedError
+                  ? QStringLiteral(
+                        "another publish to this collection is running (process %1); try "
+                        "again when it has ended")
+                        .arg(pid)
+                  : QStringLiteral("%1: cannot be made").arg(lock_->fileName());
+    lock_.reset();
+    return false;
 }
 
 bool PublishState::Load(QString& problem) {
-    Events.clear();
+    events_.clear();
+    return ReadSaved(problem) && ReplayJournal(problem);
+}
+
+bool PublishState::ReadSaved(QString& problem) {
     QFile file(fileName_);
     if (!file.exists()) {
         return true;
@@ -31,42 +93,122 @@ bool PublishState::Load(QString& problem) {
     }
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
     const QJsonObject root = document.object();
-    if (!document.isObject() || root.value(QStringLiteral("url")).toString() != url_ ||
-        root.value(QStringLiteral("seed")).toString() != seed_) {
-        problem = QStringLiteral(
-                      "%1: is damaged or belongs to another collection; move it away "
-                      "and publish again")
-                      .arg(fileName_);
+    if (!document.isObject() || !BelongsTo(root, url_, seed_)) {
+        problem = Damaged(fileName_);
         return false;
     }
     const QJsonObject events = root.value(QStringLiteral("events")).toObject();
     for (auto event = events.begin(); event != events.end(); ++event) {
-        const QJsonObject fields = event.value().toObject();
-        Events[event.key()] = {fields.value(QStringLiteral("etag")).toString().toUtf8(),
-                               fields.value(QStringLiteral("hash")).toString().toLatin1()};
+        events_[event.key()] = EventOf(event.value().toObject());
     }
     return true;
 }
 
-bool PublishState::Save(QString& problem) const {
-    QJsonObject events;
-    for (const auto& [uid, event] : Events) {
-        events.insert(uid, QJsonObject{{QStringLiteral("etag"), QString::fromUtf8(event.ETag)},
-                                       {QStringLiteral("hash"), QString::fromLatin1(event.Hash)}});
+// The journal's first line names its collection and seed; each further line
+// puts or erases one event. A last line without its line end was cut short
+// when the run stopped, and is passed over.
+bool PublishState::ReplayJournal(QString& problem) {
+    QFile file(journalName_);
+    if (!file.exists()) {
+        return true;
     }
-    const QJsonObject root{{QStringLiteral("url"), url_},
-                           {QStringLiteral("seed"), seed_},
-                           {QStringLiteral("events"), events}};
+    if (!file.open(QIODevice::ReadOnly)) {
+        problem = QStringLiteral("%1: cannot be read: %2").arg(journalName_, file.errorString());
+        return false;
+    }
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    if (lines.size() < 2) {
+        return true;  // stopped while it wrote its first line: nothing recorded
+    }
+    if (!BelongsTo(QJsonDocument::fromJson(lines.first()).object(), url_, seed_)) {
+        problem = Damaged(journalName_);
+        return false;
+    }
+    for (qsizetype index = 1; index + 1 < lines.size(); ++index) {
+        const QJsonObject change = QJsonDocument::fromJson(lines[index]).object();
+        const QString uid = change.value(QStringLiteral("uid")).toString();
+        if (uid.isEmpty()) {
+            problem = Damaged(journalName_);
+            return false;
+        }
+        if (change.value(QStringLiteral("gone")).toBool()) {
+            events_.erase(uid);
+        } else {
+            events_[uid] = EventOf(change);
+        }
+    }
+    return true;
+}
+
+QByteArray PublishState::Header() const {
+    return Compact({{QStringLiteral("url"), url_}, {QStringLiteral("seed"), seed_}});
+}
+
+bool PublishState::StartJournal(QString& problem) {
+    // What an earlier run that stopped left in the journal goes into the
+    // saved state first, so that a line it cut short ends the old journal.
+    if (QFile::exists(journalName_) && !Save(problem)) {
+        return false;
+    }
+    if (!QDir().mkpath(folder_)) {
+        problem = QStringLiteral("%1: the folder cannot be made").arg(folder_);
+        return false;
+    }
+    journal_ = std::make_unique<QFile>(journalName_);
+    if (!journal_->open(QIODevice::WriteOnly | QIODevice::Truncate) ||
+        journal_->write(Header() + '\n') < 0 || !journal_->flush()) {
+        problem =
+            QStringLiteral("%1: cannot be written: %2").arg(journalName_, journal_->errorString());
+        journal_.reset();
+        return false;
+    }
+    return true;
+}
+
+void PublishState::AddToJournal(const QByteArray& line) {
+    if (!journal_ || !journalProblem_.isEmpty()) {
+        return;
+    }
+    // Each change is handed to the system at once: a run that is killed
+    // keeps every change it was told of.
+    if (journal_->write(line + '\n') < 0 || !journal_->flush()) {
+        journalProblem_ =
+            QStringLiteral("%1: cannot be written: %2").arg(journalName_, journal_->errorString());
+    }
+}
+
+void PublishState::Put(const QString& uid, const PublishedEvent& event) {
+    events_[uid] = event;
+    QJsonObject change = EventFields(event);
+    change.insert(QStringLiteral("uid"), uid);
+    AddToJournal(Compact(change));
+}
+
+void PublishState::Erase(const QString& uid) {
+    events_.erase(uid);
+    AddToJournal(Compact({{QStringLiteral("uid"), uid}, {QStringLiteral("gone"), true}}));
+}
+
+bool PublishState::Save(QString& problem) {
+    QJsonObject events;
+    for (const auto& [uid, event] : events_) {
+        events.insert(uid, EventFields(event));
+    }
+    QJsonObject root{{QStringLiteral("url"), url_}, {QStringLiteral("seed"), seed_}};
+    root.insert(QStringLiteral("events"), events);
     if (!QDir().mkpath(folder_)) {
         problem = QStringLiteral("%1: the folder cannot be made").arg(folder_);
         return false;
     }
     QSaveFile file(fileName_);
-    if (!file.open(QIODevice::WriteOnly) ||
-        file.write(QJsonDocument(root).toJson(QJsonDocument::Compact)) < 0 || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(Compact(root)) < 0 || !file.commit()) {
         problem = QStringLiteral("%1: cannot be written: %2").arg(fileName_, file.errorString());
         return false;
     }
+    // Everything the journal says is in the saved state now. Should the
+    // removal fail, reading the journal again changes nothing.
+    journal_.reset();
+    QFile::remove(journalName_);
     return true;
 }
 

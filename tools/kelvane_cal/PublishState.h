@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFile>
+#include <QLockFile>
 #include <QString>
 
 #include <map>
+#include <memory>
 
 namespace kelvane::cal {
 
@@ -13,27 +16,55 @@ struct PublishedEvent {
     QByteArray Hash;  // of the event's text without its stamp
 };
 
-// What a calendar file published to one collection: kept in a file of its own
-// for each collection URL and UID seed, replaced whole on every save.
+// What a calendar file published to one collection: kept for each collection
+// URL and UID seed in a file of its own, replaced whole by Save, and in a
+// journal beside it to which every change is added as it is made, so that a
+// run that is stopped at any point loses none of what it did.
 class PublishState {
   public:
     // The state of `url` and `seed` in `folder`; empty when none was saved.
     PublishState(const QString& folder, const QString& url, const QString& seed);
+    ~PublishState();
+    PublishState(const PublishState&) = delete;
+    PublishState& operator=(const PublishState&) = delete;
 
-    // Reads the saved state; false with the problem when the file is damaged
-    // (a missing file is an empty state).
+    // Takes the state for this process alone; false with the problem when
+    // another run holds it. Held until the object goes.
+    bool Lock(QString& problem);
+    // Reads the saved state and then the changes its journal adds; false with
+    // the problem when a file is damaged (missing files are an empty state).
     bool Load(QString& problem);
-    // Writes the state; false with the problem when it cannot be written.
-    bool Save(QString& problem) const;
-    QString FileName() const { return fileName_; }
+    // From now on every Put and Erase is added to the journal at once.
+    bool StartJournal(QString& problem);
+    // Writes the whole state and empties the journal; false with the problem
+    // when it cannot be written.
+    bool Save(QString& problem);
 
-    std::map<QString, PublishedEvent> Events;  // by UID
+    void Put(const QString& uid, const PublishedEvent& event);
+    void Erase(const QString& uid);
+    // Why the journal could not be written to, once it could not; empty while
+    // all went well.
+    QString JournalProblem() const { return journalProblem_; }
+
+    QString FileName() const { return fileName_; }
+    QString JournalName() const { return journalName_; }
+    const std::map<QString, PublishedEvent>& Events() const { return events_; }
 
   private:
+    bool ReadSaved(QString& problem);
+    bool ReplayJournal(QString& problem);
+    void AddToJournal(const QByteArray& line);
+    QByteArray Header() const;
+
     QString folder_;
     QString fileName_;
+    QString journalName_;
     QString url_;
     QString seed_;
+    std::map<QString, PublishedEvent> events_;  // by UID
+    std::unique_ptr<QLockFile> lock_;
+    std::unique_ptr<QFile> journal_;
+    QString journalProblem_;
 };
 
 }  // namespace kelvane::cal

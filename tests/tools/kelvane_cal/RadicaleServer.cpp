@@ -1,5 +1,7 @@
 #include "RadicaleServer.h"
 
+#include "LocalServer.h"
+
 #include <QAuthenticator>
 #include <QDeadlineTimer>
 #include <QDir>
@@ -8,8 +10,6 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QStandardPaths>
-#include <QTcpServer>
-#include <QTcpSocket>
 #include <QThread>
 
 #include "kelvane_cal/DavXml.h"
@@ -17,21 +17,6 @@
 #include <csignal>
 
 namespace kelvane::cal::testing {
-
-namespace {
-
-int FreePort() {
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost, 0);
-    return server.serverPort();
-}
-
-bool WriteText(const QString& path, const QByteArray& text) {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
-}
-
-}  // namespace
 
 RadicaleServer::RadicaleServer() {
     const QString radicale = QStandardPaths::findExecutable(QStringLiteral("radicale"));
@@ -73,10 +58,12 @@ RadicaleServer::~RadicaleServer() {
     Stop();
 }
 
-void RadicaleServer::KillWhenHolding(const QString& name, int count) {
+void RadicaleServer::KillWhenHolding(const QString& name, int count, qint64 pid) {
     const QString folder =
         folder_.filePath(QStringLiteral("storage/collection-root/alice/") + name);
-    const qint64 pid = process_.processId();
+    if (pid == 0) {
+        pid = process_.processId();
+    }
     killer_ = std::thread([folder, count, pid] {
         const QDeadlineTimer deadline(60000);
         while (!deadline.hasExpired()) {
@@ -90,44 +77,14 @@ void RadicaleServer::KillWhenHolding(const QString& name, int count) {
 }
 
 bool RadicaleServer::Start() {
-    if (port_ == 0) {
-        return false;
-    }
-    process_.start();
-    if (!process_.waitForStarted(10000)) {
-        problem_ = QStringLiteral("radicale did not start: ") + process_.errorString();
-        return false;
-    }
-    const QDeadlineTimer deadline(20000);
-    while (!deadline.hasExpired()) {
-        QTcpSocket socket;
-        socket.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port_));
-        if (socket.waitForConnected(200)) {
-            // A server of another test on the same port answers too; this
-            // one has ended then.
-            if (process_.waitForFinished(300)) {
-                break;
-            }
-            problem_.clear();
-            return true;
-        }
-        if (process_.state() == QProcess::NotRunning) {
-            break;
-        }
-        QThread::msleep(50);
-    }
-    problem_ = QStringLiteral("radicale does not answer on port %1").arg(port_);
-    return false;
+    return StartListening(process_, port_, QStringLiteral("radicale"), problem_);
 }
 
 void RadicaleServer::Stop() {
     if (killer_.joinable()) {
         killer_.join();
     }
-    if (process_.state() != QProcess::NotRunning) {
-        process_.kill();
-        process_.waitForFinished(5000);
-    }
+    StopProcess(process_);
 }
 
 RadicaleServer::Answer RadicaleServer::Request(

@@ -24,9 +24,11 @@ class RadicaleServer {
     QString Problem() const { return problem_; }
     bool Start();
     void Stop();
-    // Kills the server, from another thread, as soon as the calendar `name`
-    // holds `count` events: a server that stops in the middle of a run.
-    void KillWhenHolding(const QString& name, int count);
+    // Kills the server, or the process `pid` when one is given, from another
+    // thread as soon as the calendar `name` holds `count` events: a server or
+    // a publish that stops in the middle of a run.
+    void KillWhenHolding(const QString& name, int count, qint64 pid = 0);
+    int Port() const { return port_; }
 
     // The URL of alice's calendar `name`, made when first asked for.
     QString Calendar(const QString& name);

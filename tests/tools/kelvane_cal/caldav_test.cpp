@@ -1,10 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <QDir>
+#include <QCoreApplication>
+#include <QProcess>
+#include <QThread>
 
-#include "CalRun.h"
-#include "RadicaleServer.h"
-#include "kelvane_cal/ICalExport.h"
+#include "CalDavFixture.h"
+#include "kelvane_cal/PublishState.h"
 
 // publish and import against a real CalDAV server (Radicale on 127.0.0.1).
 namespace kelvane::cal {
@@ -12,89 +13,11 @@ namespace {
 
 using testing::Activity;
 using testing::CalRun;
-using testing::RadicaleServer;
+using testing::DateOf;
+using testing::Plan;
+using testing::Uid;
 
-CalendarFileDate DateOf(qint16 month, qint16 day, const QString& title) {
-    CalendarFileDate date;
-    date.Month = month;
-    date.Day = day;
-    date.Entry.Title = title;
-    return date;
-}
-
-// 17 March: a title, a note and two activities; 18 March: a title.
-CalendarFileContent Plan() {
-    CalendarFileContent content;
-    CalendarFileDate standUp = DateOf(3, 17, QStringLiteral("Stand-up day"));
-    standUp.Note = QStringLiteral("Bring the slides");
-    standUp.Schedule = {Activity(QStringLiteral("Stand-up"), {9, 0}, {9, 15}),
-                        Activity(QStringLiteral("Review"), {14, 0}, {-1, 0})};
-    content.Dates = {standUp, DateOf(3, 18, QStringLiteral("Dentist"))};
-    return content;
-}
-
-QString Uid(int month, int day, int slot) {
-    return EventUid(QStringLiteral("plan.cal"), 2026, month, day, slot);
-}
-
-class CalDavTest : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        if (!server.Problem().isEmpty()) {
-            GTEST_FAIL() << server.Problem().toStdString();
-        }
-        file = folder.filePath(QStringLiteral("plan.cal"));
-        ASSERT_TRUE(testing::WriteCalendar(file, Plan()));
-        url = server.Calendar(QStringLiteral("plan"));
-        environment = testing::FixedEnvironment();
-        environment.StateFolder = folder.filePath(QStringLiteral("state"));
-        environment.NetrcFile = folder.filePath(QStringLiteral("netrc"));
-        environment.PasswordVariable = QStringLiteral("secret");
-        environment.PasswordVariableSet = true;
-    }
-
-    CalRun Run(QStringList arguments) {
-        CalRun run;
-        QTextStream out(&run.Out);
-        QTextStream err(&run.Err);
-        run.Status = RunCommand(arguments, environment, out, err);
-        out.flush();
-        err.flush();
-        return run;
-    }
-
-    CalRun Publish(const QStringList& more = {}) {
-        return Run(QStringList{QStringLiteral("publish"), file, QStringLiteral("--year"),
-                               QStringLiteral("2026"), QStringLiteral("--url"), url,
-                               QStringLiteral("--user"), QStringLiteral("alice")} +
-                   more);
-    }
-
-    void Change(const std::function<void(CalendarFileContent&)>& change) {
-        CalendarFileContent content = Plan();
-        change(content);
-        ASSERT_TRUE(testing::WriteCalendar(file, content));
-    }
-
-    QByteArray EventOnServer(const QString& uid) {
-        return server.Request("GET", QUrl(url + uid + QStringLiteral(".ics"))).Body;
-    }
-
-    QStringList AllUids() {
-        QStringList uids{Uid(3, 17, 0), Uid(3, 17, 1), Uid(3, 17, 2), Uid(3, 18, 0)};
-        for (QString& uid : uids) {
-            uid += QStringLiteral(".ics");
-        }
-        uids.sort();
-        return uids;
-    }
-
-    RadicaleServer server;
-    QTemporaryDir folder;
-    QString file;
-    QString url;
-    Environment environment;
-};
+class CalDavTest : public testing::CalDavFixture {};
 
 TEST_F(CalDavTest, FirstPublishCreatesOneResourcePerEvent) {
     const CalRun run = Publish();
@@ -222,6 +145,78 @@ TEST_F(CalDavTest, AServerStoppedHalfWayLeavesAStateTheNextRunCompletes) {
         again.Out.contains(QStringLiteral("0 created, 0 replaced, 0 deleted, 210 "
                                           "unchanged")))
         << again.Out.toStdString();
+}
+
+// The publish itself is killed once the server holds 50 of 210 events. What
+// it did is in its journal: the next run reads back only the few events
+// whose answers were on their way, and sends nothing twice.
+TEST_F(CalDavTest, APublishKilledHalfWayKeepsEveryChangeItMade) {
+    Change([](CalendarFileContent& content) {
+        content.Dates.clear();
+        for (qint16 day = 1; day <= 10; ++day) {
+            CalendarFileDate date = DateOf(4, day, QStringLiteral("Busy"));
+            for (qint16 slot = 1; slot <= 20; ++slot) {
+                date.Schedule.push_back(
+                    Activity(QStringLiteral("Task %1").arg(slot), {slot, 0}, {-1, 0}));
+            }
+            content.Dates.push_back(date);
+        }
+    });
+    QProcess publish;
+    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    variables.insert(QStringLiteral("HOME"), folder.path());
+    variables.insert(QStringLiteral("XDG_STATE_HOME"), folder.filePath(QStringLiteral("xdg")));
+    variables.insert(QStringLiteral("KELVANE_CALDAV_PASSWORD"), QStringLiteral("secret"));
+    publish.setProcessEnvironment(variables);
+    publish.start(
+        QStringLiteral(KELVANE_CAL_BINARY),
+        {QStringLiteral("publish"), file, QStringLiteral("--year"), QStringLiteral("2026"),
+         QStringLiteral("--url"), url, QStringLiteral("--user"), QStringLiteral("alice")});
+    ASSERT_TRUE(publish.waitForStarted());
+    server.KillWhenHolding(QStringLiteral("plan"), 50, publish.processId());
+    ASSERT_TRUE(publish.waitForFinished(60000));
+    ASSERT_EQ(publish.exitStatus(), QProcess::CrashExit) << publish.readAllStandardOutput().data();
+    QThread::msleep(500);  // the server ends what it was sent before the kill
+    const qsizetype published = server.Resources(url).size();
+    ASSERT_GE(published, 50);
+    ASSERT_LT(published, 210);
+
+    environment.StateFolder = folder.filePath(QStringLiteral("xdg/Kelvane"));
+    const QStringList journals = QDir(environment.StateFolder).entryList({"*.journal"});
+    ASSERT_EQ(journals.size(), 1);
+    const QByteArray journal =
+        testing::ReadBytes(QDir(environment.StateFolder).filePath(journals.first()));
+    // Its first line names the collection; each further line is one event.
+    EXPECT_GE(journal.count('\n') - 1, published - 4);
+    const CalRun next = Publish();
+    EXPECT_EQ(next.Status, 0) << next.Err.toStdString();
+    EXPECT_TRUE(next.Out.contains(QStringLiteral("%1 created").arg(210 - published)))
+        << next.Out.toStdString();
+    const QString gets = next.Out.section(QStringLiteral("PROPFIND, "), 1).section(' ', 0, 0);
+    EXPECT_LE(gets.toInt(), 4) << next.Out.toStdString();
+    EXPECT_TRUE(next.Out.contains(QStringLiteral(" 0 conflicts"))) << next.Out.toStdString();
+    EXPECT_EQ(server.Resources(url).size(), 210);
+    EXPECT_EQ(QDir(environment.StateFolder).entryList({"*.journal"}).size(), 0);
+}
+
+// Two runs that publish the same file to the same collection would each
+// record only their own changes; the second waits for the first to end.
+TEST_F(CalDavTest, ASecondPublishToTheSameCollectionWaitsForTheFirstToEnd) {
+    auto running =
+        std::make_unique<PublishState>(environment.StateFolder, url, QStringLiteral("plan.cal"));
+    QString problem;
+    ASSERT_TRUE(running->Lock(problem)) << problem.toStdString();
+    const CalRun refused = Publish();
+    EXPECT_EQ(refused.Status, 1);
+    EXPECT_TRUE(refused.Err.contains(
+        QStringLiteral("another publish to this collection is running (process %1)")
+            .arg(QCoreApplication::applicationPid())))
+        << refused.Err.toStdString();
+    EXPECT_TRUE(server.Resources(url).isEmpty());
+    EXPECT_EQ(Publish({QStringLiteral("--dry-run")}).Status, 0);
+    running.reset();
+    EXPECT_EQ(Publish().Status, 0);
+    EXPECT_EQ(server.Resources(url), AllUids());
 }
 
 TEST_F(CalDavTest, ALostStateIsRebuiltFromTheServerWithoutSendingEventsAgain) {

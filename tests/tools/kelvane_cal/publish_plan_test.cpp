@@ -14,14 +14,13 @@ EventText Local(const QString& uid, const QByteArray& hash) {
 class PublishPlanTest : public ::testing::Test {
   protected:
     PublishPlan Plan(bool force = false) {
-        return PlanPublish(local, state, server, force, [](const QString& uid) {
+        return PlanPublish(local, published, server, force, [](const QString& uid) {
             return uid.endsWith(QStringLiteral("@mine"));
         });
     }
 
     std::map<QString, EventText> local;
-    PublishState state{QStringLiteral("/nowhere"), QStringLiteral("https://x/"),
-                       QStringLiteral("s")};
+    std::map<QString, PublishedEvent> published;
     std::map<QString, ServerEvent> server;
 };
 
@@ -38,7 +37,7 @@ PublishStep StepOf(const PublishPlan& plan, const QString& uid) {
 TEST_F(PublishPlanTest, NewEventsAreCreatedAndUnchangedOnesLeftAlone) {
     local["a@mine"] = Local("a@mine", "1");
     local["b@mine"] = Local("b@mine", "2");
-    state.Events["b@mine"] = {"\"e2\"", "2"};
+    published["b@mine"] = {"\"e2\"", "2"};
     server["b@mine"] = {"/c/b@mine.ics", "\"e2\""};
     const PublishPlan plan = Plan();
     EXPECT_EQ(StepOf(plan, "a@mine"), PublishStep::Create);
@@ -48,7 +47,7 @@ TEST_F(PublishPlanTest, NewEventsAreCreatedAndUnchangedOnesLeftAlone) {
 
 TEST_F(PublishPlanTest, AChangedEventIsReplacedWithTheETagItWasPublishedWith) {
     local["a@mine"] = Local("a@mine", "new");
-    state.Events["a@mine"] = {"\"e1\"", "old"};
+    published["a@mine"] = {"\"e1\"", "old"};
     server["a@mine"] = {"/c/a@mine.ics", "\"e1\""};
     const PublishPlan plan = Plan();
     ASSERT_EQ(plan.Actions.size(), 1u);
@@ -61,9 +60,9 @@ TEST_F(PublishPlanTest, AnotherETagIsCheckedAndADeletionOnTheServerIsAConflict) 
     local["a@mine"] = Local("a@mine", "new");
     local["b@mine"] = Local("b@mine", "same");
     local["c@mine"] = Local("c@mine", "same");
-    state.Events["a@mine"] = {"\"e1\"", "old"};
-    state.Events["b@mine"] = {"\"e2\"", "same"};
-    state.Events["c@mine"] = {"", "same"};
+    published["a@mine"] = {"\"e1\"", "old"};
+    published["b@mine"] = {"\"e2\"", "same"};
+    published["c@mine"] = {"", "same"};
     server["a@mine"] = {"/c/a@mine.ics", "\"theirs\""};
     server["c@mine"] = {"/c/c@mine.ics", ""};
     EXPECT_EQ(StepOf(Plan(), "a@mine"), PublishStep::Check);
@@ -73,17 +72,17 @@ TEST_F(PublishPlanTest, AnotherETagIsCheckedAndADeletionOnTheServerIsAConflict) 
 }
 
 TEST_F(PublishPlanTest, AnotherYearsEventsInTheStateAreLeftAlone) {
-    state.Events["2025-old"] = {"\"e1\"", "1"};
+    published["2025-old"] = {"\"e1\"", "1"};
     server["2025-old"] = {"/c/2025-old.ics", "\"e1\""};
     EXPECT_TRUE(Plan().Actions.empty());
 }
 
 TEST_F(PublishPlanTest, GoneEventsAreDeletedButForeignOnesNeverTouched) {
-    state.Events["a@mine"] = {"\"e1\"", "1"};
+    published["a@mine"] = {"\"e1\"", "1"};
     server["a@mine"] = {"/c/a@mine.ics", "\"e1\""};
     server["left-over@mine"] = {"/c/left-over@mine.ics", "\"e9\""};
     server["lunch@example.org"] = {"/c/lunch.ics", "\"f1\""};
-    state.Events["gone@mine"] = {"\"e3\"", "3"};
+    published["gone@mine"] = {"\"e3\"", "3"};
     const PublishPlan plan = Plan();
     EXPECT_EQ(StepOf(plan, "a@mine"), PublishStep::Delete);
     EXPECT_EQ(StepOf(plan, "left-over@mine"), PublishStep::Delete);

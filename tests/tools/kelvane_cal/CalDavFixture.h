@@ -1,0 +1,97 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+
+#include "CalRun.h"
+#include "RadicaleServer.h"
+#include "kelvane_cal/ICalExport.h"
+
+// A calendar file of two dates and a Radicale server with alice's calendar
+// "plan", for the tests of publish and import from a collection.
+namespace kelvane::cal::testing {
+
+inline CalendarFileDate DateOf(qint16 month, qint16 day, const QString& title) {
+    CalendarFileDate date;
+    date.Month = month;
+    date.Day = day;
+    date.Entry.Title = title;
+    return date;
+}
+
+// 17 March: a title, a note and two activities; 18 March: a title.
+inline CalendarFileContent Plan() {
+    CalendarFileContent content;
+    CalendarFileDate standUp = DateOf(3, 17, QStringLiteral("Stand-up day"));
+    standUp.Note = QStringLiteral("Bring the slides");
+    standUp.Schedule = {Activity(QStringLiteral("Stand-up"), {9, 0}, {9, 15}),
+                        Activity(QStringLiteral("Review"), {14, 0}, {-1, 0})};
+    content.Dates = {standUp, DateOf(3, 18, QStringLiteral("Dentist"))};
+    return content;
+}
+
+inline QString Uid(int month, int day, int slot) {
+    return EventUid(QStringLiteral("plan.cal"), 2026, month, day, slot);
+}
+
+class CalDavFixture : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (!server.Problem().isEmpty()) {
+            GTEST_FAIL() << server.Problem().toStdString();
+        }
+        file = folder.filePath(QStringLiteral("plan.cal"));
+        ASSERT_TRUE(testing::WriteCalendar(file, Plan()));
+        url = server.Calendar(QStringLiteral("plan"));
+        environment = testing::FixedEnvironment();
+        environment.StateFolder = folder.filePath(QStringLiteral("state"));
+        environment.NetrcFile = folder.filePath(QStringLiteral("netrc"));
+        environment.PasswordVariable = QStringLiteral("secret");
+        environment.PasswordVariableSet = true;
+    }
+
+    CalRun Run(QStringList arguments) {
+        CalRun run;
+        QTextStream out(&run.Out);
+        QTextStream err(&run.Err);
+        run.Status = RunCommand(arguments, environment, out, err);
+        out.flush();
+        err.flush();
+        return run;
+    }
+
+    CalRun Publish(const QStringList& more = {}) {
+        return Run(QStringList{QStringLiteral("publish"), file, QStringLiteral("--year"),
+                               QStringLiteral("2026"), QStringLiteral("--url"), url,
+                               QStringLiteral("--user"), QStringLiteral("alice")} +
+                   more);
+    }
+
+    void Change(const std::function<void(CalendarFileContent&)>& change) {
+        CalendarFileContent content = Plan();
+        change(content);
+        ASSERT_TRUE(testing::WriteCalendar(file, content));
+    }
+
+    QByteArray EventOnServer(const QString& uid) {
+        return server.Request("GET", QUrl(url + uid + QStringLiteral(".ics"))).Body;
+    }
+
+    QStringList AllUids() {
+        QStringList uids{Uid(3, 17, 0), Uid(3, 17, 1), Uid(3, 17, 2), Uid(3, 18, 0)};
+        for (QString& uid : uids) {
+            uid += QStringLiteral(".ics");
+        }
+        uids.sort();
+        return uids;
+    }
+
+    RadicaleServer server;
+    QTemporaryDir folder;
+    QString file;
+    QString url;
+    Environment environment;
+};
+
+}  // namespace kelvane::cal::testing

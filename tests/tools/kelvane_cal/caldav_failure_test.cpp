@@ -1,0 +1,153 @@
+#include <gtest/gtest.h>
+
+#include <QTcpServer>
+
+#include "CalDavFixture.h"
+#include "NginxProxy.h"
+
+// What publish and import say when a server refuses, fails, sends them
+// elsewhere or stays silent: real servers on 127.0.0.1, Radicale for what it
+// answers itself and nginx in front of it for the rest.
+namespace kelvane::cal {
+namespace {
+
+using testing::CalRun;
+using testing::NginxProxy;
+
+class CalDavFailureTest : public testing::CalDavFixture {
+  protected:
+    void SetUp() override {
+        CalDavFixture::SetUp();
+        if (!proxy.Problem().isEmpty()) {
+            GTEST_FAIL() << proxy.Problem().toStdString();
+        }
+    }
+
+    // A publish to `target` that must fail with exit status 1, touching
+    // neither the calendar nor the state; what it said on the standard error.
+    QString FailedPublish(const QString& target, const QStringList& more = {}) {
+        url = target;
+        const CalRun run = Publish(more);
+        EXPECT_EQ(run.Status, 1) << run.Out.toStdString() << run.Err.toStdString();
+        EXPECT_TRUE(run.Out.isEmpty()) << run.Out.toStdString();
+        EXPECT_TRUE(QDir(environment.StateFolder).entryList(QDir::Files).isEmpty());
+        return run.Err;
+    }
+
+    NginxProxy proxy{server.Port()};
+};
+
+TEST_F(CalDavFailureTest, AnotherUsersCalendarIsForbidden) {
+    const QString other = QStringLiteral("http://127.0.0.1:%1/bob/plan/").arg(server.Port());
+    EXPECT_EQ(FailedPublish(other),
+              QStringLiteral("kelvane-cal: %1: the server forbids this (403); check that the "
+                             "user may write to this calendar\n")
+                  .arg(other));
+}
+
+TEST_F(CalDavFailureTest, AMissingCollectionIsNotFound) {
+    const QString missing =
+        QStringLiteral("http://127.0.0.1:%1/alice/no-such-calendar/").arg(server.Port());
+    EXPECT_EQ(FailedPublish(missing),
+              QStringLiteral("kelvane-cal: %1: not found (404); check the URL of the calendar "
+                             "collection\n")
+                  .arg(missing));
+}
+
+TEST_F(CalDavFailureTest, AFolderOfPlainFilesAllowsNoPublish) {
+    const QString files = proxy.Url(QStringLiteral("/files/"));
+    EXPECT_EQ(FailedPublish(files),
+              QStringLiteral("kelvane-cal: %1: the server does not allow this here (405); check "
+                             "that the URL names a calendar collection\n")
+                  .arg(files));
+}
+
+TEST_F(CalDavFailureTest, AFullServerSaysSo) {
+    const QString full = proxy.Url(QStringLiteral("/full/plan/"));
+    EXPECT_EQ(FailedPublish(full),
+              QStringLiteral("kelvane-cal: %1: the server has no room left (507); free some "
+                             "space on it\n")
+                  .arg(full));
+}
+
+TEST_F(CalDavFailureTest, AFailingServerIsToBeTriedLater) {
+    const QString broken = proxy.Url(QStringLiteral("/broken/plan/"));
+    EXPECT_EQ(FailedPublish(broken),
+              QStringLiteral("kelvane-cal: %1: the server failed (502); try again later, or ask "
+                             "its administrator\n")
+                  .arg(broken));
+}
+
+TEST_F(CalDavFailureTest, ASilentServerTimesOut) {
+    QTcpServer silent;  // takes connections and never says a word
+    ASSERT_TRUE(silent.listen(QHostAddress::LocalHost, 0));
+    const QString target =
+        QStringLiteral("http://127.0.0.1:%1/alice/plan/").arg(silent.serverPort());
+    EXPECT_EQ(FailedPublish(target, {QStringLiteral("--timeout"), QStringLiteral("1")}),
+              QStringLiteral("kelvane-cal: %1: no answer within 1 second; check that the server "
+                             "is running and can be reached, or give it longer with --timeout\n")
+                  .arg(target));
+}
+
+TEST_F(CalDavFailureTest, ATimeoutIsAWholeNumberOfSeconds) {
+    for (const QString& wrong :
+         {QStringLiteral("0"), QStringLiteral("soon"), QStringLiteral("3601")}) {
+        const CalRun run = Publish({QStringLiteral("--timeout"), wrong});
+        EXPECT_EQ(run.Status, 2);
+        EXPECT_TRUE(
+            run.Err.contains(QStringLiteral("--timeout takes a number of seconds from 1 to 3600")))
+            << run.Err.toStdString();
+    }
+}
+
+TEST_F(CalDavFailureTest, ARedirectWithinTheServerIsFollowedForEveryRequest) {
+    url = proxy.Url(QStringLiteral("/moved/"));
+    const CalRun run = Publish();
+    EXPECT_EQ(run.Status, 0) << run.Err.toStdString();
+    EXPECT_TRUE(run.Out.contains(QStringLiteral("4 created"))) << run.Out.toStdString();
+    EXPECT_EQ(server.Resources(server.Calendar(QStringLiteral("plan"))), AllUids());
+    const CalRun again = Publish();
+    EXPECT_TRUE(again.Out.contains(QStringLiteral("0 created, 0 replaced, 0 deleted, 4 unchanged")))
+        << again.Out.toStdString();
+}
+
+TEST_F(CalDavFailureTest, ARedirectToAnotherServerIsNotFollowed) {
+    const QString away = proxy.Url(QStringLiteral("/away/alice/plan/"));
+    const QString target = proxy.Url(QStringLiteral("/alice/plan/"))
+                               .replace(QStringLiteral("127.0.0.1"), QStringLiteral("localhost"));
+    EXPECT_EQ(FailedPublish(away),
+              QStringLiteral("kelvane-cal: %1: the server sends this request on to %2, which is "
+                             "not followed; use that address if it is right\n")
+                  .arg(away, target));
+    EXPECT_TRUE(server.Resources(server.Calendar(QStringLiteral("plan"))).isEmpty());
+}
+
+TEST_F(CalDavFailureTest, AnImportFromAFailingServerWritesNothing) {
+    const QString out = folder.filePath(QStringLiteral("out.cal"));
+    const QString full = proxy.Url(QStringLiteral("/full/plan/"));
+    const CalRun run =
+        Run({QStringLiteral("import"), full, QStringLiteral("--year"), QStringLiteral("2026"),
+             QStringLiteral("--user"), QStringLiteral("alice"), QStringLiteral("-o"), out});
+    EXPECT_EQ(run.Status, 1);
+    EXPECT_EQ(run.Err, QStringLiteral("kelvane-cal: %1: the server has no room left (507); free "
+                                      "some space on it\n")
+                           .arg(full));
+    EXPECT_FALSE(QFile::exists(out));
+}
+
+TEST_F(CalDavFailureTest, AnImportWaitsAsLongAsItsTimeout) {
+    QTcpServer silent;
+    ASSERT_TRUE(silent.listen(QHostAddress::LocalHost, 0));
+    const QString target =
+        QStringLiteral("http://127.0.0.1:%1/alice/plan/").arg(silent.serverPort());
+    const CalRun run =
+        Run({QStringLiteral("import"), target, QStringLiteral("--year"), QStringLiteral("2026"),
+             QStringLiteral("--user"), QStringLiteral("alice"), QStringLiteral("--timeout"),
+             QStringLiteral("1")});
+    EXPECT_EQ(run.Status, 1);
+    EXPECT_TRUE(run.Err.contains(target + QStringLiteral(": no answer within 1 second;")))
+        << run.Err.toStdString();
+}
+
+}  // namespace
+}  // namespace kelvane::cal
