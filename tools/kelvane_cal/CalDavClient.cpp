@@ -5,6 +5,8 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
+#include "kelvane_cal/DavXml.h"
+
 namespace kelvane::cal {
 
 CalDavClient::CalDavClient(const Credentials& credentials, int timeoutSeconds)
@@ -161,6 +163,14 @@ QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
     if (reply.Status == 0) {
         return QStringLiteral("%1: %2; check the URL and that the server is running")
             .arg(url, reply.NetworkError);
+    }
+    // A server that names the rule an event broke says more than its status.
+    const QString reason = DavErrorText(reply.Body);
+    if (!reason.isEmpty() && reply.Status != 412) {
+        return QStringLiteral("%1: the server refuses this (%2): %3")
+            .arg(url)
+            .arg(reply.Status)
+            .arg(reason);
     }
     switch (reply.Status) {
         case 401:

@@ -128,4 +128,26 @@ bool ParseMultistatus(const QByteArray& xml, std::vector<DavResource>& resources
     return true;
 }
 
+QString DavErrorText(const QByteArray& body) {
+    QXmlStreamReader reader(body);
+    if (!reader.readNextStartElement() || reader.name() != QLatin1String("error") ||
+        reader.namespaceUri() != kDav) {
+        return {};
+    }
+    QStringList said;
+    QString description;
+    while (reader.readNextStartElement()) {
+        if (reader.name() == QLatin1String("responsedescription")) {
+            description = reader.readElementText().simplified();
+        } else {
+            said.append(reader.name().toString());
+            reader.skipCurrentElement();
+        }
+    }
+    if (!description.isEmpty()) {
+        said.append(description);
+    }
+    return reader.hasError() ? QString() : said.join(QStringLiteral(": "));
+}
+
 }  // namespace kelvane::cal

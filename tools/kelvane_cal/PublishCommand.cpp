@@ -330,7 +330,8 @@ int Publisher::Finish() {
         err_ << "kelvane-cal: " << failures_.first() << '\n';
         if (failures_.size() > 1) {
             err_ << "kelvane-cal: " << failures_.size() - 1
-                 << " more requests failed; run publish again to complete the calendar\n";
+                 << (failures_.size() == 2 ? " more request" : " more requests")
+                 << " failed; run publish again to complete the calendar\n";
         }
     }
     err_.flush();
