@@ -21,7 +21,7 @@ esac
 
 # The start-up measurement needs an X server and the X libraries its probe
 # links; they are installed before the build, so that CMake finds them.
-scripts/install-deps.sh xvfb libx11-dev libxdamage-dev
+scripts/install-deps.sh xvfb libx11-dev libxdamage-dev cyrus-common cyrus-caldav sasl2-bin curl
 
 cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release \
     -DKELVANE_BUILD_TESTS=OFF -DKELVANE_BUILD_BENCHMARKS=ON
