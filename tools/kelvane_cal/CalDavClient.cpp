@@ -97,15 +97,22 @@ QUrl CalDavClient::RedirectTarget(const DavRequest& request, DavReply& reply) co
 
 std::vector<DavReply> CalDavClient::SendAll(
     const std::vector<DavRequest>& requests, int parallel,
-    const std::function<void(std::size_t, const DavReply&)>& done) {
+    const std::function<bool(std::size_t, const DavReply&)>& done) {
     std::vector<DavReply> replies(requests.size());
+    for (std::size_t index = 0; index < requests.size(); ++index) {
+        replies[index].Url = requests[index].Url;
+        replies[index].NotSent = true;
+    }
     std::size_t next = 0;
+    std::size_t started = 0;
     std::size_t finished = 0;
+    bool stopped = false;
     QEventLoop loop;
     std::function<void(std::size_t, const QUrl&, int)> send;
     const auto startNext = [&] {
-        if (next < requests.size()) {
+        if (!stopped && next < requests.size()) {
             const std::size_t index = next++;
+            ++started;
             send(index, requests[index].Url, 0);
         }
     };
@@ -121,20 +128,20 @@ std::vector<DavReply> CalDavClient::SendAll(
                 return;
             }
             replies[index] = answer;
-            if (done) {
-                done(index, replies[index]);
+            if (done && !done(index, replies[index])) {
+                stopped = true;
             }
-            if (++finished == requests.size()) {
+            if (++finished == started && (stopped || next == requests.size())) {
                 loop.quit();
             } else {
                 startNext();
             }
         });
     };
-    for (int started = 0; started < std::max(parallel, 1); ++started) {
+    for (int slot = 0; slot < std::max(parallel, 1); ++slot) {
         startNext();
     }
-    if (finished < requests.size()) {
+    if (finished < started) {
         loop.exec();
     }
     return replies;
@@ -145,10 +152,47 @@ int CalDavClient::Sent(const QByteArray& method) const {
     return count == sent_.end() ? 0 : count->second;
 }
 
+namespace {
+
+// What to do about an answer with a failing HTTP status.
+QString StatusAdvice(int status) {
+    switch (status) {
+        case 401:
+            return QStringLiteral(
+                "the server refused the user name or password (401); check --user and the "
+                "password");
+        case 403:
+            return QStringLiteral(
+                "the server forbids this (403); check that the user may write to this calendar");
+        case 404:
+            return QStringLiteral("not found (404); check the URL of the calendar collection");
+        case 405:
+            return QStringLiteral(
+                "the server does not allow this here (405); check that the URL names a calendar "
+                "collection");
+        case 412:
+            return QStringLiteral("changed on the server (412)");
+        case 507:
+            return QStringLiteral("the server has no room left (507); free some space on it");
+        default:
+            break;
+    }
+    if (status >= 500) {
+        return QStringLiteral("the server failed (%1); try again later, or ask its administrator")
+            .arg(status);
+    }
+    return QStringLiteral("the server answered %1; check the URL").arg(status);
+}
+
+}  // namespace
+
 QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
     const QString url = reply.Url.toString(QUrl::RemoveUserInfo);
     if (reply.Status >= 200 && reply.Status < 300) {
         return {};
+    }
+    if (reply.NotSent) {
+        return QStringLiteral("%1: not sent, as the server had stopped answering").arg(url);
     }
     if (reply.TimedOut) {
         return QStringLiteral(
@@ -164,49 +208,18 @@ QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
         return QStringLiteral("%1: %2; check the URL and that the server is running")
             .arg(url, reply.NetworkError);
     }
-    // A server that names the rule an event broke says more than its status.
     const QString reason = DavErrorText(reply.Body);
+    // A refusal that names a rule other than the user's rights is about the
+    // request itself, such as an event the server will not store.
+    if (reply.Status == 403 && !reason.isEmpty() &&
+        !reason.contains(QStringLiteral("need-privileges"))) {
+        return QStringLiteral("%1: the server refuses this (403): %2").arg(url, reason);
+    }
+    QString message = url + QStringLiteral(": ") + StatusAdvice(reply.Status);
     if (!reason.isEmpty() && reply.Status != 412) {
-        return QStringLiteral("%1: the server refuses this (%2): %3")
-            .arg(url)
-            .arg(reply.Status)
-            .arg(reason);
+        message += QStringLiteral("; the server says: ") + reason;
     }
-    switch (reply.Status) {
-        case 401:
-            return QStringLiteral(
-                       "%1: the server refused the user name or password (401); check "
-                       "--user and the password")
-                .arg(url);
-        case 403:
-            return QStringLiteral(
-                       "%1: the server forbids this (403); check that the user may "
-                       "write to this calendar")
-                .arg(url);
-        case 404:
-            return QStringLiteral("%1: not found (404); check the URL of the calendar collection")
-                .arg(url);
-        case 405:
-            return QStringLiteral(
-                       "%1: the server does not allow this here (405); check that the "
-                       "URL names a calendar collection")
-                .arg(url);
-        case 412:
-            return QStringLiteral("%1: changed on the server (412)").arg(url);
-        case 507:
-            return QStringLiteral("%1: the server has no room left (507); free some space on it")
-                .arg(url);
-        default:
-            break;
-    }
-    if (reply.Status >= 500) {
-        return QStringLiteral(
-                   "%1: the server failed (%2); try again later, or ask its "
-                   "administrator")
-            .arg(url)
-            .arg(reply.Status);
-    }
-    return QStringLiteral("%1: the server answered %2; check the URL").arg(url).arg(reply.Status);
+    return message;
 }
 
 }  // namespace kelvane::cal

@@ -29,6 +29,7 @@ struct DavReply {
     QString NetworkError;  // why no status came, or why the answer was refused
     bool TimedOut = false;
     bool RedirectRefused = false;  // to another server, or one that would change the method
+    bool NotSent = false;          // left unsent once the run was told to stop
 };
 
 // Talks HTTP to a CalDAV server through Qt's network access: a few requests
@@ -42,9 +43,10 @@ class CalDavClient {
     DavReply Send(const DavRequest& request);
     // Sends every request, at most `parallel` at a time, and gives the
     // replies in the order of the requests. `done` hears of each reply as it
-    // comes, so that progress can be kept.
+    // comes, so that progress can be kept; once it answers false, no further
+    // request is started and those left are NotSent.
     std::vector<DavReply> SendAll(const std::vector<DavRequest>& requests, int parallel,
-                                  const std::function<void(std::size_t, const DavReply&)>& done);
+                                  const std::function<bool(std::size_t, const DavReply&)>& done);
     // How many requests of a method were sent so far.
     int Sent(const QByteArray& method) const;
     int TimeoutSeconds() const { return timeoutSeconds_; }

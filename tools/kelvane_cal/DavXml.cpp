@@ -137,11 +137,16 @@ QString DavErrorText(const QByteArray& body) {
     QStringList said;
     QString description;
     while (reader.readNextStartElement()) {
-        if (reader.name() == QLatin1String("responsedescription")) {
-            description = reader.readElementText().simplified();
-        } else {
-            said.append(reader.name().toString());
-            reader.skipCurrentElement();
+        const QString name = reader.name().toString();
+        const QString text =
+            reader.readElementText(QXmlStreamReader::IncludeChildElements).simplified();
+        if (name == QLatin1String("responsedescription")) {
+            description = text;
+        } else if (name != QLatin1String("exception")) {
+            // A condition is an empty element; a server's own element, such
+            // as a message, says something in its text. An exception names
+            // a class of the server's code, which is no help to a person.
+            said.append(text.isEmpty() ? name : text);
         }
     }
     if (!description.isEmpty()) {

@@ -24,9 +24,9 @@ QByteArray EventsInRangeRequestBody(const QString& start, const QString& end);
 // 200); false with the problem when the answer is no multistatus XML.
 bool ParseMultistatus(const QByteArray& xml, std::vector<DavResource>& resources, QString& problem);
 
-// What a WebDAV error answer (<DAV:error>) says: the conditions it names and
-// its description, as "valid-calendar-data: DTEND must occur after DTSTART";
-// empty when the body is no such answer.
+// What a WebDAV error answer (<DAV:error>) says: the conditions it names, the
+// server's own messages and its description, as "valid-calendar-data: DTEND
+// must occur after DTSTART"; empty when the body is no such answer.
 QString DavErrorText(const QByteArray& body);
 
 }  // namespace kelvane::cal

@@ -54,7 +54,8 @@ const char* const kImportHelp =
     "                   variable KELVANE_CALDAV_PASSWORD\n"
     "  --allow-http     allow plain http to other computers (a warning each run)\n"
     "  --timeout SECONDS\n"
-    "                   how long the server may take to answer (60 when left out)\n";
+    "                   how long the server may go without answering (60 when\n"
+    "                   left out)\n";
 
 // The years libical can count seconds in, with a year to spare at the end.
 constexpr int kFirstYear = 1902;

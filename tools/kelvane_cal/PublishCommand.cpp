@@ -44,8 +44,8 @@ const char* const kPublishHelp =
     "  --dry-run            say what would be done, and do nothing\n"
     "  --force              replace or delete events changed on the server\n"
     "  --allow-http         allow plain http to other computers (a warning each run)\n"
-    "  --timeout SECONDS    how long the server may take to answer (60 when left\n"
-    "                       out)\n";
+    "  --timeout SECONDS    how long the server may go without answering (60 when\n"
+    "                       left out)\n";
 
 constexpr int kParallel = 4;
 
@@ -108,6 +108,12 @@ QString DateOfUid(const QString& uid) {
         .arg(date.year());
 }
 
+// Whether the server said anything: after a time-out or a lost connection
+// the rest of a run is not sent.
+bool Answered(const DavReply& reply) {
+    return reply.Status != 0 || reply.RedirectRefused;
+}
+
 // Runs one publish from its words to its exit status.
 class Publisher {
   public:
@@ -127,7 +133,8 @@ class Publisher {
     bool ListServer(QString& problem);
     void Check(PublishPlan& plan);
     void Execute(const PublishPlan& plan);
-    void Applied(const PublishAction& action, const DavReply& reply);
+    bool Applied(const PublishAction& action, const DavReply& reply);
+    void Record(const PublishAction& action, const DavReply& reply);
     void FillMissingETags();
     void Conflict(const QString& uid, const QString& reason);
     int Finish();
@@ -208,7 +215,8 @@ void Publisher::Check(PublishPlan& plan) {
             checks.push_back(&action);
         }
     }
-    const std::vector<DavReply> replies = client_->SendAll(requests, kParallel, {});
+    const std::vector<DavReply> replies = client_->SendAll(
+        requests, kParallel, [](std::size_t, const DavReply& reply) { return Answered(reply); });
     for (std::size_t index = 0; index < replies.size(); ++index) {
         PublishAction& action = *checks[index];
         const DavReply& reply = replies[index];
@@ -242,7 +250,14 @@ void Publisher::Conflict(const QString& uid, const QString& reason) {
          << "; left as the server has it (--force replaces it)\n";
 }
 
-void Publisher::Applied(const PublishAction& action, const DavReply& reply) {
+// Records what a request did; false when the run should send no more: the
+// server stopped answering, or what is done can no longer be recorded.
+bool Publisher::Applied(const PublishAction& action, const DavReply& reply) {
+    Record(action, reply);
+    return Answered(reply) && state_.JournalProblem().isEmpty();
+}
+
+void Publisher::Record(const PublishAction& action, const DavReply& reply) {
     if (reply.Status == 412) {
         Conflict(action.Uid, QStringLiteral("changed on the server since the last publish"));
         return;
@@ -284,10 +299,15 @@ void Publisher::Execute(const PublishPlan& plan) {
         }
         actions.push_back(&action);
     }
-    client_->SendAll(requests, kParallel,
-                     [this, &actions](std::size_t index, const DavReply& reply) {
-                         Applied(*actions[index], reply);
-                     });
+    const std::vector<DavReply> replies = client_->SendAll(
+        requests, kParallel, [this, &actions](std::size_t index, const DavReply& reply) {
+            return Applied(*actions[index], reply);
+        });
+    for (const DavReply& reply : replies) {
+        if (reply.NotSent) {
+            failures_.append(DescribeFailure(reply, client_->TimeoutSeconds()));
+        }
+    }
 }
 
 // A server that gives no ETag with its answer to a PUT is asked for them all
@@ -314,7 +334,7 @@ void Publisher::FillMissingETags() {
 int Publisher::Finish() {
     QString problem;
     if (!state_.JournalProblem().isEmpty()) {
-        failures_.append(state_.JournalProblem());
+        failures_.prepend(state_.JournalProblem());
     }
     if (!words_.DryRun && !state_.Save(problem)) {
         failures_.append(problem);

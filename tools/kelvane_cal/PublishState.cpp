@@ -20,6 +20,11 @@ PublishedEvent EventOf(const QJsonObject& fields) {
             fields.value(QStringLiteral("hash")).toString().toLatin1()};
 }
 
+QString Key(const QString& text) {
+    return QString::fromLatin1(
+        QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256).toHex().left(24));
+}
+
 QByteArray Compact(const QJsonObject& object) {
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
@@ -40,23 +45,29 @@ QString Damaged(const QString& fileName) {
 
 PublishState::PublishState(const QString& folder, const QString& url, const QString& seed)
     : folder_(folder), url_(url), seed_(seed) {
-    const QByteArray key = QCryptographicHash::hash((url + QLatin1Char('\n') + seed).toUtf8(),
-                                                    QCryptographicHash::Sha256)
-                               .toHex()
-                               .left(24);
-    const QString base = QStringLiteral("caldav-%1").arg(QString::fromLatin1(key));
+    const QString base = QStringLiteral("caldav-") + Key(url + QLatin1Char('\n') + seed);
     fileName_ = QDir(folder).filePath(base + QStringLiteral(".json"));
     journalName_ = QDir(folder).filePath(base + QStringLiteral(".journal"));
+    // One run at a time writes to a collection, whatever its seed.
+    lockName_ =
+        QDir(folder).filePath(QStringLiteral("caldav-") + Key(url) + QStringLiteral(".lock"));
 }
 
 PublishState::~PublishState() = default;
 
+bool PublishState::MakeFolder(QString& problem) const {
+    if (QDir().mkpath(folder_)) {
+        return true;
+    }
+    problem = QStringLiteral("%1: the folder cannot be made").arg(folder_);
+    return false;
+}
+
 bool PublishState::Lock(QString& problem) {
-    if (!QDir().mkpath(folder_)) {
-        problem = QStringLiteral("%1: the folder cannot be made").arg(folder_);
+    if (!MakeFolder(problem)) {
         return false;
     }
-    lock_ = std::make_unique<QLockFile>(fileName_ + QStringLiteral(".lock"));
+    lock_ = std::make_unique<QLockFile>(lockName_);
     // A publish may run for a long time: only a lock whose process has ended
     // is stale.
     lock_->setStaleLockTime(0);
@@ -79,7 +90,8 @@ bool PublishState::Lock(QString& problem) {
 
 bool PublishState::Load(QString& problem) {
     events_.clear();
-    return ReadSaved(problem) && ReplayJournal(problem);
+    loaded_ = ReadSaved(problem) && ReplayJournal(problem);
+    return loaded_;
 }
 
 bool PublishState::ReadSaved(QString& problem) {
@@ -106,7 +118,8 @@ bool PublishState::ReadSaved(QString& problem) {
 
 // The journal's first line names its collection and seed; each further line
 // puts or erases one event. A last line without its line end was cut short
-// when the run stopped, and is passed over.
+// when the run stopped, and is passed over; so is everything from a line that
+// cannot be read on, which the next run's checks of the server put right.
 bool PublishState::ReplayJournal(QString& problem) {
     QFile file(journalName_);
     if (!file.exists()) {
@@ -128,8 +141,7 @@ bool PublishState::ReplayJournal(QString& problem) {
         const QJsonObject change = QJsonDocument::fromJson(lines[index]).object();
         const QString uid = change.value(QStringLiteral("uid")).toString();
         if (uid.isEmpty()) {
-            problem = Damaged(journalName_);
-            return false;
+            break;
         }
         if (change.value(QStringLiteral("gone")).toBool()) {
             events_.erase(uid);
@@ -145,13 +157,16 @@ QByteArray PublishState::Header() const {
 }
 
 bool PublishState::StartJournal(QString& problem) {
+    // Compacting an old journal into a state that was never read would lose it.
+    if (!loaded_ && !Load(problem)) {
+        return false;
+    }
     // What an earlier run that stopped left in the journal goes into the
     // saved state first, so that a line it cut short ends the old journal.
     if (QFile::exists(journalName_) && !Save(problem)) {
         return false;
     }
-    if (!QDir().mkpath(folder_)) {
-        problem = QStringLiteral("%1: the folder cannot be made").arg(folder_);
+    if (!MakeFolder(problem)) {
         return false;
     }
     journal_ = std::make_unique<QFile>(journalName_);
@@ -196,8 +211,7 @@ bool PublishState::Save(QString& problem) {
     }
     QJsonObject root{{QStringLiteral("url"), url_}, {QStringLiteral("seed"), seed_}};
     root.insert(QStringLiteral("events"), events);
-    if (!QDir().mkpath(folder_)) {
-        problem = QStringLiteral("%1: the folder cannot be made").arg(folder_);
+    if (!MakeFolder(problem)) {
         return false;
     }
     QSaveFile file(fileName_);

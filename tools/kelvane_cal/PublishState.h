@@ -28,13 +28,14 @@ class PublishState {
     PublishState(const PublishState&) = delete;
     PublishState& operator=(const PublishState&) = delete;
 
-    // Takes the state for this process alone; false with the problem when
-    // another run holds it. Held until the object goes.
+    // Takes the collection for this process alone; false with the problem
+    // when another run, of any seed, holds it. Held until the object goes.
     bool Lock(QString& problem);
     // Reads the saved state and then the changes its journal adds; false with
     // the problem when a file is damaged (missing files are an empty state).
     bool Load(QString& problem);
-    // From now on every Put and Erase is added to the journal at once.
+    // From now on every Put and Erase is added to the journal at once; what
+    // an older journal held is saved first (reading the state if need be).
     bool StartJournal(QString& problem);
     // Writes the whole state and empties the journal; false with the problem
     // when it cannot be written.
@@ -51,6 +52,7 @@ class PublishState {
     const std::map<QString, PublishedEvent>& Events() const { return events_; }
 
   private:
+    bool MakeFolder(QString& problem) const;
     bool ReadSaved(QString& problem);
     bool ReplayJournal(QString& problem);
     void AddToJournal(const QByteArray& line);
@@ -59,9 +61,11 @@ class PublishState {
     QString folder_;
     QString fileName_;
     QString journalName_;
+    QString lockName_;
     QString url_;
     QString seed_;
     std::map<QString, PublishedEvent> events_;  // by UID
+    bool loaded_ = false;
     std::unique_ptr<QLockFile> lock_;
     std::unique_ptr<QFile> journal_;
     QString journalProblem_;

@@ -7,27 +7,22 @@
 #include "CalRun.h"
 #include "RadicaleServer.h"
 #include "kelvane_cal/ICalExport.h"
+#include "support/CalendarFiles.h"
 
 // A calendar file of two dates and a Radicale server with alice's calendar
 // "plan", for the tests of publish and import from a collection.
 namespace kelvane::cal::testing {
 
-inline CalendarFileDate DateOf(qint16 month, qint16 day, const QString& title) {
-    CalendarFileDate date;
-    date.Month = month;
-    date.Day = day;
-    date.Entry.Title = title;
-    return date;
-}
+using kelvane::testing::TitledDate;
 
 // 17 March: a title, a note and two activities; 18 March: a title.
 inline CalendarFileContent Plan() {
     CalendarFileContent content;
-    CalendarFileDate standUp = DateOf(3, 17, QStringLiteral("Stand-up day"));
+    CalendarFileDate standUp = TitledDate(3, 17, QStringLiteral("Stand-up day"));
     standUp.Note = QStringLiteral("Bring the slides");
     standUp.Schedule = {Activity(QStringLiteral("Stand-up"), {9, 0}, {9, 15}),
                         Activity(QStringLiteral("Review"), {14, 0}, {-1, 0})};
-    content.Dates = {standUp, DateOf(3, 18, QStringLiteral("Dentist"))};
+    content.Dates = {standUp, TitledDate(3, 18, QStringLiteral("Dentist"))};
     return content;
 }
 
@@ -72,6 +67,21 @@ class CalDavFixture : public ::testing::Test {
         CalendarFileContent content = Plan();
         change(content);
         ASSERT_TRUE(testing::WriteCalendar(file, content));
+    }
+
+    // Ten dates of twenty activities each: 210 events.
+    void WriteBusyDates() {
+        Change([](CalendarFileContent& content) {
+            content.Dates.clear();
+            for (qint16 day = 1; day <= 10; ++day) {
+                CalendarFileDate date = TitledDate(4, day, QStringLiteral("Busy"));
+                for (qint16 slot = 1; slot <= 20; ++slot) {
+                    date.Schedule.push_back(
+                        Activity(QStringLiteral("Task %1").arg(slot), {slot, 0}, {-1, 0}));
+                }
+                content.Dates.push_back(date);
+            }
+        });
     }
 
     QByteArray EventOnServer(const QString& uid) {

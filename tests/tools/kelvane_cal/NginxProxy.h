@@ -10,6 +10,7 @@
 //   /moved/NAME    308 to /alice/plan/NAME on the same server
 //   /away/NAME     301 to the same path on "localhost", another origin
 //   /full/...      507 Insufficient Storage
+//   /no-room-to-put/NAME/...  507 for a PUT, else alice's calendar NAME
 //   /files/        a folder of plain files, which allows no WebDAV (405)
 //   /broken/...    passed on to a port where nothing listens (502)
 namespace kelvane::cal::testing {

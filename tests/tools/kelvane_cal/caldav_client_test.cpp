@@ -7,11 +7,12 @@
 namespace kelvane::cal {
 namespace {
 
-QString Described(int status, const QString& networkError = {}) {
+QString Described(int status, const QString& networkError = {}, const QByteArray& body = {}) {
     DavReply reply;
     reply.Url = QUrl(QStringLiteral("https://cloud.example.org/dav/alice/plan/"));
     reply.Status = status;
     reply.NetworkError = networkError;
+    reply.Body = body;
     return DescribeFailure(reply, 60);
 }
 
@@ -71,14 +72,40 @@ const QByteArray kRefusedEvent =
     R"(<D:responsedescription>DTEND must occur after DTSTART</D:responsedescription></D:error>)";
 
 TEST(DescribeFailure, GivesTheRuleAnEventBrokeWhenTheServerNamesIt) {
+    EXPECT_EQ(Described(403, {}, kRefusedEvent),
+              QStringLiteral("https://cloud.example.org/dav/alice/plan/: the server refuses this "
+                             "(403): valid-calendar-data: DTEND must occur after DTSTART"));
+    // A 412 is a conflict, reported as one whatever the body says.
+    EXPECT_EQ(Described(412, {}, kRefusedEvent),
+              QStringLiteral("https://cloud.example.org/dav/alice/plan/: changed on the server "
+                             "(412)"));
+}
+
+TEST(DescribeFailure, KeepsItsAdviceAndAddsWhatTheServerSays) {
+    // Nextcloud's server answers a wrong password so.
+    const QByteArray sabre =
+        R"(<?xml version="1.0" encoding="utf-8"?>)"
+        R"(<d:error xmlns:d="DAV:" xmlns:s="http://sabredav.org/ns">)"
+        R"(<s:exception>Sabre\DAV\Exception\NotAuthenticated</s:exception>)"
+        R"(<s:message>Username or password was incorrect</s:message></d:error>)";
+    EXPECT_EQ(Described(401, {}, sabre),
+              QStringLiteral("https://cloud.example.org/dav/alice/plan/: the server refused the "
+                             "user name or password (401); check --user and the password; the "
+                             "server says: Username or password was incorrect"));
+    const QByteArray rights = R"(<error xmlns="DAV:"><need-privileges/></error>)";
+    EXPECT_EQ(Described(403, {}, rights),
+              QStringLiteral("https://cloud.example.org/dav/alice/plan/: the server forbids this "
+                             "(403); check that the user may write to this calendar; the server "
+                             "says: need-privileges"));
+}
+
+TEST(DescribeFailure, SaysARequestWasNotSent) {
     DavReply reply;
-    reply.Url = QUrl(QStringLiteral("https://cloud.example.org/plan/20261231-a1-5d95@kelvane.ics"));
-    reply.Status = 403;
-    reply.Body = kRefusedEvent;
+    reply.Url = QUrl(QStringLiteral("https://cloud.example.org/plan/a.ics"));
+    reply.NotSent = true;
     EXPECT_EQ(DescribeFailure(reply, 60),
-              QStringLiteral("https://cloud.example.org/plan/20261231-a1-5d95@kelvane.ics: the "
-                             "server refuses this (403): valid-calendar-data: DTEND must occur "
-                             "after DTSTART"));
+              QStringLiteral("https://cloud.example.org/plan/a.ics: not sent, as the server had "
+                             "stopped answering"));
 }
 
 TEST(DavErrorText, NamesTheConditionsAndTheDescription) {

@@ -4,6 +4,7 @@
 
 #include "CalDavFixture.h"
 #include "NginxProxy.h"
+#include "kelvane_cal/CalDavClient.h"
 
 // What publish and import say when a server refuses, fails, sends them
 // elsewhere or stays silent: real servers on 127.0.0.1, Radicale for what it
@@ -120,6 +121,47 @@ TEST_F(CalDavFailureTest, ARedirectToAnotherServerIsNotFollowed) {
                              "not followed; use that address if it is right\n")
                   .arg(away, target));
     EXPECT_TRUE(server.Resources(server.Calendar(QStringLiteral("plan"))).isEmpty());
+}
+
+// Every PUT fails once the collection has been read: nothing is recorded as
+// published, so the next run sends every event again.
+TEST_F(CalDavFailureTest, EventsTheServerHadNoRoomForAreNotRecorded) {
+    url = proxy.Url(QStringLiteral("/no-room-to-put/plan/"));
+    const CalRun full = Publish();
+    EXPECT_EQ(full.Status, 1);
+    EXPECT_TRUE(full.Out.contains(QStringLiteral(": 0 created, 0 replaced")))
+        << full.Out.toStdString();
+    EXPECT_TRUE(full.Err.startsWith(QStringLiteral("kelvane-cal: ") + url))
+        << full.Err.toStdString();
+    EXPECT_TRUE(full.Err.contains(QStringLiteral(".ics: the server has no room left (507)")))
+        << full.Err.toStdString();
+    EXPECT_TRUE(full.Err.contains(QStringLiteral("3 more requests failed; run publish again")))
+        << full.Err.toStdString();
+    EXPECT_TRUE(server.Resources(server.Calendar(QStringLiteral("plan"))).isEmpty());
+    const QStringList states = QDir(environment.StateFolder).entryList({"*.json"});
+    ASSERT_EQ(states.size(), 1);
+    EXPECT_TRUE(testing::ReadBytes(QDir(environment.StateFolder).filePath(states.first()))
+                    .contains("\"events\":{}"));
+}
+
+// A client told to stop after the first answer starts no other request.
+TEST_F(CalDavFailureTest, NoRequestIsStartedOnceTheRunIsToldToStop) {
+    CalDavClient client({QStringLiteral("alice"), QStringLiteral("secret")}, 10);
+    std::vector<DavRequest> requests;
+    for (int index = 0; index < 10; ++index) {
+        requests.push_back({"GET", QUrl(url + QStringLiteral("e%1.ics").arg(index)), {}, {}});
+    }
+    int heard = 0;
+    const std::vector<DavReply> replies =
+        client.SendAll(requests, 2, [&heard](std::size_t, const DavReply&) {
+            ++heard;
+            return false;
+        });
+    EXPECT_LE(heard, 2);
+    EXPECT_EQ(client.Sent("GET"), heard);
+    EXPECT_EQ(std::count_if(replies.begin(), replies.end(),
+                            [](const DavReply& reply) { return reply.NotSent; }),
+              10 - heard);
 }
 
 TEST_F(CalDavFailureTest, AnImportFromAFailingServerWritesNothing) {

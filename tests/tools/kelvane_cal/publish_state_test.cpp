@@ -130,7 +130,7 @@ TEST_F(PublishStateTest, OnlyOneRunHoldsTheStateAtATime) {
     EXPECT_TRUE(second->Lock(problem)) << problem.toStdString();
 }
 
-TEST_F(PublishStateTest, OtherSeedsAndCollectionsHaveStatesOfTheirOwn) {
+TEST_F(PublishStateTest, OtherSeedsHaveStatesOfTheirOwnButShareTheCollectionsLock) {
     auto plan = Fresh();
     auto work = Fresh(QStringLiteral("work"));
     PublishState elsewhere(folder.path(), QStringLiteral("https://other.example.org/"),
@@ -139,8 +139,24 @@ TEST_F(PublishStateTest, OtherSeedsAndCollectionsHaveStatesOfTheirOwn) {
     EXPECT_NE(plan->FileName(), elsewhere.FileName());
     QString problem;
     EXPECT_TRUE(plan->Lock(problem));
-    EXPECT_TRUE(work->Lock(problem));
+    EXPECT_FALSE(work->Lock(problem));
     EXPECT_TRUE(elsewhere.Lock(problem));
+}
+
+TEST_F(PublishStateTest, AnUnreadableLineEndsTheJournal) {
+    auto state = Fresh();
+    QString problem;
+    ASSERT_TRUE(state->StartJournal(problem));
+    state->Put(QStringLiteral("a"), {"\"1\"", "h1"});
+    const QString journal = state->JournalName();
+    state.reset();
+    QFile file(journal);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write("{\"uid\":\n{\"uid\":\"b\",\"etag\":\"\\\"2\\\"\",\"hash\":\"h2\"}\n");
+    file.close();
+    const auto events = Reloaded();
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events.count(QStringLiteral("a")), 1u);
 }
 
 }  // namespace
