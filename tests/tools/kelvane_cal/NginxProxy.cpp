@@ -18,6 +18,7 @@ NginxProxy::NginxProxy(int calendarPort) : calendarPort_(calendarPort) {
         return;
     }
     QDir(folder_.path()).mkpath(QStringLiteral("www/files"));
+    silent_.listen(QHostAddress::LocalHost, 0);
     const QString config = folder_.filePath(QStringLiteral("nginx.conf"));
     process_.setProgram(nginx);
     process_.setArguments({QStringLiteral("-p"), folder_.path(), QStringLiteral("-c"), config,
@@ -65,12 +66,17 @@ QByteArray NginxProxy::Config() const {
                "    }\n"
                "    location /files/ { root %1/www; }\n"
                "    location /broken/ { proxy_pass http://127.0.0.1:%4; }\n"
+               "    location /stalls/ {\n"
+               "      if ($request_method = PUT) { proxy_pass http://127.0.0.1:%5; }\n"
+               "      proxy_pass http://127.0.0.1:%3/alice/;\n"
+               "    }\n"
                "  }\n"
                "}\n")
         .arg(folder)
         .arg(port_)
         .arg(calendarPort_)
         .arg(FreePort())
+        .arg(silent_.serverPort())
         .toUtf8();
 }
 

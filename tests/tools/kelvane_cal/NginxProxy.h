@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <QString>
+#include <QTcpServer>
 #include <QTemporaryDir>
 
 // A real web server in front of a test server, for the answers the calendar
@@ -11,6 +12,8 @@
 //   /away/NAME     301 to the same path on "localhost", another origin
 //   /full/...      507 Insufficient Storage
 //   /no-room-to-put/NAME/...  507 for a PUT, else alice's calendar NAME
+//   /stalls/NAME/...  a PUT goes to a port that never answers, anything else
+//                  to alice's calendar NAME
 //   /files/        a folder of plain files, which allows no WebDAV (405)
 //   /broken/...    passed on to a port where nothing listens (502)
 namespace kelvane::cal::testing {
@@ -31,6 +34,7 @@ class NginxProxy {
     QByteArray Config() const;
 
     QTemporaryDir folder_;
+    QTcpServer silent_;  // takes connections and never says a word
     QProcess process_;
     int calendarPort_;
     int port_ = 0;

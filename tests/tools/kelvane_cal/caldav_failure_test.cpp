@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QTcpServer>
 
 #include "CalDavFixture.h"
@@ -142,6 +143,24 @@ TEST_F(CalDavFailureTest, EventsTheServerHadNoRoomForAreNotRecorded) {
     ASSERT_EQ(states.size(), 1);
     EXPECT_TRUE(testing::ReadBytes(QDir(environment.StateFolder).filePath(states.first()))
                     .contains("\"events\":{}"));
+}
+
+// The server stops answering once the collection has been read: the four
+// events on their way time out, and the other 206 are not sent at all.
+TEST_F(CalDavFailureTest, ARunStopsSendingWhenTheServerStopsAnswering) {
+    WriteBusyDates();
+    url = proxy.Url(QStringLiteral("/stalls/plan/"));
+    QElapsedTimer timer;
+    timer.start();
+    const CalRun run = Publish({QStringLiteral("--timeout"), QStringLiteral("1")});
+    EXPECT_LT(timer.elapsed(), 30000);
+    EXPECT_EQ(run.Status, 1);
+    EXPECT_TRUE(run.Out.contains(QStringLiteral("requests: 1 PROPFIND, 0 GET, 4 PUT, 0 DELETE")))
+        << run.Out.toStdString();
+    EXPECT_TRUE(run.Err.contains(QStringLiteral(".ics: no answer within 1 second;")))
+        << run.Err.toStdString();
+    EXPECT_TRUE(run.Err.contains(QStringLiteral("209 more requests failed; run publish again")))
+        << run.Err.toStdString();
 }
 
 // A client told to stop after the first answer starts no other request.
