@@ -41,7 +41,8 @@ const char* const kPublishHelp =
     "  --user NAME          the user name (else the one in ~/.netrc)\n"
     "  --uid-seed TEXT      the seed of the UIDs, as for export\n"
     "  --password-file FILE the file whose first line is the password\n"
-    "  --dry-run            say what would be done, and do nothing\n"
+    "  --dry-run            say which events would be created, replaced or\n"
+    "                       deleted, and do nothing\n"
     "  --force              replace or delete events changed on the server\n"
     "  --allow-http         allow plain http to other computers (a warning each run)\n"
     "  --timeout SECONDS    how long the server may go without answering (60 when\n"
@@ -133,6 +134,7 @@ class Publisher {
     bool ListServer(QString& problem);
     void Check(PublishPlan& plan);
     void Execute(const PublishPlan& plan);
+    void Tell(const PublishPlan& plan);
     bool Applied(const PublishAction& action, const DavReply& reply);
     void Record(const PublishAction& action, const DavReply& reply);
     void FillMissingETags();
@@ -241,6 +243,22 @@ void Publisher::Check(PublishPlan& plan) {
                                 ? QStringLiteral("changed on the server since the last publish")
                                 : QStringLiteral("on the server already, saying something else");
         }
+    }
+}
+
+// What a dry run would do, one event a line, counted for the summary.
+void Publisher::Tell(const PublishPlan& plan) {
+    for (const PublishAction& action : plan.Actions) {
+        const char* verb = action.Step == PublishStep::Create    ? "create"
+                           : action.Step == PublishStep::Replace ? "replace"
+                           : action.Step == PublishStep::Delete  ? "delete"
+                                                                 : nullptr;
+        if (verb != nullptr) {
+            out_ << "would " << verb << ' ' << action.Uid << " (" << DateOfUid(action.Uid) << ")\n";
+        }
+        created_ += action.Step == PublishStep::Create ? 1 : 0;
+        replaced_ += action.Step == PublishStep::Replace ? 1 : 0;
+        deleted_ += action.Step == PublishStep::Delete ? 1 : 0;
     }
 }
 
@@ -384,11 +402,7 @@ int Publisher::Run() {
         }
     }
     if (words_.DryRun) {
-        for (const PublishAction& action : plan.Actions) {
-            created_ += action.Step == PublishStep::Create ? 1 : 0;
-            replaced_ += action.Step == PublishStep::Replace ? 1 : 0;
-            deleted_ += action.Step == PublishStep::Delete ? 1 : 0;
-        }
+        Tell(plan);
         return Finish();
     }
     Execute(plan);

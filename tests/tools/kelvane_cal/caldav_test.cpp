@@ -230,18 +230,21 @@ TEST_F(CalDavTest, AReplaceWhoseAnswerWasLostIsNoConflict) {
 
 TEST_F(CalDavTest, ADryRunChangesNothing) {
     ASSERT_EQ(Publish().Status, 0);
-    const QByteArray state = [this] {
-        const QStringList files = QDir(environment.StateFolder).entryList(QDir::Files);
-        return testing::ReadBytes(QDir(environment.StateFolder).filePath(files.value(0)));
-    }();
+    const QDir stateFolder(environment.StateFolder);
+    const QStringList files = stateFolder.entryList(QDir::Files);
+    ASSERT_EQ(files.size(), 1);
+    const QByteArray state = testing::ReadBytes(stateFolder.filePath(files.first()));
     Change([](CalendarFileContent& content) { content.Dates.pop_back(); });
     const CalRun run = Publish({QStringLiteral("--dry-run")});
     EXPECT_EQ(run.Status, 0) << run.Err.toStdString();
     EXPECT_TRUE(run.Out.contains(QStringLiteral("1 would be deleted"))) << run.Out.toStdString();
+    EXPECT_TRUE(
+        run.Out.startsWith(QStringLiteral("would delete %1 (18 March 2026)\n").arg(Uid(3, 18, 0))))
+        << run.Out.toStdString();
     EXPECT_TRUE(run.Out.contains(QStringLiteral("0 PUT, 0 DELETE")));
     EXPECT_EQ(server.Resources(url), AllUids());
-    const QStringList files = QDir(environment.StateFolder).entryList(QDir::Files);
-    EXPECT_EQ(testing::ReadBytes(QDir(environment.StateFolder).filePath(files.value(0))), state);
+    EXPECT_EQ(stateFolder.entryList(QDir::Files), files);
+    EXPECT_EQ(testing::ReadBytes(stateFolder.filePath(files.first())), state);
 }
 
 TEST_F(CalDavTest, ImportFromTheCollectionEqualsImportFromTheExportedFile) {
