@@ -1,5 +1,6 @@
 #include "CyrusCalDav.h"
 
+#include <QFile>
 #include <QProcess>
 
 #include "LocalServer.h"
@@ -24,7 +25,6 @@ bool RunScript(const QStringList& arguments, QString& problem) {
 
 CyrusCalDav::CyrusCalDav() {
     // The server runs as the user "cyrus", which must be able to reach its folder.
-    folder_.setAutoRemove(true);
     QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
                                               QFile::ExeGroup | QFile::ExeOther);
     for (int attempt = 0; attempt < 3; ++attempt) {

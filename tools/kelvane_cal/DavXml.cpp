@@ -138,15 +138,19 @@ QString DavErrorText(const QByteArray& body) {
     QString description;
     while (reader.readNextStartElement()) {
         const QString name = reader.name().toString();
+        const bool standard = reader.namespaceUri() == kDav || reader.namespaceUri() == kCalDav;
         const QString text =
             reader.readElementText(QXmlStreamReader::IncludeChildElements).simplified();
         if (name == QLatin1String("responsedescription")) {
             description = text;
-        } else if (name != QLatin1String("exception")) {
-            // A condition is an empty element; a server's own element, such
-            // as a message, says something in its text. An exception names
-            // a class of the server's code, which is no help to a person.
-            said.append(text.isEmpty() ? name : text);
+        } else if (standard) {
+            // A condition, named by its element, with what it holds (such
+            // as the href of a clashing event).
+            said.append(text.isEmpty() ? name : name + QLatin1Char(' ') + text);
+        } else if (name != QLatin1String("exception") && !text.isEmpty()) {
+            // A server's own element, such as a message, says something in
+            // its text; an exception names a class of the server's code.
+            said.append(text);
         }
     }
     if (!description.isEmpty()) {

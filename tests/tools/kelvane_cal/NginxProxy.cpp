@@ -42,6 +42,10 @@ QString NginxProxy::Url(const QString& path) const {
     return QStringLiteral("http://127.0.0.1:%1%2").arg(port_).arg(path);
 }
 
+QString NginxProxy::SilentUrl(const QString& path) const {
+    return QStringLiteral("http://127.0.0.1:%1%2").arg(silent_.serverPort()).arg(path);
+}
+
 QByteArray NginxProxy::Config() const {
     const QString folder = folder_.path();
     return QStringLiteral(

@@ -29,6 +29,8 @@ class NginxProxy {
     QString Problem() const { return problem_; }
     // http://127.0.0.1:PORT followed by `path`.
     QString Url(const QString& path) const;
+    // The same on a port that takes connections and never says a word.
+    QString SilentUrl(const QString& path) const;
 
   private:
     QByteArray Config() const;

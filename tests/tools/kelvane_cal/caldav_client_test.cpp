@@ -113,6 +113,10 @@ TEST(DavErrorText, NamesTheConditionsAndTheDescription) {
               QStringLiteral("valid-calendar-data: DTEND must occur after DTSTART"));
     EXPECT_EQ(DavErrorText(R"(<error xmlns="DAV:"><need-privileges/></error>)"),
               QStringLiteral("need-privileges"));
+    EXPECT_EQ(DavErrorText(R"(<d:error xmlns:d="DAV:" xmlns:c="urn:ietf:params:xml:ns:caldav">)"
+                           R"(<c:no-uid-conflict><d:href>/alice/plan/a.ics</d:href>)"
+                           R"(</c:no-uid-conflict></d:error>)"),
+              QStringLiteral("no-uid-conflict /alice/plan/a.ics"));
 }
 
 TEST(DavErrorText, IsEmptyForAnyOtherBody) {

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
-#include <QTcpServer>
 
 #include "CalDavFixture.h"
 #include "NginxProxy.h"
@@ -81,10 +80,7 @@ TEST_F(CalDavFailureTest, AFailingServerIsToBeTriedLater) {
 }
 
 TEST_F(CalDavFailureTest, ASilentServerTimesOut) {
-    QTcpServer silent;  // takes connections and never says a word
-    ASSERT_TRUE(silent.listen(QHostAddress::LocalHost, 0));
-    const QString target =
-        QStringLiteral("http://127.0.0.1:%1/alice/plan/").arg(silent.serverPort());
+    const QString target = proxy.SilentUrl(QStringLiteral("/alice/plan/"));
     EXPECT_EQ(FailedPublish(target, {QStringLiteral("--timeout"), QStringLiteral("1")}),
               QStringLiteral("kelvane-cal: %1: no answer within 1 second; check that the server "
                              "is running and can be reached, or give it longer with --timeout\n")
@@ -197,10 +193,7 @@ TEST_F(CalDavFailureTest, AnImportFromAFailingServerWritesNothing) {
 }
 
 TEST_F(CalDavFailureTest, AnImportWaitsAsLongAsItsTimeout) {
-    QTcpServer silent;
-    ASSERT_TRUE(silent.listen(QHostAddress::LocalHost, 0));
-    const QString target =
-        QStringLiteral("http://127.0.0.1:%1/alice/plan/").arg(silent.serverPort());
+    const QString target = proxy.SilentUrl(QStringLiteral("/alice/plan/"));
     const CalRun run =
         Run({QStringLiteral("import"), target, QStringLiteral("--year"), QStringLiteral("2026"),
              QStringLiteral("--user"), QStringLiteral("alice"), QStringLiteral("--timeout"),
