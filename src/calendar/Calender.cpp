@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "store/ReplacingFile.h"
+
 namespace kelvane {
 
 namespace {
@@ -175,7 +177,10 @@ void Calender::SetFont(const QString& strName, qint16 size) {
 }
 
 bool Calender::CalenderSavePicture(const QString& strFileName, QString& error) const {
-    return surface_.SavePicture(strFileName, error);
+    QByteArray bitmap;
+    return surface_.EncodePicture(bitmap, error) &&
+           ReplaceFileContent(strFileName, bitmap, error,
+                              module1_.Services().Directory.UserDataPath());
 }
 
 void Calender::DisplayMonth(qint16 m) {

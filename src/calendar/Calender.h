@@ -50,8 +50,8 @@ class Calender final : public MonthViewControl, public CalenderEvents {
     void GetFont(QString& strName, qint16& size) const override;
     // A new font name, and size when above 0, in plain style; then a redraw.
     void SetFont(const QString& strName, qint16 size) override;
-    // Writes the picture the last redraw left as a bitmap file; false with the
-    // reason in `error` when it cannot be written.
+    // Writes the picture the last redraw left as a bitmap file, whole or not at
+    // all; false with the reason in `error` when it cannot be written.
     bool CalenderSavePicture(const QString& strFileName, QString& error) const;
     void SetCalenderOn(bool bb) { CalenderOn = bb; }
     bool getCalenderOn(bool /*bb*/) const { return CalenderOn; }

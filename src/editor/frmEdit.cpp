@@ -260,11 +260,32 @@ void frmEdit::txtTitle_Change() {
 
 void frmEdit::cmdOK_Click() {
     store_.module1.EditAccepted = true;
-    store_.calender.CurrentEntry.Title = Trim(txtTitle->text());
-    QString notes = txtNotes->toPlainText();
-    store_.diary.NoteBuffer = notes.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+    const CalendarFileDate accepted = AsAccepted();
+    store_.calender.CurrentEntry.Title = accepted.Entry.Title;
+    store_.diary.NoteBuffer = accepted.Note;
     store_.module1.CalendarDirty = true;
     accept();
+}
+
+CalendarFileDate frmEdit::AsAccepted() const {
+    CalendarFileDate date;
+    date.Month = store_.calender.CurrentEntryDate.Month;
+    date.Day = store_.calender.CurrentEntryDate.Day;
+    date.Entry = store_.calender.CurrentEntry;
+    date.Entry.Title = Trim(txtTitle->text());
+    QString notes = txtNotes->toPlainText();
+    date.Note =
+        FixedText<NoteLength>(notes.replace(QLatin1Char('\n'), QLatin1String("\r\n"))).Value();
+    const qint16 count = store_.appointments.CountAppointments();
+    for (int entry = 1; entry <= count; ++entry) {
+        date.Schedule.push_back(schedule_[entry]);
+    }
+    return date;
+}
+
+void frmEdit::done(int result) {
+    answered_ = true;
+    QDialog::done(result);
 }
 
 void frmEdit::cmdCancel_Click() {

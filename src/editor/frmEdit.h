@@ -11,6 +11,7 @@
 #include <array>
 
 #include "editor/ColourChoiceControls.h"
+#include "store/CalendarFile.h"
 #include "store/MonthViewControl.h"
 #include "store/Store.h"
 
@@ -40,6 +41,13 @@ class frmEdit final : public QDialog {
     void txtTitle_Change();
     void cmdOK_Click();
     void cmdCancel_Click();
+
+    // The date being edited as OK would keep it, the working copy untouched.
+    CalendarFileDate AsAccepted() const;
+    // False while the dialog is open, and when its loop was ended from outside
+    // (the session ending) rather than by OK, Cancel, Escape or its close box.
+    bool Answered() const { return answered_; }
+    void done(int result) override;
 
     QLabel* lblDate;
     QTabBar* tabEdit;
@@ -91,6 +99,7 @@ class frmEdit final : public QDialog {
     Store& store_;
     AppointmentSlots& schedule_;
     int shownPanel_ = -1;
+    bool answered_ = false;
     // Where every page shows, in pixels.
     QPoint pagePosition_;
 };

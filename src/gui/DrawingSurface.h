@@ -55,11 +55,9 @@ class DrawingSurface {
     // Called when a whole drawing is done, so its watchers can look at it.
     virtual void DrawingDone() {}
 
-    // Writes the picture as a bitmap file. False, with the reason in `error`,
-    // when the file cannot be written; an existing file then stays as it was,
-    // unless its folder had no room for a temporary copy and it was being
-    // written in place.
-    virtual bool SavePicture(const QString& fileName, QString& error) const = 0;
+    // The picture as the bytes of a bitmap file. False, with the reason in
+    // `error`, when it cannot be made (a picture of no size, say).
+    virtual bool EncodePicture(QByteArray& bitmap, QString& error) const = 0;
 };
 
 }  // namespace kelvane

@@ -1,10 +1,9 @@
 #include "gui/ImageSurface.h"
 
+#include <QBuffer>
 #include <QImageWriter>
 
 #include <cmath>
-
-#include "gui/ReplacingFile.h"
 
 namespace kelvane {
 
@@ -321,21 +320,15 @@ void ImageSurface::DrawingDone() {
     }
 }
 
-bool ImageSurface::SavePicture(const QString& fileName, QString& error) const {
+bool ImageSurface::EncodePicture(QByteArray& bitmap, QString& error) const {
     EndPainting();
-    ReplacingFile file;
-    if (!file.Open(fileName)) {
-        error = file.ErrorString();
-        return false;
-    }
-    QImageWriter writer(&file.Device(), "BMP");
+    bitmap.clear();
+    QBuffer buffer(&bitmap);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "BMP");
     if (!writer.write(UnitPicture())) {
         error = writer.errorString();
-        file.Cancel();
-        return false;
-    }
-    if (!file.Commit()) {
-        error = file.ErrorString();
+        bitmap.clear();
         return false;
     }
     return true;

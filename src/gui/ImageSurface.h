@@ -64,7 +64,7 @@ class ImageSurface final : public DrawingSurface {
     void SetFontItalic(bool italic) override;
     void SetFontUnderline(bool underline) override;
     void DrawingDone() override;
-    bool SavePicture(const QString& fileName, QString& error) const override;
+    bool EncodePicture(QByteArray& bitmap, QString& error) const override;
 
   private:
     QPainter* Painter();

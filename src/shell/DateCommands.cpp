@@ -28,13 +28,25 @@ void DateCommands::EditSelectedDate() {
     store_.diary.LoadNote(key);
     {
         frmEdit editor(store_, calender1_, &owner_);
+        editor_ = &editor;
         editor.exec();
+        editor_ = nullptr;
+        if (!editor.Answered()) {
+            editor.cmdOK_Click();
+        }
     }
     if (!store_.module1.EditAccepted) {
         statusBar_.ShowMessage(QStringLiteral("Edit Cancelled"));
         return;
     }
     KeepEdit(key);
+}
+
+std::optional<CalendarFileDate> DateCommands::OpenEdit() const {
+    if (editor_ == nullptr) {
+        return std::nullopt;
+    }
+    return editor_->AsAccepted();
 }
 
 // Stores the edited working copy back and shows it wherever it is listed.

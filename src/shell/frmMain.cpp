@@ -90,7 +90,7 @@ void frmMain::Form_Load() {
     watch_->AlertsOn();
 }
 
-bool frmMain::LoadFile(const QString& fileName) {
+bool frmMain::LoadFile(QString fileName) {
     StartFileCommand();
     const bool loaded = commands_->LoadFile(fileName);
     EndFileCommand();
@@ -122,15 +122,17 @@ void frmMain::EndSession() {
     if (unloaded_) {
         return;
     }
-    KeepUnsavedChanges();
+    keepTemporaryFiles_ = !KeepUnsavedChanges();
     CloseForGood();
     hide();
 }
 
-void frmMain::KeepUnsavedChanges() {
-    if (!unloaded_ && store_.module1.CalendarDirty) {
-        commands_->SaveUnsavedCopy();
+bool frmMain::KeepUnsavedChanges() {
+    const std::optional<CalendarFileDate> openEdit = dates_->OpenEdit();
+    if (unloaded_ || (!store_.module1.CalendarDirty && !openEdit)) {
+        return true;
     }
+    return !commands_->SaveUnsavedCopy(openEdit ? &*openEdit : nullptr).isEmpty();
 }
 
 // No tick may announce anything once the window is going.
@@ -171,8 +173,9 @@ void frmMain::CloseOtherWindows() {
 }
 
 void frmMain::Form_Terminate() {
-    store_.appointments.CloseAppointmentStore();
-    store_.diary.CloseDiaryStore();
+    const TemporaryFile files = keepTemporaryFiles_ ? TemporaryFile::Keep : TemporaryFile::Delete;
+    store_.appointments.CloseAppointmentStore(files);
+    store_.diary.CloseDiaryStore(files);
     commands_->SaveRecentList();
 }
 

@@ -39,16 +39,19 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void Form_Terminate();
 
     // Loads a calendar file into the open document; true when it loaded.
-    bool LoadFile(const QString& fileName);
+    bool LoadFile(QString fileName);
 
     // The session ends without Exit (logout, shutdown, a termination signal):
     // unsaved changes are kept in a copy of their own, which becomes the newest
     // recent file, and the window closes as Exit closes it, without a question.
-    // Does nothing once the window is closing. Form_Terminate still follows.
+    // Does nothing once the window is closing. Form_Terminate still follows;
+    // when no whole copy could be written it leaves the temporary files.
     void EndSession();
-    // Makes that copy now, if there are unsaved changes, and goes on: the
-    // session asked for it and may yet go on. Safe while a command runs.
-    void KeepUnsavedChanges();
+    // Makes that copy now, if there are unsaved changes or a date editor is
+    // open (the copy holds what it would keep on OK), and goes on: the session
+    // asked for it and may yet go on. Safe while a command runs. False when
+    // there was something to keep and no whole copy could be written.
+    bool KeepUnsavedChanges();
 
     void mnuFileNew_Click() { commands_->FileNew(); }
     void mnuFileOpen_Click() { commands_->FileOpen(); }
@@ -152,6 +155,9 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     bool viewCalender_ = true;
     // Set once quitting is confirmed; the timer is not started again.
     bool unloaded_ = false;
+    // Set when the session ended with unsaved changes that no folder could
+    // take: the temporary stores keep their files for the next start.
+    bool keepTemporaryFiles_ = false;
 };
 
 }  // namespace kelvane

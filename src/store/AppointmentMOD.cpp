@@ -111,10 +111,12 @@ void AppointmentMOD::InitAppointmentStore() {
     }
 }
 
-void AppointmentMOD::CloseAppointmentStore() {
+void AppointmentMOD::CloseAppointmentStore(TemporaryFile file) {
     if (AppointmentFileNumber > 0) {
         CloseNumbered(file_, AppointmentFileNumber, module1_.Files);
-        file_.CloseAndRemove();
+        if (file == TemporaryFile::Delete) {
+            file_.CloseAndRemove();
+        }
     }
 }
 
@@ -210,8 +212,8 @@ qint16 AppointmentMOD::CountAppointments() const {
 }
 
 void AppointmentMOD::WriteBlock(qint32 block) {
-    if (AppointmentFileNumber == 0 || !file_.IsOpen()) {
-        return;  // never opened (reported already) or closed at shutdown
+    if (AppointmentFileNumber > 0 && !file_.IsOpen()) {
+        return;  // closed at shutdown
     }
     QByteArray records(MaxAppointmentsPerDate * AppointmentRecordLength, Qt::Uninitialized);
     char* record = records.data();
@@ -219,10 +221,19 @@ void AppointmentMOD::WriteBlock(qint32 block) {
         PutAppointment(appointment, record);
         record += AppointmentRecordLength;
     }
-    if (!file_.Write(FirstRecordOfBlock(block), records) && !writeFailureShown_) {
+    if (file_.Write(FirstRecordOfBlock(block), records)) {
+        writeFailureShown_ = false;
+    } else if (AppointmentFileNumber > 0 && !writeFailureShown_) {
         writeFailureShown_ = true;
-        ShowFileMessage();
+        ShowWriteFailure();
     }
+}
+
+void AppointmentMOD::ShowWriteFailure() {
+    messages_.Show(
+        QStringLiteral("Could not write a 'temporary' file.\r"
+                       "Make sure there is enough space on 'drive'\r"
+                       "Nothing is lost: the schedule is kept in memory until it can be written."));
 }
 
 void AppointmentMOD::ShowFileMessage() {

@@ -52,6 +52,8 @@ int CompareClockTime(const ClockTime& a, const ClockTime& b);
 // of 108-byte records beside the program, and the schedule of one date at a time
 // in the working list AppointmentList. A date gets a block of 40 records the
 // first time it is saved with entries and keeps it for the life of the file.
+// A block the file cannot take (a full disk, a file that did not open) is kept
+// in memory, and the person is told once each time writes start failing.
 class AppointmentMOD {
   public:
     AppointmentMOD(Module1& module1, MessageBoxes& messages);
@@ -67,8 +69,9 @@ class AppointmentMOD {
 
     // Numbers the day slots and opens the temporary file.
     void InitAppointmentStore();
-    // Closes the temporary file and deletes it.
-    void CloseAppointmentStore();
+    // Closes the temporary file and deletes it, or with
+    // TemporaryFile::Keep leaves it where it is.
+    void CloseAppointmentStore(TemporaryFile file = TemporaryFile::Delete);
 
     // The day slot (1..366) of a date key; empty for a month above 12.
     std::optional<qint16> SlotOfKey(const QString& key) const;
@@ -89,6 +92,7 @@ class AppointmentMOD {
   private:
     void WriteBlock(qint32 block);
     void ShowFileMessage();
+    void ShowWriteFailure();
 
     Module1& module1_;
     MessageBoxes& messages_;

@@ -94,10 +94,12 @@ void DiaryMOD::InitDiaryStore() {
     }
 }
 
-void DiaryMOD::CloseDiaryStore() {
+void DiaryMOD::CloseDiaryStore(TemporaryFile file) {
     if (DiaryFileNumber != 0) {
         CloseNumbered(file_, DiaryFileNumber, module1_.Files);
-        file_.CloseAndRemove();
+        if (file == TemporaryFile::Delete) {
+            file_.CloseAndRemove();
+        }
         DiaryFileNumber = 0;
     }
 }
@@ -172,13 +174,15 @@ bool DiaryMOD::ReadNoteFromFile(LineReader& in) {
     return true;
 }
 
+// A store that never opened (reported already) keeps its notes in memory.
 void DiaryMOD::WriteRecord(qint16 record) {
-    if (DiaryFileNumber == 0) {
-        return;  // the open failure has been reported already
-    }
-    if (!file_.Write(record, EncodeRecordText(NoteBuffer.Value())) && !writeFailureShown_) {
+    if (file_.Write(record, EncodeRecordText(NoteBuffer.Value()))) {
+        writeFailureShown_ = false;
+    } else if (DiaryFileNumber != 0 && !writeFailureShown_) {
         writeFailureShown_ = true;
-        messages_.Show(QStringLiteral("Could not open diary temporary file"));
+        messages_.Show(
+            QStringLiteral("Could not write diary temporary file\r"
+                           "Nothing is lost: the note is kept in memory until it can be written."));
     }
 }
 

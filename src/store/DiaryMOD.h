@@ -35,7 +35,8 @@ bool ReadNoteSection(LineReader& in, QString& note);
 // 1600-byte records beside the program (the 800 characters of a note in UTF-16
 // little-endian), and the note of one date at a time in NoteBuffer. A date gets
 // a record the first time a non-blank note is saved for it and keeps it for the
-// life of the file.
+// life of the file. A note the file cannot take is kept in memory, and the
+// person is told once each time writes start failing.
 class DiaryMOD {
   public:
     DiaryMOD(Module1& module1, MessageBoxes& messages);
@@ -52,7 +53,9 @@ class DiaryMOD {
     qint16 DiaryFileNumber = 0;  // 0 while the file is not open
 
     void InitDiaryStore();
-    void CloseDiaryStore();
+    // Closes the temporary file and deletes it, or with
+    // TemporaryFile::Keep leaves it where it is.
+    void CloseDiaryStore(TemporaryFile file = TemporaryFile::Delete);
 
     // A key whose slot lies outside 1..366 leaves everything as it was.
     void LoadNote(const QString& key);

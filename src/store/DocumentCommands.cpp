@@ -1,5 +1,6 @@
 #include "store/DocumentCommands.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -9,6 +10,7 @@
 #include "store/LineReader.h"
 #include "store/LineWriter.h"
 #include "store/OutputFile.h"
+#include "store/ReplacingFile.h"
 #include "store/WorkingCopiesKept.h"
 
 namespace kelvane {
@@ -17,6 +19,9 @@ namespace {
 
 const QString kFileFilter = QStringLiteral("Calender Files (*.cal)|*.cal|All Files (*.*)|*.*");
 const QString kCannotCreate = QStringLiteral("Could not create file - try different filename");
+const QString kCannotKeepUnsaved = QStringLiteral(
+    "The unsaved changes could not be kept in a file of their own,\r"
+    "so the file was not opened: use Save As first.");
 
 // Calls the window's end-of-command hook however the command ends.
 class FileCommandScope {
@@ -96,7 +101,7 @@ void DocumentCommands::FileOpen() {
     const QString fileName = store_.module1.Services().FileDialog.Show(
         {FileDialogKind::Open, QStringLiteral("Open"), QString(), kFileFilter});
     if (!fileName.isEmpty()) {
-        LoadFile(fileName);
+        Load(fileName, true);
     }
 }
 
@@ -115,18 +120,22 @@ void DocumentCommands::FileSaveAs() {
     }
 }
 
+// A save that fails says why, under the usual first line.
 bool DocumentCommands::SaveDocumentAs(const QString& fileName) {
-    if (!WriteDocumentFile(fileName)) {
-        ShowCritical(kCannotCreate);
+    QString error;
+    if (!WriteDocumentFile(fileName, error)) {
+        window_.ShowStatus(kCannotCreate);
+        ShowCritical(error.isEmpty() ? kCannotCreate : kCannotCreate + QLatin1Char('\r') + error);
         return false;
     }
     return true;
 }
 
 // The whole document, or nothing: a failed write leaves any old file whole.
-bool DocumentCommands::WriteDocumentFile(const QString& fileName) {
-    OutputFile file(store_.module1.Files);
+bool DocumentCommands::WriteDocumentFile(const QString& fileName, QString& error) {
+    OutputFile file(store_.module1.Files, store_.module1.Services().Directory.UserDataPath());
     if (file.OpenForOutput(fileName) <= 0) {
+        error = file.ErrorString();
         return false;
     }
     LineWriter out(file.Device());
@@ -137,21 +146,56 @@ bool DocumentCommands::WriteDocumentFile(const QString& fileName) {
         WriteDocument(store_, monthView_, flags, out,
                       [this](const QString& text) { window_.ShowStatus(text); });
     }
-    return out.Ok() && file.Close();
+    const bool written = out.Ok() && file.Close();
+    if (!written) {
+        error = file.ErrorString();
+    }
+    return written;
 }
 
-QString DocumentCommands::SaveUnsavedCopy() {
-    // A session may end while a command holds the working copies.
-    const WorkingCopiesKept kept(store_);
+QString DocumentCommands::SaveUnsavedCopy(const CalendarFileDate* openEdit) {
+    const QByteArray content = DocumentContent(openEdit);
+    if (IsLastCopy(content)) {
+        AddRecentFile(lastCopy_->FileName);
+        return lastCopy_->FileName;
+    }
     const Platform& services = store_.module1.Services();
     for (const QString& folder : {services.Directory.UserDataPath(), services.Directory.Path()}) {
         const QString fileName = UnsavedCopyName(folder);
-        if (WriteDocumentFile(fileName)) {
+        QString error;
+        if (ReplaceFileContent(fileName, content, error)) {
+            lastCopy_ = UnsavedCopy{fileName, content};
             AddRecentFile(fileName);
             return fileName;
         }
     }
     return QString();
+}
+
+// The whole document as a calendar file's bytes, with nothing shown on the way.
+QByteArray DocumentCommands::DocumentContent(const CalendarFileDate* openEdit) {
+    // A session may end while a command holds the working copies.
+    const WorkingCopiesKept working(store_);
+    const SelectionKept selection(monthView_);
+    QByteArray content;
+    QBuffer buffer(&content);
+    buffer.open(QIODevice::WriteOnly);
+    {
+        LineWriter out(buffer);
+        const ViewFlags flags{window_.ToolsShown(), window_.CalenderShown()};
+        WriteDocument(
+            store_, monthView_, flags, out, [](const QString&) {}, openEdit);
+    }
+    return content;
+}
+
+// True when the last copy holds exactly this content and is still there.
+bool DocumentCommands::IsLastCopy(const QByteArray& content) const {
+    if (!lastCopy_ || lastCopy_->Content != content) {
+        return false;
+    }
+    QFile file(lastCopy_->FileName);
+    return file.open(QIODevice::ReadOnly) && file.readAll() == content;
 }
 
 // "unsaved-2026-11-23-174500.cal" from the clock's "11-23-2026" and
@@ -194,7 +238,13 @@ void DocumentCommands::FileRecent(int index) {
     LoadFile(recent_.RecentFiles[index]);
 }
 
-bool DocumentCommands::LoadFile(const QString& fileName) {
+bool DocumentCommands::LoadFile(QString fileName) {
+    return Load(fileName, false);
+}
+
+// `keepUnsaved`: unsaved changes go to a copy of their own before the file is
+// put into the document; without a copy the file is not loaded.
+bool DocumentCommands::Load(const QString& fileName, bool keepUnsaved) {
     if (!FileExists(fileName)) {
         ShowCritical(QStringLiteral("File dosen't exist"));
         return false;
@@ -211,14 +261,29 @@ bool DocumentCommands::LoadFile(const QString& fileName) {
         return false;
     }
 
-    // The dates are stored one by one; the month is drawn once, at the end.
-    monthView_.HoldRedraws(true);
-    ApplyDocument(store_, monthView_, content,
-                  [this](const QString& text) { window_.ShowStatus(text); });
-    window_.ShowStatus(QStringLiteral("Successful Load"));
-    monthView_.Display();
-    monthView_.HoldRedraws(false);
+    QString keptIn;
+    if (keepUnsaved && store_.module1.CalendarDirty) {
+        keptIn = SaveUnsavedCopy();
+        if (keptIn.isEmpty()) {
+            ShowCritical(kCannotKeepUnsaved);
+            return false;
+        }
+    }
+
+    {
+        // The dates are stored one by one; the month is drawn once, at the end.
+        const RedrawsHeld held(monthView_);
+        ApplyDocument(store_, monthView_, content,
+                      [this](const QString& text) { window_.ShowStatus(text); });
+        window_.ShowStatus(QStringLiteral("Successful Load"));
+        monthView_.Display();
+    }
     FinishLoad(fileName, content.Settings);
+    if (!keptIn.isEmpty()) {
+        AddRecentFile(keptIn);
+        window_.ShowStatus(QStringLiteral("Successful Load - unsaved changes kept in ") +
+                           BareFileName(keptIn, recent_.Rules()) + QStringLiteral(" (File > 1)"));
+    }
     return true;
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
+
+#include <optional>
 
 #include "store/CalendarFile.h"
 #include "store/DocumentWindow.h"
@@ -27,23 +30,30 @@ class DocumentCommands {
     // File, New: a fresh document after asking about unsaved changes.
     void FileNew();
     // File, Open: a file chosen in the Open dialog is loaded; no question about
-    // unsaved changes on this path.
+    // unsaved changes on this path. The load goes into the open document, so
+    // unsaved changes are first kept in a copy of their own (SaveUnsavedCopy),
+    // which is then the newest recent file; when no copy can be made the file
+    // is not loaded.
     void FileOpen();
     // File, Save As: the whole document into a file chosen in the Save dialog.
     void FileSaveAs();
     // A recent-file item (1..4) of the File menu.
     void FileRecent(int index);
 
-    // Writes the open document, without a question or a message, to a new
-    // file "unsaved-YYYY-MM-DD-hhmmss.cal" (the system's date and time) in the
-    // user's data folder, or in the program directory when that cannot be
-    // written, and makes it the newest recent file. For a session that ends
-    // without Exit. Returns the file's name, or "" when no copy was written.
-    QString SaveUnsavedCopy();
+    // Writes the open document, without a question, a message or a word in the
+    // status bar, to a new file "unsaved-YYYY-MM-DD-hhmmss.cal" (the system's
+    // date and time) in the user's data folder, or in the program directory
+    // when that cannot take it, and makes it the newest recent file. A copy
+    // counts once it has been read back whole; the same document is copied
+    // once. `openEdit`, when given, is a date being edited, as OK would keep it.
+    // Returns the file's name, or "" when no folder could take a whole copy.
+    QString SaveUnsavedCopy(const CalendarFileDate* openEdit = nullptr);
 
     // Reads a whole calendar file into the open document. A missing,
-    // unrecognised or damaged file changes nothing and says so. True when loaded.
-    bool LoadFile(const QString& fileName);
+    // unrecognised or damaged file changes nothing and says so. True when
+    // loaded. The name is taken by value: it may be one of the recent files,
+    // which the load itself reorders.
+    bool LoadFile(QString fileName);
 
     void AddRecentFile(const QString& fileName);
     // Hands the four recent-file items to the window.
@@ -61,10 +71,19 @@ class DocumentCommands {
     const RecentFileList& RecentFiles() const { return recent_; }
 
   private:
+    // The last copy of unsaved changes and what it holds.
+    struct UnsavedCopy {
+        QString FileName;
+        QByteArray Content;
+    };
+
     bool Ask(const QString& text, const QString& title);
     void ShowCritical(const QString& text);
+    bool Load(const QString& fileName, bool keepUnsaved);
     bool SaveDocumentAs(const QString& fileName);
-    bool WriteDocumentFile(const QString& fileName);
+    bool WriteDocumentFile(const QString& fileName, QString& error);
+    QByteArray DocumentContent(const CalendarFileDate* openEdit);
+    bool IsLastCopy(const QByteArray& content) const;
     QString UnsavedCopyName(const QString& folder) const;
     void FinishSave(const QString& fileName);
     void FinishLoad(const QString& fileName, const CalendarFileSettings& settings);
@@ -74,6 +93,7 @@ class DocumentCommands {
     MonthViewControl& monthView_;
     DocumentWindow& window_;
     RecentFileList recent_;
+    std::optional<UnsavedCopy> lastCopy_;
 };
 
 }  // namespace kelvane

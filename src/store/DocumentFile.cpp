@@ -54,6 +54,12 @@ void ApplyDate(Store& store, MonthViewControl& monthView, const CalendarFileDate
     monthView.UpdateSelectedDate(false);
 }
 
+void WriteOpenEdit(LineWriter& out, const CalendarFileDate& date) {
+    const bool content =
+        DateHasContent(date.Entry, date.Note, static_cast<int>(date.Schedule.size()));
+    WriteDaySlot(out, content ? &date : nullptr);
+}
+
 }  // namespace
 
 QString MonthPercentage(qint16 month) {
@@ -61,10 +67,14 @@ QString MonthPercentage(qint16 month) {
 }
 
 void WriteDocument(Store& store, MonthViewControl& monthView, const ViewFlags& flags,
-                   LineWriter& out, const StatusSink& status) {
+                   LineWriter& out, const StatusSink& status, const CalendarFileDate* openEdit) {
     WriteCalendarSettings(out, CurrentSettings(store, monthView, flags));
     for (qint16 month = 1; month <= 12; ++month) {
         for (qint16 day = 1; day <= store.module1.DaysInMonth[month]; ++day) {
+            if (openEdit != nullptr && openEdit->Month == month && openEdit->Day == day) {
+                WriteOpenEdit(out, *openEdit);
+                continue;
+            }
             monthView.SetDate(kWalkYear, month, day);
             const QString key = MakeDateKey(month, day);
             store.appointments.LoadAppointments(key);

@@ -26,9 +26,12 @@ struct ViewFlags {
 
 // Writes the open document. Every day slot is selected in the month view in
 // turn and its schedule and note loaded, so afterwards 31 December is the
-// selected date and fills the working copies. "Saving 8%" and so on follow each month.
+// selected date and fills the working copies. "Saving 8%" and so on follow each
+// month. `openEdit`, when given, is written in place of its date as the stores
+// hold it: a date being edited, as OK would keep it.
 void WriteDocument(Store& store, MonthViewControl& monthView, const ViewFlags& flags,
-                   LineWriter& out, const StatusSink& status);
+                   LineWriter& out, const StatusSink& status,
+                   const CalendarFileDate* openEdit = nullptr);
 
 // Puts a calendar file's content into the open document: the year's layout,
 // the font, the colour list, and each date with content through the month view

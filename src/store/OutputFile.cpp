@@ -10,11 +10,13 @@ OutputFile::~OutputFile() {
 }
 
 qint16 OutputFile::OpenForOutput(const QString& fileName) {
+    error_.clear();
     if (number_ != 0 || fileName.isEmpty()) {
         return 0;
     }
     const qint16 number = numbers_.Take();
     if (number == 0) {
+        error_ = QStringLiteral("too many files are open");
         return 0;
     }
     if (!file_.Open(fileName)) {
@@ -32,6 +34,10 @@ bool OutputFile::Close() {
     const bool written = file_.Commit();
     Release();
     return written;
+}
+
+QString OutputFile::ErrorString() const {
+    return error_.isEmpty() ? file_.ErrorString() : error_;
 }
 
 void OutputFile::Release() {

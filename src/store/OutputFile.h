@@ -2,20 +2,20 @@
 
 #include <QString>
 
-#include "gui/ReplacingFile.h"
-
 #include "store/FileNumbers.h"
+#include "store/ReplacingFile.h"
 
 namespace kelvane {
 
 // A text file being written under a file number. Nothing reaches the named
-// file until Close succeeds: a write that fails half-way leaves any old file
-// whole. The one exception is an existing file that can be written in a
-// folder that cannot: it is written in place, since that is the only way to
-// replace it (see ReplacingFile).
+// file until Close succeeds, and a write that fails leaves any old file whole
+// (see ReplacingFile).
 class OutputFile {
   public:
-    explicit OutputFile(FileNumbers& numbers) : numbers_(numbers) {}
+    // `keepFolder`: where a file that can only be rewritten in place has its old
+    // and new content kept meanwhile; without one such a file cannot be written.
+    explicit OutputFile(FileNumbers& numbers, QString keepFolder = QString())
+        : numbers_(numbers), file_(std::move(keepFolder)) {}
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
     // An output file that was never closed is thrown away.
@@ -28,6 +28,8 @@ class OutputFile {
     // Puts everything written in place of the named file; false when any write
     // failed or the file could not be replaced. Frees the number either way.
     bool Close();
+    // Why OpenForOutput or Close failed, and what became of the old file.
+    QString ErrorString() const;
 
   private:
     void Release();
@@ -35,6 +37,7 @@ class OutputFile {
     FileNumbers& numbers_;
     ReplacingFile file_;
     qint16 number_ = 0;
+    QString error_;
 };
 
 }  // namespace kelvane

@@ -4,6 +4,7 @@ namespace kelvane {
 
 bool RecordFile::Open(const QString& path) {
     Close();
+    kept_.clear();
     file_.setFileName(path);
     return file_.open(QIODevice::ReadWrite);
 }
@@ -16,6 +17,7 @@ void RecordFile::Close() {
 
 void RecordFile::CloseAndRemove() {
     Close();
+    kept_.clear();
     if (!file_.fileName().isEmpty()) {
         file_.remove();
     }
@@ -27,24 +29,67 @@ bool RecordFile::MoveTo(qint64 record) {
 }
 
 bool RecordFile::Write(qint64 firstRecord, const QByteArray& records) {
-    if (!IsOpen() || firstRecord < 1 || !MoveTo(firstRecord)) {
+    if (firstRecord < 1 || records.size() % recordLength_ != 0) {
         return false;
     }
-    if (file_.write(records) != records.size()) {
+    if (WriteToDisk(firstRecord, records)) {
+        Forget(firstRecord, records.size() / recordLength_);
+        return true;
+    }
+    Keep(firstRecord, records);
+    return false;
+}
+
+bool RecordFile::WriteToDisk(qint64 firstRecord, const QByteArray& records) {
+    if (!IsOpen() || !MoveTo(firstRecord) || file_.write(records) != records.size()) {
         return false;
     }
     // Flushed at once, a full disk shows up here and not at some later write.
     return writes_ == Writes::Buffered || file_.flush();
 }
 
+void RecordFile::Keep(qint64 firstRecord, const QByteArray& records) {
+    for (qsizetype offset = 0; offset < records.size(); offset += recordLength_) {
+        kept_[firstRecord + offset / recordLength_] = records.mid(offset, recordLength_);
+    }
+}
+
+void RecordFile::Forget(qint64 firstRecord, qint64 count) {
+    if (!kept_.empty()) {
+        kept_.erase(kept_.lower_bound(firstRecord), kept_.lower_bound(firstRecord + count));
+    }
+}
+
 bool RecordFile::Read(qint64 firstRecord, int count, QByteArray& records) {
     records.clear();
-    if (!IsOpen() || firstRecord < 1 || count < 1 || !MoveTo(firstRecord)) {
+    if (firstRecord < 1 || count < 1) {
         return false;
     }
     const qint64 wanted = static_cast<qint64>(count) * recordLength_;
-    records = file_.read(wanted);
-    return records.size() == wanted;
+    if (IsOpen() && MoveTo(firstRecord)) {
+        records = file_.read(wanted);
+    }
+    if (kept_.empty()) {
+        return records.size() == wanted;
+    }
+    return ReadKept(firstRecord, count, records);
+}
+
+// Puts the records kept in memory over what the disk gave; every record must
+// come from one or the other.
+bool RecordFile::ReadKept(qint64 firstRecord, int count, QByteArray& records) const {
+    const qsizetype fromDisk = records.size() / recordLength_;
+    records.resize(static_cast<qsizetype>(count) * recordLength_);
+    for (int i = 0; i < count; ++i) {
+        const auto kept = kept_.find(firstRecord + i);
+        if (kept != kept_.end()) {
+            records.replace(static_cast<qsizetype>(i) * recordLength_, recordLength_, kept->second);
+        } else if (i >= fromDisk) {
+            records.clear();
+            return false;
+        }
+    }
+    return true;
 }
 
 qint16 OpenNumbered(RecordFile& file, const QString& path, FileNumbers& numbers) {

@@ -4,12 +4,19 @@
 #include <QFile>
 #include <QString>
 
+#include <map>
+
 #include "store/FileNumbers.h"
 
 namespace kelvane {
 
-// A random-access file of fixed-length records numbered from 1. While it is not
-// open, reads find nothing and writes do nothing.
+// What closing a store does with its temporary file.
+enum class TemporaryFile { Delete, Keep };
+
+// A random-access file of fixed-length records numbered from 1. A record whose
+// write does not reach the disk (a full disk, a file that never opened) is kept
+// in memory instead, and reads find it there, until a later write of it gets
+// through: what a store was given is never lost while the program runs.
 class RecordFile {
   public:
     // Whether each write goes to the disk before Write returns. A store of the
@@ -21,20 +28,24 @@ class RecordFile {
         : recordLength_(recordLength), writes_(writes) {}
 
     // Opens for reading and writing, creating the file when it is missing and
-    // keeping what an existing one holds.
+    // keeping what an existing one holds. Records kept in memory are dropped.
     bool Open(const QString& path);
     void Close();
-    // Closes the file and deletes it.
+    // Closes the file and deletes it, with the records kept in memory.
     void CloseAndRemove();
     bool IsOpen() const { return file_.isOpen(); }
 
     // Writes whole records from `firstRecord` on; false when not all bytes
-    // reached the disk (or, for buffered writes, the file's buffer).
+    // reached the disk (or, for buffered writes, the file's buffer): the
+    // records are then kept in memory.
     bool Write(qint64 firstRecord, const QByteArray& records);
     // Puts buffered writes on the disk; false when they did not all get there.
     bool Flush() { return !IsOpen() || file_.flush(); }
-    // Reads `count` records from `firstRecord` on; false when the file holds fewer.
+    // Reads `count` records from `firstRecord` on, from memory where they are
+    // kept there; false when neither holds them all.
     bool Read(qint64 firstRecord, int count, QByteArray& records);
+    // Records kept in memory because the disk did not take them.
+    std::size_t KeptInMemory() const { return kept_.size(); }
 
     int RecordLength() const { return recordLength_; }
 
@@ -42,10 +53,15 @@ class RecordFile {
     qint64 OffsetOf(qint64 record) const { return (record - 1) * recordLength_; }
     // Moves to the start of a record; staying put keeps the file's buffers.
     bool MoveTo(qint64 record);
+    bool WriteToDisk(qint64 firstRecord, const QByteArray& records);
+    void Keep(qint64 firstRecord, const QByteArray& records);
+    void Forget(qint64 firstRecord, qint64 count);
+    bool ReadKept(qint64 firstRecord, int count, QByteArray& records) const;
 
     QFile file_;
     int recordLength_;
     Writes writes_;
+    std::map<qint64, QByteArray> kept_;
 };
 
 // Opens `file` at `path` on the lowest free number of `numbers`. Returns that

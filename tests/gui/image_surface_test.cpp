@@ -1,18 +1,12 @@
-#include <QDir>
-#include <QFile>
+#include <QBuffer>
 #include <QImageReader>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include "gui/ImageSurface.h"
-#include "support/PermissionsApply.h"
 
 namespace kelvane {
 namespace {
-
-using testing::Chmod;
-using testing::PermissionsApply;
 
 constexpr qint32 kGrey = 100 + 100 * 256 + 100 * 65536;
 constexpr qint32 kRed = 255;
@@ -133,10 +127,11 @@ TEST_F(ImageSurfaceTest, ANoSizeSurfaceDrawsNothingAndStillMeasures) {
     EXPECT_GT(surface.TextWidth(QStringLiteral("x")), 0);
     EXPECT_GT(surface.TextHeight(QStringLiteral("x")), 0);
     EXPECT_EQ(At(0, 0), kGrey);
-    QTemporaryDir directory;
+    QByteArray bitmap;
     QString error;
-    EXPECT_FALSE(surface.SavePicture(directory.filePath(QStringLiteral("x.bmp")), error));
+    EXPECT_FALSE(surface.EncodePicture(bitmap, error));
     EXPECT_FALSE(error.isEmpty());
+    EXPECT_TRUE(bitmap.isEmpty());
 }
 
 TEST_F(ImageSurfaceTest, TellsWhenThePictureStartsToChange) {
@@ -149,68 +144,17 @@ TEST_F(ImageSurfaceTest, TellsWhenThePictureStartsToChange) {
     EXPECT_LE(changes, 2);
 }
 
-TEST_F(ImageSurfaceTest, SavesABitmap) {
+TEST_F(ImageSurfaceTest, MakesABitmap) {
     surface.FillBox(0, 0, 0, 0, kBlue);
-    QTemporaryDir directory;
-    const QString fileName = directory.filePath(QStringLiteral("picture.bmp"));
+    QByteArray bitmap;
     QString error;
-    ASSERT_TRUE(surface.SavePicture(fileName, error));
-    QImageReader reader(fileName);
+    ASSERT_TRUE(surface.EncodePicture(bitmap, error));
+    QBuffer buffer(&bitmap);
+    QImageReader reader(&buffer);
     EXPECT_EQ(reader.format(), QByteArray("bmp"));
     const QImage image = reader.read();
     EXPECT_EQ(image.size(), QSize(200, 100));
     EXPECT_EQ(image.pixelColor(0, 0), QColor(0, 0, 255));
-}
-
-// An old picture that may be written, in a folder where no file can be made,
-// as with many shared folders.
-TEST_F(ImageSurfaceTest, ReplacesAPictureInAFolderThatCannotBeWritten) {
-    surface.FillBox(0, 0, 0, 0, kBlue);
-    QTemporaryDir root;
-    ASSERT_EQ(Chmod(root.path(), 0755), 0);  // whoever saves must reach the folder
-    const QString folder = root.filePath(QStringLiteral("shared"));
-    const QString fileName = folder + QStringLiteral("/picture.bmp");
-    ASSERT_TRUE(QDir(root.path()).mkdir(QStringLiteral("shared")));
-    {
-        QFile old(fileName);
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-        ASSERT_EQ(old.write("an old picture"), 14);
-    }
-    ASSERT_EQ(Chmod(fileName, 0666), 0);
-    ASSERT_EQ(Chmod(folder, 0555), 0);
-    bool saved = false;
-    QString error;
-    {
-        PermissionsApply permissions;
-        ASSERT_TRUE(permissions.Active());
-        saved = surface.SavePicture(fileName, error);
-    }
-    Chmod(folder, 0755);
-    ASSERT_TRUE(saved) << error.toStdString();
-    QImageReader reader(fileName);
-    EXPECT_EQ(reader.format(), QByteArray("bmp"));
-    EXPECT_EQ(reader.read().pixelColor(0, 0), QColor(0, 0, 255));
-    EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden),
-              QStringList{QStringLiteral("picture.bmp")});
-}
-
-TEST_F(ImageSurfaceTest, APictureThatCannotBeWrittenLeavesTheOldOneWhole) {
-    QTemporaryDir directory;
-    const QString fileName = directory.filePath(QStringLiteral("picture.bmp"));
-    {
-        QFile old(fileName);
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-        ASSERT_EQ(old.write("an old picture"), 14);
-    }
-    surface.Resize(0, 0);  // a picture of no size cannot be written
-    QString error;
-    EXPECT_FALSE(surface.SavePicture(fileName, error));
-    EXPECT_FALSE(error.isEmpty());
-    QFile old(fileName);
-    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
-    EXPECT_EQ(old.readAll(), QByteArray("an old picture"));
-    EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden),
-              QStringList{QStringLiteral("picture.bmp")});
 }
 
 // How many pixels of the picture differ from the background.
@@ -306,11 +250,10 @@ TEST_F(ImageSurfaceTest, AtAFractionalRatioColoursAreReadAsAtRatioOne) {
 TEST_F(ImageSurfaceTest, AtRatioTwoTheSavedPictureHasTheSizeInUnits) {
     surface.Resize(200, 100, 2.0);
     surface.FillBox(0, 0, 99, 99, kRed);
-    QTemporaryDir directory;
-    const QString fileName = directory.filePath(QStringLiteral("grid.bmp"));
+    QByteArray bitmap;
     QString error;
-    ASSERT_TRUE(surface.SavePicture(fileName, error)) << error.toStdString();
-    const QImage saved(fileName);
+    ASSERT_TRUE(surface.EncodePicture(bitmap, error)) << error.toStdString();
+    const QImage saved = QImage::fromData(bitmap, "BMP");
     EXPECT_EQ(saved.size(), QSize(200, 100));
     EXPECT_EQ(saved.pixelColor(50, 50), QColor(Qt::red));
     EXPECT_EQ(saved.pixelColor(150, 50), QColor(100, 100, 100));

@@ -126,5 +126,67 @@ TEST(MainWindowDocument, ALoadThatFailsLeavesTheDocumentAndCaptionAlone) {
     EXPECT_TRUE(w.watch.AlertsEnabled);
 }
 
+// A calendar file whose 2 January has a title of its own.
+QString TitledCalendar(const QTemporaryDir& folder, const QString& name) {
+    MainWindowWorld source;
+    source.main.Calender1().SetDate(2000, 1, 2);
+    source.store.calender.CurrentEntry.Title = name;
+    source.main.Calender1().UpdateSelectedDate(false);
+    const QString path = folder.filePath(name + QStringLiteral(".cal"));
+    source.platform.FileDialog.Choose(path);
+    source.main.Menu().mnuFileSaveAs->trigger();
+    return path;
+}
+
+QString TitleOfSecondJanuary(MainWindowWorld& w) {
+    return w.main.Calender1().Months[0].Dates[2].Title.Trimmed();
+}
+
+// The load reorders the recent files while it runs: the window is still named
+// after the file it loaded.
+TEST(MainWindowDocument, TheThirdRecentFileLoadsAndNamesTheWindow) {
+    QTemporaryDir folder;
+    const QString odd = TitledCalendar(folder, QStringLiteral("odd"));
+    const QString base = TitledCalendar(folder, QStringLiteral("base"));
+    const QString uni = TitledCalendar(folder, QStringLiteral("uni"));
+    MainWindowWorld w;
+    for (const QString& path : {odd, base, uni}) {
+        w.main.Commands().AddRecentFile(path);
+    }
+    w.main.Menu().mnufileMRU[3]->trigger();
+    EXPECT_EQ(TitleOfSecondJanuary(w), QStringLiteral("odd"));
+    EXPECT_EQ(w.main.windowTitle(), QStringLiteral("Kelvane - odd.cal"));
+    const RecentFileList& recent = w.main.Commands().RecentFiles();
+    EXPECT_EQ(recent.RecentFiles[1], odd);
+    EXPECT_EQ(recent.RecentFiles[2], uni);
+    EXPECT_EQ(recent.RecentFiles[3], base);
+}
+
+// Open asks nothing and merges the file into the document; what was not saved
+// is kept in a copy first, which File > 1 brings back.
+TEST(MainWindowDocument, UnsavedWorkThatOpenReplacesComesBackFromFileOne) {
+    QTemporaryDir folder;
+    const QString other = TitledCalendar(folder, QStringLiteral("other"));
+    QTemporaryDir userData;
+    MainWindowWorld w;
+    w.platform.Directory.UserData = userData.path();
+    w.main.Calender1().SetDate(2000, 1, 2);
+    w.store.calender.CurrentEntry.Title = QStringLiteral("mine, not saved");
+    w.main.Calender1().UpdateSelectedDate(false);
+    w.store.module1.CalendarDirty = true;
+
+    w.platform.FileDialog.Choose(other);
+    w.main.Menu().mnuFileOpen->trigger();
+    EXPECT_TRUE(w.platform.Messages.Shown.isEmpty());
+    EXPECT_EQ(TitleOfSecondJanuary(w), QStringLiteral("other"));
+    EXPECT_TRUE(w.main.sbStatusBar().Message().startsWith(
+        QStringLiteral("Successful Load - unsaved changes kept in unsaved-")))
+        << w.main.sbStatusBar().Message().toStdString();
+    EXPECT_TRUE(w.main.Menu().mnufileMRU[1]->text().startsWith(QStringLiteral("1)")));
+
+    w.main.Menu().mnufileMRU[1]->trigger();
+    EXPECT_EQ(TitleOfSecondJanuary(w), QStringLiteral("mine, not saved"));
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -159,5 +159,71 @@ TEST(SessionEnd, TheWatchStopsAndASecondEndDoesNothing) {
     EXPECT_EQ(session.CopiesMade().size(), 1);
 }
 
+// A logout that is asked for, cancelled and asked for again, then the real end:
+// one copy of the one unsaved state, in the recent list once.
+TEST(SessionEnd, RepeatedRequestsAndTheEndMakeOneCopyListedOnce) {
+    SessionWorld session;
+    session.EditFifthOfMay();
+    session.w.main.KeepUnsavedChanges();
+    session.w.main.KeepUnsavedChanges();
+    session.w.main.EndSession();
+    ASSERT_EQ(session.CopiesMade(), QStringList{"unsaved-2026-03-07-174509.cal"});
+    const RecentFileList& recent = session.w.main.Commands().RecentFiles();
+    EXPECT_EQ(recent.RecentFiles[1],
+              QDir::toNativeSeparators(session.userData.filePath("unsaved-2026-03-07-174509.cal")));
+    EXPECT_EQ(recent.RecentFiles[2], QString());
+}
+
+TEST(SessionEnd, AChangeAfterACopyGetsACopyOfItsOwn) {
+    SessionWorld session;
+    session.EditFifthOfMay();
+    session.w.main.KeepUnsavedChanges();
+    session.w.AddActivity(5, 5, QStringLiteral("Fireworks"), 22, 0);
+    session.w.main.EndSession();
+    EXPECT_EQ(session.CopiesMade(),
+              (QStringList{"unsaved-2026-03-07-174509-2.cal", "unsaved-2026-03-07-174509.cal"}));
+    EXPECT_TRUE(session.w.main.Commands().RecentFiles().RecentFiles[1].endsWith("-2.cal"));
+}
+
+// Writing the copy says nothing: a cancelled logout leaves no "Saving 100%".
+TEST(SessionEnd, TheCopyLeavesTheStatusBarAlone) {
+    SessionWorld session;
+    session.EditFifthOfMay();
+    session.w.main.sbStatusBar().ShowMessage(QStringLiteral("Edit Done"));
+    session.w.main.KeepUnsavedChanges();
+    EXPECT_EQ(session.CopiesMade().size(), 1);
+    EXPECT_EQ(session.w.main.sbStatusBar().Message(), QStringLiteral("Edit Done"));
+}
+
+// Nothing changed but what is typed into the open editor: the copy holds the
+// date as OK would keep it, and the editor goes on as it was.
+TEST(SessionEnd, ASaveRequestKeepsWhatIsTypedIntoTheOpenEditor) {
+    SessionWorld session;
+    MainWindowWorld& w = session.w;
+    w.ClickDay(12);
+    w.WhenEditorOpens([&](frmEdit& editor) {
+        editor.txtTitle->setText(QStringLiteral("  Typed  "));
+        editor.txtNotes->setPlainText(QStringLiteral("one\ntwo"));
+        w.main.KeepUnsavedChanges();
+        EXPECT_EQ(w.store.calender.CurrentEntry.Title.Trimmed(), QString());
+        editor.cmdCancel->click();
+    });
+    w.main.mnuEditDate_Click();
+    ASSERT_EQ(session.CopiesMade().size(), 1);
+    CalendarFileContent content;
+    ASSERT_EQ(
+        ReadCalendarFileNamed(session.userData.filePath(session.CopiesMade()[0]), content).Status,
+        CalendarFileStatus::Ok);
+    ASSERT_EQ(content.Dates.size(), 1U);
+    EXPECT_EQ(content.Dates[0].Month, 3);
+    EXPECT_EQ(content.Dates[0].Day, 12);
+    EXPECT_EQ(content.Dates[0].Entry.Title.Trimmed(), QStringLiteral("Typed"));
+    EXPECT_EQ(content.Dates[0].Note, QStringLiteral("one\r\ntwo"));
+    EXPECT_EQ(w.main.Calender1().Months[2].Dates[12].Title.Trimmed(), QString());
+    EXPECT_FALSE(w.store.module1.CalendarDirty);
+    session.w.main.EndSession();
+    EXPECT_EQ(session.CopiesMade().size(), 1);
+}
+
 }  // namespace
 }  // namespace kelvane::testing

@@ -1,12 +1,15 @@
 // A Kelvane for the session-end tests: the real program on the real outside
 // world, except that message boxes are printed and answered at once and no
 // splash or tips are shown. The first argument is a calendar file to load; with
-// the word "edit" after it, one date is changed before "ready" is printed.
+// the word "edit" after it, one date is changed before "ready" is printed; with
+// "typing", the date editor is open on 5 May with a title and a note typed into
+// it, and nothing else changed.
 #include <QApplication>
 #include <QTimer>
 
 #include <cstdio>
 
+#include "editor/frmEdit.h"
 #include "gui/QtPlatform.h"
 #include "shell/Application.h"
 #include "shell/frmMain.h"
@@ -48,6 +51,35 @@ void EditFifthOfMay(Application& application) {
     store.module1.CalendarDirty = true;
 }
 
+void SayReady() {
+    std::printf("ready\n");
+    std::fflush(stdout);
+}
+
+// Waits for the editor the main window opens, types into it and says ready.
+void TypeIntoTheEditorOnceOpen() {
+    auto* poll = new QTimer;
+    QObject::connect(poll, &QTimer::timeout, [poll] {
+        auto* editor = dynamic_cast<frmEdit*>(QApplication::activeModalWidget());
+        if (editor == nullptr) {
+            return;
+        }
+        poll->deleteLater();
+        editor->txtTitle->setText(QStringLiteral("Typed title"));
+        editor->txtNotes->setPlainText(QStringLiteral("Typed\nnote"));
+        SayReady();
+    });
+    poll->start(5);
+}
+
+void OpenTheEditorAndType(Application& application) {
+    frmMain& main = *application.MainWindow();
+    main.ShowMonth(5);
+    main.Calender1().MoveSelection(CalDate{2000, 5, 5});
+    TypeIntoTheEditorOnceOpen();
+    main.mnuEditDate_Click();
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -64,11 +96,14 @@ int main(int argc, char* argv[]) {
     Application application(services, dialogs);
     const QStringList arguments = QApplication::arguments();
     QTimer::singleShot(0, [&] {
+        if (arguments.contains(QStringLiteral("typing"))) {
+            OpenTheEditorAndType(application);
+            return;
+        }
         if (arguments.contains(QStringLiteral("edit"))) {
             EditFifthOfMay(application);
         }
-        std::printf("ready\n");
-        std::fflush(stdout);
+        SayReady();
     });
     return application.Run(arguments.value(1));
 }

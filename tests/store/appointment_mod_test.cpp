@@ -367,7 +367,8 @@ TEST(AppointmentStore, AnExistingFileIsReusedAndOverwrittenFromBlockOne) {
 }
 
 // The program directory cannot hold the file: here a directory stands in its way.
-TEST(AppointmentStore, AFileThatCannotBeOpenedIsReportedOnceAndLeavesNoOps) {
+// Without its file the store keeps the schedules in memory.
+TEST(AppointmentStore, AFileThatCannotBeOpenedIsReportedOnceAndKeepsItAllInMemory) {
     TestWorld world;
     ASSERT_TRUE(QDir(world.directory.path()).mkdir(kFileName));
     world.appointments.InitAppointmentStore();
@@ -380,11 +381,15 @@ TEST(AppointmentStore, AFileThatCannotBeOpenedIsReportedOnceAndLeavesNoOps) {
     EXPECT_EQ(world.platform.Messages.Shown[0].Title, QStringLiteral("Kelvane"));
     EXPECT_EQ(world.platform.Messages.Shown[0].Buttons, MessageButtons::Ok);
 
-    store.AppointmentList[1] = Entry(QStringLiteral("nowhere"), {8, 0});
+    store.AppointmentList[1] = Entry(QStringLiteral("in memory"), {8, 0});
     store.SaveAppointments(QStringLiteral("0101"));
+    store.ClearAppointmentList();
+    store.LoadAppointments(QStringLiteral("0101"));
+    EXPECT_EQ(store.CountAppointments(), 1);
+    EXPECT_EQ(store.AppointmentList[1].Description.Trimmed(), QStringLiteral("in memory"));
+    store.DeleteAppointments(QStringLiteral("0101"));
     store.LoadAppointments(QStringLiteral("0101"));
     EXPECT_EQ(store.CountAppointments(), 0);
-    store.DeleteAppointments(QStringLiteral("0101"));
     store.CloseAppointmentStore();
     EXPECT_TRUE(QFileInfo(world.FilePath(kFileName)).isDir());
     EXPECT_EQ(world.platform.Messages.Shown.size(), 1);
@@ -401,23 +406,30 @@ TEST(AppointmentStore, AMissingProgramDirectoryIsReportedOnce) {
 }
 
 #ifdef Q_OS_LINUX
-// A full disk: the file opens, but nothing written reaches it.
-TEST(AppointmentStore, AFullDiskIsReportedOnce) {
+// A full disk: the file opens, but nothing written reaches it. The person is
+// told once, and the schedules wait in memory.
+TEST(AppointmentStore, AFullDiskIsReportedOnceAndLosesNothing) {
     TestWorld world;
     ASSERT_TRUE(QFile::link(QStringLiteral("/dev/full"), world.FilePath(kFileName)));
     world.appointments.InitAppointmentStore();
     ASSERT_GT(world.appointments.AppointmentFileNumber, 0);
     EXPECT_TRUE(world.platform.Messages.Shown.isEmpty());
     for (const char* key : {"0101", "0102", "0101"}) {
-        world.appointments.AppointmentList[1] = Entry(QStringLiteral("x"), {8, 0});
+        world.appointments.AppointmentList[1] = Entry(QString::fromLatin1(key), {8, 0});
         world.appointments.SaveAppointments(QString::fromLatin1(key));
     }
     ASSERT_EQ(world.platform.Messages.Shown.size(), 1);
     EXPECT_EQ(world.platform.Messages.Shown[0].Text,
-              QStringLiteral("Could not open a 'temporary' file.\r"
-                             "Make sure there is enough space on 'drive'"));
-    world.appointments.LoadAppointments(QStringLiteral("0101"));
-    EXPECT_EQ(world.appointments.CountAppointments(), 0);
+              QStringLiteral("Could not write a 'temporary' file.\r"
+                             "Make sure there is enough space on 'drive'\r"
+                             "Nothing is lost: the schedule is kept in memory until it can be "
+                             "written."));
+    for (const char* key : {"0101", "0102"}) {
+        world.appointments.LoadAppointments(QString::fromLatin1(key));
+        EXPECT_EQ(world.appointments.CountAppointments(), 1);
+        EXPECT_EQ(world.appointments.AppointmentList[1].Description.Trimmed(),
+                  QString::fromLatin1(key));
+    }
 }
 #endif
 

@@ -384,7 +384,8 @@ TEST_F(DiaryStoreTest, ADamagedSectionLeavesTheBufferAsItWas) {
     EXPECT_EQ(in.FailureReason(), QStringLiteral("the file ends early"));
 }
 
-TEST(DiaryStore, AFileThatCannotBeOpenedIsReportedOnceAndLeavesNoOps) {
+// Without its file the store keeps the notes in memory.
+TEST(DiaryStore, AFileThatCannotBeOpenedIsReportedOnceAndKeepsItAllInMemory) {
     TestWorld world;
     ASSERT_TRUE(QDir(world.directory.path()).mkdir(kFileName));
     world.diary.InitDiaryStore();
@@ -394,31 +395,37 @@ TEST(DiaryStore, AFileThatCannotBeOpenedIsReportedOnceAndLeavesNoOps) {
         world.platform.Messages.Shown[0],
         (MessageBoxRequest{QStringLiteral("Could not open diary temporary file"),
                            QStringLiteral("Kelvane"), MessageButtons::Ok, MessageIcon::None}));
-    world.diary.NoteBuffer = QStringLiteral("nowhere to go");
+    world.diary.NoteBuffer = QStringLiteral("in memory");
     world.diary.SaveNote(QStringLiteral("0101"));
+    world.diary.NoteBuffer = QString();
+    world.diary.LoadNote(QStringLiteral("0101"));
+    EXPECT_EQ(world.diary.NoteBuffer.Trimmed(), QStringLiteral("in memory"));
+    world.diary.ClearNote(QStringLiteral("0101"));
     world.diary.LoadNote(QStringLiteral("0101"));
     EXPECT_TRUE(world.diary.NoteBuffer.IsBlank());
-    world.diary.ClearNote(QStringLiteral("0101"));
     world.diary.CloseDiaryStore();
     EXPECT_TRUE(QFileInfo(world.FilePath(kFileName)).isDir());
     EXPECT_EQ(world.platform.Messages.Shown.size(), 1);
 }
 
 #ifdef Q_OS_LINUX
-TEST(DiaryStore, AFullDiskIsReportedOnce) {
+// The person is told once, and the notes wait in memory.
+TEST(DiaryStore, AFullDiskIsReportedOnceAndLosesNothing) {
     TestWorld world;
     ASSERT_TRUE(QFile::link(QStringLiteral("/dev/full"), world.FilePath(kFileName)));
     world.diary.InitDiaryStore();
     ASSERT_NE(world.diary.DiaryFileNumber, 0);
     for (const char* key : {"0101", "0102"}) {
-        world.diary.NoteBuffer = QStringLiteral("note");
+        world.diary.NoteBuffer = QStringLiteral("note ") + QString::fromLatin1(key);
         world.diary.SaveNote(QString::fromLatin1(key));
     }
     ASSERT_EQ(world.platform.Messages.Shown.size(), 1);
-    EXPECT_EQ(world.platform.Messages.Shown[0].Text,
-              QStringLiteral("Could not open diary temporary file"));
+    EXPECT_EQ(
+        world.platform.Messages.Shown[0].Text,
+        QStringLiteral("Could not write diary temporary file\r"
+                       "Nothing is lost: the note is kept in memory until it can be written."));
     world.diary.LoadNote(QStringLiteral("0101"));
-    EXPECT_TRUE(world.diary.NoteBuffer.IsBlank());
+    EXPECT_EQ(world.diary.NoteBuffer.Trimmed(), QStringLiteral("note 0101"));
 }
 #endif
 

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <csignal>
 
+#include "store/CalendarFileOnDisk.h"
 #include "support/CalendarFileLines.h"
 #include "support/DocumentWorld.h"
 
@@ -115,10 +116,9 @@ TEST_F(DocumentCommandsTest, OpenShowsTheOpenDialogAndCancelDoesNothing) {
     EXPECT_EQ(world.window.Ends, 1);
 }
 
-TEST_F(DocumentCommandsTest, OpenLoadsWithoutAskingAboutChanges) {
+TEST_F(DocumentCommandsTest, OpenLoadsWithoutAskingAnything) {
     const QString path = world.PathOf(QStringLiteral("plans.cal"));
     ASSERT_TRUE(WriteFile(path, OneTitleFile("Loaded")));
-    world.store.module1.CalendarDirty = true;
     Dialogs().Choose(path);
     world.commands.FileOpen();
 
@@ -131,6 +131,58 @@ TEST_F(DocumentCommandsTest, OpenLoadsWithoutAskingAboutChanges) {
     EXPECT_TRUE(world.window.Menu.SeparatorVisible);
     EXPECT_EQ(world.window.Statuses.last(), QStringLiteral("Successful Load"));
     EXPECT_EQ(world.window.Replacements, 1);
+}
+
+// Open asks nothing and loads into the open document; the unsaved changes go to
+// a copy of their own first, which File > 1 brings back.
+TEST_F(DocumentCommandsTest, OpenKeepsUnsavedChangesInACopyFirst) {
+    world.world.platform.Directory.UserData = world.PathOf(QStringLiteral("data"));
+    ASSERT_TRUE(QDir().mkpath(world.world.platform.Directory.UserData));
+    world.EditDate(1, 2, QStringLiteral("Unsaved"), 1, QStringLiteral("my note"));
+    world.store.module1.CalendarDirty = true;
+    const QString path = world.PathOf(QStringLiteral("plans.cal"));
+    ASSERT_TRUE(WriteFile(path, OneTitleFile("Loaded")));
+    Dialogs().Choose(path);
+    world.commands.FileOpen();
+
+    EXPECT_TRUE(Messages().Shown.isEmpty());
+    EXPECT_EQ(Title(1, 2), QStringLiteral("Loaded"));
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane - plans.cal"));
+    EXPECT_FALSE(world.store.module1.CalendarDirty);
+    const QString copy = world.PathOf(QStringLiteral("data/unsaved-2000-03-15-090000.cal"));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], copy);
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[2], path);
+    EXPECT_EQ(world.window.Statuses.last(),
+              QStringLiteral("Successful Load - unsaved changes kept in "
+                             "unsaved-2000-03-15-090000.cal (File > 1)"));
+    CalendarFileContent kept;
+    ASSERT_EQ(ReadCalendarFileNamed(copy, kept).Status, CalendarFileStatus::Ok);
+    ASSERT_EQ(kept.Dates.size(), 1u);
+    EXPECT_EQ(kept.Dates[0].Entry.Title.Trimmed(), QStringLiteral("Unsaved"));
+    EXPECT_EQ(Trim(kept.Dates[0].Note), QStringLiteral("my note"));
+    EXPECT_EQ(kept.Dates[0].Schedule.size(), 1u);
+}
+
+// Without a copy the unsaved changes would be merged away: nothing is loaded.
+TEST_F(DocumentCommandsTest, OpenWhereNoCopyCanBeKeptLoadsNothing) {
+    const QString path = world.PathOf(QStringLiteral("plans.cal"));
+    ASSERT_TRUE(WriteFile(path, OneTitleFile("Loaded")));
+    world.world.platform.Directory.UserData = world.PathOf(QStringLiteral("no such folder"));
+    world.world.platform.Directory.Directory =
+        world.PathOf(QStringLiteral("no such folder either"));
+    world.EditDate(1, 2, QStringLiteral("Unsaved"), 0);
+    world.store.module1.CalendarDirty = true;
+    Dialogs().Choose(path);
+    world.commands.FileOpen();
+
+    EXPECT_EQ(Messages().Shown,
+              (QList<MessageBoxRequest>{Critical(
+                  QStringLiteral("The unsaved changes could not be kept in a file of their own,\r"
+                                 "so the file was not opened: use Save As first."))}));
+    EXPECT_EQ(Title(1, 2), QStringLiteral("Unsaved"));
+    EXPECT_TRUE(world.store.module1.CalendarDirty);
+    EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane v1.0"));
+    EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], QString());
 }
 
 TEST_F(DocumentCommandsTest, LoadingDrawsTheMonthOnce) {
@@ -261,7 +313,8 @@ TEST_F(DocumentCommandsTest, SaveAsWhereNoFileCanBeMadeSaysSo) {
     Dialogs().Choose(world.PathOf(QStringLiteral("no such folder/x.cal")));
     world.commands.FileSaveAs();
     EXPECT_EQ(Messages().Shown, (QList<MessageBoxRequest>{Critical(QStringLiteral(
-                                    "Could not create file - try different filename"))}));
+                                    "Could not create file - try different filename\r"
+                                    "No such file or directory"))}));
     EXPECT_TRUE(world.store.module1.CalendarDirty);
     EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane v1.0"));
     EXPECT_EQ(world.commands.RecentFiles().RecentFiles[1], QString());
@@ -303,7 +356,8 @@ TEST_F(DocumentCommandsTest, ASaveThatFailsHalfWayLeavesTheOldFileWhole) {
     EXPECT_EQ(ReadFile(path), old);
     ASSERT_EQ(Messages().Shown.size(), 2);
     EXPECT_EQ(Messages().Shown[1],
-              Critical(QStringLiteral("Could not create file - try different filename")));
+              Critical(QStringLiteral("Could not create file - try different filename\r"
+                                      "File too large")));
     EXPECT_TRUE(world.store.module1.CalendarDirty);
     EXPECT_EQ(world.window.Caption, QStringLiteral("Kelvane v1.0"));
     EXPECT_EQ(QDir(world.PathOf(QString())).entryList(QDir::Files | QDir::Hidden).filter(".cal"),

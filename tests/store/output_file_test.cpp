@@ -82,21 +82,83 @@ TEST(OutputFile, AnOutputNeverClosedLeavesTheOldFileWhole) {
               QStringList{QStringLiteral("plans.cal")});
 }
 
+// Where the old and the new content wait while a file is rewritten in place.
+class KeepFolder {
+  public:
+    KeepFolder() { chmod(QFile::encodeName(folder_.path()).constData(), 0777); }
+    QString Path() const { return folder_.path(); }
+    QStringList Files() const { return QDir(folder_.path()).entryList(QDir::Files); }
+
+  private:
+    QTemporaryDir folder_;
+};
+
 TEST(OutputFile, ReplacesAWritableFileInAFolderThatCannotBeWritten) {
     SharedFolder shared("old contents");
     ASSERT_TRUE(shared.Ready());
+    KeepFolder keep;
     FileNumbers numbers;
     {
         PermissionsApply permissions;
         ASSERT_TRUE(permissions.Active());
         ASSERT_FALSE(WriteAll(shared.Path() + QStringLiteral("/probe"), "x"));
-        OutputFile out(numbers);
+        OutputFile out(numbers, keep.Path());
+        ASSERT_NE(out.OpenForOutput(shared.FilePath()), 0);
+        out.Device().write("new contents, longer than the old");
+        EXPECT_TRUE(out.Close()) << out.ErrorString().toStdString();
+    }
+    EXPECT_EQ(ReadAll(shared.FilePath()), QByteArray("new contents, longer than the old"));
+    EXPECT_EQ(shared.Files(), QStringList{QStringLiteral("plans.cal")});
+    EXPECT_EQ(keep.Files(), QStringList());
+}
+
+TEST(OutputFile, AShorterContentInPlaceLeavesNothingOfTheOld) {
+    SharedFolder shared("old contents, longer than the new");
+    ASSERT_TRUE(shared.Ready());
+    KeepFolder keep;
+    FileNumbers numbers;
+    PermissionsApply permissions;
+    ASSERT_TRUE(permissions.Active());
+    OutputFile out(numbers, keep.Path());
+    ASSERT_NE(out.OpenForOutput(shared.FilePath()), 0);
+    out.Device().write("new");
+    EXPECT_TRUE(out.Close()) << out.ErrorString().toStdString();
+    EXPECT_EQ(ReadAll(shared.FilePath()), QByteArray("new"));
+}
+
+// With nowhere to keep the old content, rewriting in place would risk it.
+TEST(OutputFile, WithoutAKeepFolderAFileInSuchAFolderIsNotRewritten) {
+    SharedFolder shared("old contents");
+    ASSERT_TRUE(shared.Ready());
+    FileNumbers numbers;
+    PermissionsApply permissions;
+    ASSERT_TRUE(permissions.Active());
+    OutputFile out(numbers);
+    EXPECT_EQ(out.OpenForOutput(shared.FilePath()), 0);
+    EXPECT_EQ(out.ErrorString(), QStringLiteral("no new file may be made in the folder"));
+    EXPECT_EQ(ReadAll(shared.FilePath()), QByteArray("old contents"));
+}
+
+// The old content cannot be kept first: the file is not touched.
+TEST(OutputFile, AKeepFolderThatCannotBeWrittenLeavesTheFileAlone) {
+    SharedFolder shared("old contents");
+    ASSERT_TRUE(shared.Ready());
+    QTemporaryDir closed;
+    ASSERT_EQ(chmod(QFile::encodeName(closed.path()).constData(), 0555), 0);
+    FileNumbers numbers;
+    {
+        PermissionsApply permissions;
+        ASSERT_TRUE(permissions.Active());
+        OutputFile out(numbers, closed.path());
         ASSERT_NE(out.OpenForOutput(shared.FilePath()), 0);
         out.Device().write("new contents");
-        EXPECT_TRUE(out.Close());
+        EXPECT_FALSE(out.Close());
+        EXPECT_TRUE(
+            out.ErrorString().startsWith(QStringLiteral("its content could not be kept in ")))
+            << out.ErrorString().toStdString();
     }
-    EXPECT_EQ(ReadAll(shared.FilePath()), QByteArray("new contents"));
-    EXPECT_EQ(shared.Files(), QStringList{QStringLiteral("plans.cal")});
+    chmod(QFile::encodeName(closed.path()).constData(), 0755);
+    EXPECT_EQ(ReadAll(shared.FilePath()), QByteArray("old contents"));
 }
 
 TEST(OutputFile, MakesNoNewFileInAFolderThatCannotBeWritten) {

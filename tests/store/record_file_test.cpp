@@ -75,13 +75,37 @@ TEST(RecordFile, KeepsWhatAnExistingFileHolds) {
     EXPECT_EQ(records, QByteArray("oldnewold"));
 }
 
-TEST(RecordFile, DoesNothingWhileClosed) {
+// Records the disk does not take wait in memory; deleting the file drops them.
+TEST(RecordFile, KeepsInMemoryWhatAClosedFileCannotTake) {
     RecordFile file(4);
     QByteArray records = "junk";
-    EXPECT_FALSE(file.Write(1, "aaaa"));
     EXPECT_FALSE(file.Read(1, 1, records));
     EXPECT_TRUE(records.isEmpty());
+    EXPECT_FALSE(file.Write(2, "aaaabbbb"));
+    EXPECT_EQ(file.KeptInMemory(), 2u);
+    ASSERT_TRUE(file.Read(3, 1, records));
+    EXPECT_EQ(records, QByteArray("bbbb"));
+    EXPECT_FALSE(file.Read(1, 2, records));
     file.CloseAndRemove();
+    EXPECT_EQ(file.KeptInMemory(), 0u);
+    EXPECT_FALSE(file.Read(2, 1, records));
+}
+
+TEST(RecordFile, AFileOpenedAnewDropsWhatWasKeptInMemory) {
+    QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("records"));
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/full"), path));
+    RecordFile file(4);
+    ASSERT_TRUE(file.Open(path));
+    EXPECT_FALSE(file.Write(1, "kept"));
+    QByteArray records;
+    ASSERT_TRUE(file.Read(1, 1, records));
+    EXPECT_EQ(records, QByteArray("kept"));
+    file.Close();
+    ASSERT_TRUE(QFile::remove(path));
+    ASSERT_TRUE(file.Open(path));
+    EXPECT_EQ(file.KeptInMemory(), 0u);
+    EXPECT_FALSE(file.Read(1, 1, records));
 }
 
 TEST(RecordFile, RefusesRecordNumbersBelowOne) {

@@ -87,7 +87,7 @@ class RecordingSurface final : public DrawingSurface {
     void SetFontBold(bool bold) override { bold_ = bold; }
     void SetFontItalic(bool italic) override { italic_ = italic; }
     void SetFontUnderline(bool underline) override { underline_ = underline; }
-    bool SavePicture(const QString&, QString& error) const override {
+    bool EncodePicture(QByteArray&, QString& error) const override {
         error = QStringLiteral("nothing to save");
         return false;
     }

@@ -1,9 +1,9 @@
 #include "kelvane_cal/Files.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include "store/CalendarFileOnDisk.h"
+#include "store/ReplacingFile.h"
 
 namespace kelvane::cal {
 
@@ -71,9 +71,9 @@ bool WriteOutput(const QString& fileName, const QByteArray& bytes, bool force, Q
     if (!OutputAllowed(fileName, force, problem)) {
         return false;
     }
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        problem = QStringLiteral("%1: cannot be written: %2").arg(fileName, file.errorString());
+    QString error;
+    if (!ReplaceFileContent(fileName, bytes, error)) {
+        problem = QStringLiteral("%1: cannot be written: %2").arg(fileName, error);
         return false;
     }
     return true;

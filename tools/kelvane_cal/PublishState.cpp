@@ -4,7 +4,8 @@
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
+
+#include "store/ReplacingFile.h"
 
 namespace kelvane::cal {
 
@@ -214,9 +215,9 @@ bool PublishState::Save(QString& problem) {
     if (!MakeFolder(problem)) {
         return false;
     }
-    QSaveFile file(fileName_);
-    if (!file.open(QIODevice::WriteOnly) || file.write(Compact(root)) < 0 || !file.commit()) {
-        problem = QStringLiteral("%1: cannot be written: %2").arg(fileName_, file.errorString());
+    QString error;
+    if (!ReplaceFileContent(fileName_, Compact(root), error)) {
+        problem = QStringLiteral("%1: cannot be written: %2").arg(fileName_, error);
         return false;
     }
     // Everything the journal says is in the saved state now. Should the

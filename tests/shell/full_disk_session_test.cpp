@@ -1,0 +1,60 @@
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "support/ProgramCopy.h"
+#include "support/TinyDisk.h"
+
+// The program as a process of its own, ended by a signal while its disks are full.
+namespace kelvane::testing {
+namespace {
+
+// Only a whole copy counts: with the data folder full, the copy goes beside
+// the program, and nothing half-written is left or listed.
+TEST(FullDiskSessionEnd, ACopyTheDataFolderCannotTakeGoesBesideTheProgram) {
+    TinyDisk data;
+    ASSERT_TRUE(data.Mounted()) << data.Error();
+    ProgramCopy copy(QString(), data.Path());
+    ASSERT_TRUE(QDir().mkpath(copy.DataFolder()));
+    ASSERT_TRUE(copy.Start(QStringLiteral("edit")));
+    ASSERT_TRUE(data.Fill());
+    ASSERT_TRUE(copy.EndWith(SIGTERM)) << copy.Output().toStdString();
+
+    EXPECT_EQ(QDir(copy.DataFolder()).entryList(QDir::Files | QDir::Hidden), QStringList());
+    const QStringList copies = copy.CopiesBesideTheProgram();
+    ASSERT_EQ(copies.size(), 1);
+    const QString kept = QDir(copy.ProgramFolder()).filePath(copies.front());
+    EXPECT_EQ(copy.FirstRecentFile(), kept);
+    CalendarFileContent content;
+    ASSERT_EQ(ReadCalendarFileNamed(kept, content).Status, CalendarFileStatus::Ok);
+    ASSERT_EQ(content.Dates.size(), 2U);
+    EXPECT_EQ(content.Dates[1].Entry.Title.Trimmed(), QStringLiteral("Fifth of May"));
+    EXPECT_TRUE(copy.TemporaryFilesLeft().isEmpty());
+}
+
+// No folder can take a whole copy: the temporary files stay for the next
+// start, and no copy is made or listed.
+TEST(FullDiskSessionEnd, WithNoRoomForACopyTheTemporaryFilesStay) {
+    TinyDisk disk(64 * 1024 * 1024);
+    ASSERT_TRUE(disk.Mounted()) << disk.Error();
+    const QString programFolder = disk.FilePath(QStringLiteral("program"));
+    ASSERT_TRUE(QDir().mkpath(programFolder));
+    ProgramCopy copy(programFolder, disk.FilePath(QStringLiteral("data")));
+    ASSERT_TRUE(QDir().mkpath(copy.DataFolder()));
+    ASSERT_TRUE(copy.Start(QStringLiteral("edit")));
+    ASSERT_TRUE(disk.Fill());
+    ASSERT_TRUE(copy.EndWith(SIGTERM)) << copy.Output().toStdString();
+
+    EXPECT_EQ(copy.CopiesMade(), QStringList());
+    EXPECT_EQ(copy.CopiesBesideTheProgram(), QStringList());
+    EXPECT_EQ(QDir(copy.DataFolder()).entryList(QDir::Files | QDir::Hidden), QStringList());
+    EXPECT_FALSE(copy.FirstRecentFile().contains(QStringLiteral("unsaved-")));
+    EXPECT_EQ(copy.TemporaryFilesLeft(),
+              (QStringList{QStringLiteral("~tempAppoint.tmp"), QStringLiteral("~tmpDiaryCal")}));
+}
+
+}  // namespace
+}  // namespace kelvane::testing
