@@ -138,23 +138,17 @@ bool DocumentCommands::WriteDocumentFile(const QString& fileName, QString& error
         error = file.ErrorString();
         return false;
     }
-    LineWriter out(file.Device());
-    const ViewFlags flags{window_.ToolsShown(), window_.CalenderShown()};
-    {
-        // The walk over every date must not move the person's selection.
-        const SelectionKept kept(monthView_);
-        WriteDocument(store_, monthView_, flags, out,
-                      [this](const QString& text) { window_.ShowStatus(text); });
-    }
-    const bool written = out.Ok() && file.Close();
-    if (!written) {
+    file.Device().write(
+        DocumentContent([this](const QString& text) { window_.ShowStatus(text); }, nullptr));
+    if (!file.Close()) {
         error = file.ErrorString();
+        return false;
     }
-    return written;
+    return true;
 }
 
 QString DocumentCommands::SaveUnsavedCopy(const CalendarFileDate* openEdit) {
-    const QByteArray content = DocumentContent(openEdit);
+    const QByteArray content = DocumentContent([](const QString&) {}, openEdit);
     if (IsLastCopy(content)) {
         AddRecentFile(lastCopy_->FileName);
         return lastCopy_->FileName;
@@ -172,9 +166,11 @@ QString DocumentCommands::SaveUnsavedCopy(const CalendarFileDate* openEdit) {
     return QString();
 }
 
-// The whole document as a calendar file's bytes, with nothing shown on the way.
-QByteArray DocumentCommands::DocumentContent(const CalendarFileDate* openEdit) {
-    // A session may end while a command holds the working copies.
+// The whole document as a calendar file's bytes. The walk over every date
+// moves neither the person's selection nor the working copies, which a
+// session's end may find held by a command.
+QByteArray DocumentCommands::DocumentContent(const StatusSink& status,
+                                             const CalendarFileDate* openEdit) {
     const WorkingCopiesKept working(store_);
     const SelectionKept selection(monthView_);
     QByteArray content;
@@ -183,8 +179,7 @@ QByteArray DocumentCommands::DocumentContent(const CalendarFileDate* openEdit) {
     {
         LineWriter out(buffer);
         const ViewFlags flags{window_.ToolsShown(), window_.CalenderShown()};
-        WriteDocument(
-            store_, monthView_, flags, out, [](const QString&) {}, openEdit);
+        WriteDocument(store_, monthView_, flags, out, status, openEdit);
     }
     return content;
 }

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "store/CalendarFile.h"
+#include "store/DocumentFile.h"
 #include "store/DocumentWindow.h"
 #include "store/MonthViewControl.h"
 #include "store/RecentFiles.h"
@@ -82,7 +83,7 @@ class DocumentCommands {
     bool Load(const QString& fileName, bool keepUnsaved);
     bool SaveDocumentAs(const QString& fileName);
     bool WriteDocumentFile(const QString& fileName, QString& error);
-    QByteArray DocumentContent(const CalendarFileDate* openEdit);
+    QByteArray DocumentContent(const StatusSink& status, const CalendarFileDate* openEdit);
     bool IsLastCopy(const QByteArray& content) const;
     QString UnsavedCopyName(const QString& folder) const;
     void FinishSave(const QString& fileName);
