@@ -4,42 +4,32 @@
 #include <vector>
 
 #include "store/Conversions.h"
+#include "store/Graphemes.h"
 
 namespace kelvane {
 
 namespace {
 
-// The places a text may be cut: after every character, but never inside a
-// surrogate pair. Cut i keeps the first Length(i) characters.
+// The places a text may be cut: between graphemes, so that a letter keeps its
+// marks and an emoji sequence stays whole. Cut i keeps the first Length(i)
+// code units. Plain Latin text may be cut after every code unit.
 class CutPoints {
   public:
-    explicit CutPoints(const QString& text) {
-        for (qsizetype i = 1; i < text.size(); ++i) {
-            if (text.at(i - 1).isHighSurrogate() && text.at(i).isLowSurrogate()) {
-                pairs_ = true;
-                break;
-            }
+    explicit CutPoints(const QString& text) : plain_(IsOneUnitPerGrapheme(text)) {
+        if (!plain_) {
+            lengths_ = GraphemeEnds(text);
         }
-        if (pairs_) {
-            for (qsizetype i = 1; i <= text.size(); ++i) {
-                const bool splitsPair = i < text.size() && text.at(i - 1).isHighSurrogate() &&
-                                        text.at(i).isLowSurrogate();
-                if (!splitsPair) {
-                    lengths_.push_back(i);
-                }
-            }
-        }
-        count_ = pairs_ ? static_cast<qsizetype>(lengths_.size()) : text.size();
+        count_ = plain_ ? text.size() : static_cast<qsizetype>(lengths_.size());
     }
 
-    // Cuts 1..Count() keep at least one character; cut 0 keeps none.
+    // Cuts 1..Count() keep at least one grapheme; cut 0 keeps none.
     qsizetype Count() const { return count_; }
     qsizetype Length(qsizetype cut) const {
-        return pairs_ && cut > 0 ? lengths_[static_cast<std::size_t>(cut - 1)] : cut;
+        return !plain_ && cut > 0 ? lengths_[static_cast<std::size_t>(cut - 1)] : cut;
     }
 
   private:
-    bool pairs_ = false;
+    bool plain_ = true;
     std::vector<qsizetype> lengths_;
     qsizetype count_ = 0;
 };
@@ -96,9 +86,7 @@ QString FitTextByCharacters(const DrawingSurface& surface, const QString& text, 
     }
     QString fitted = text;
     while (!fitted.isEmpty() && surface.TextWidth(fitted) > width) {
-        const bool pair = fitted.size() >= 2 && fitted.back().isLowSurrogate() &&
-                          fitted.at(fitted.size() - 2).isHighSurrogate();
-        fitted.chop(pair ? 2 : 1);
+        fitted.truncate(PreviousGraphemeStart(fitted, fitted.size()));
     }
     return fitted;
 }
@@ -115,7 +103,11 @@ QString CutAtLastBlank(const QString& text) {
     if (text.isEmpty()) {
         return QStringLiteral("0");
     }
-    const qsizetype blank = text.lastIndexOf(QLatin1Char(' '));
+    // A blank that carries a combining mark is no place to break.
+    qsizetype blank = text.lastIndexOf(QLatin1Char(' '));
+    while (blank >= 0 && !IsGraphemeBoundary(text, blank + 1)) {
+        blank = blank == 0 ? -1 : text.lastIndexOf(QLatin1Char(' '), blank - 1);
+    }
     return blank < 0 ? text : text.left(blank + 1);
 }
 

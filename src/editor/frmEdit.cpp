@@ -5,8 +5,10 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QShortcut>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
+#include "editor/InputLimit.h"
 #include "gui/NamedWidgets.h"
 #include "gui/Twips.h"
 
@@ -19,6 +21,16 @@ constexpr double kPageWidthTwips = 6600;
 constexpr double kPageHeightTwips = 4200;
 // The tab strip's frame reaches this far beyond the pages.
 constexpr double kFrameMarginTwips = 120;
+
+// The note is stored with CR LF line breaks: every break the box shows takes
+// two of the note's characters.
+QString NoteAsStored(QString typed) {
+    return typed.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+}
+
+qsizetype StoredNoteLength(QStringView typed) {
+    return typed.size() + typed.count(u'\n');
+}
 
 }  // namespace
 
@@ -48,6 +60,7 @@ frmEdit::frmEdit(Store& store, const MonthViewControl& monthView, QWidget* paren
     SetUpKeyboard();
     Connect();
     Form_Load(monthView);
+    LimitLengths();
 }
 
 void frmEdit::BuildOutlookPage(QWidget* page) {
@@ -113,8 +126,11 @@ void frmEdit::BuildNotesPage(QWidget* page) {
     txtNotes = NamedWidget<QPlainTextEdit>(page, "txtNotes");
     // The page's tab names the box on screen; a screen reader needs its own.
     txtNotes->setAccessibleName(QStringLiteral("Notes"));
+    lblNoteCount = NamedWidget<QLabel>(page, "lblNoteCount");
+    lblNoteCount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto* layout = new QVBoxLayout(page);
     layout->addWidget(txtNotes);
+    layout->addWidget(lblNoteCount);
 }
 
 // The pages share one place inside the tab strip's frame; the date, OK and
@@ -234,6 +250,24 @@ void frmEdit::Form_Load(const MonthViewControl& monthView) {
     ShowPanel(0);
 }
 
+// The boxes take no more than their fields hold, so OK never cuts what was
+// typed. Set after loading: the texts loaded are what the fields hold.
+void frmEdit::LimitLengths() {
+    LimitInput(txtTitle, TitleLength);
+    LimitInput(txtAppDescription, decltype(Appointment::Description)::Length);
+    LimitInput(txtNotes, NoteLength, StoredNoteLength);
+    connect(txtNotes->document(), &QTextDocument::contentsChanged, this,
+            [this] { ShowNoteCount(); });
+    ShowNoteCount();
+}
+
+void frmEdit::ShowNoteCount() {
+    const qsizetype used = StoredNoteLength(txtNotes->toPlainText());
+    lblNoteCount->setText(QStringLiteral("%1 / %2").arg(used).arg(NoteLength));
+    lblNoteCount->setAccessibleName(
+        QStringLiteral("Note length: %1 of %2 characters").arg(used).arg(NoteLength));
+}
+
 void frmEdit::tabEdit_Click() {
     ShowPanel(tabEdit->currentIndex());
 }
@@ -273,9 +307,7 @@ CalendarFileDate frmEdit::AsAccepted() const {
     date.Day = store_.calender.CurrentEntryDate.Day;
     date.Entry = store_.calender.CurrentEntry;
     date.Entry.Title = Trim(txtTitle->text());
-    QString notes = txtNotes->toPlainText();
-    date.Note =
-        FixedText<NoteLength>(notes.replace(QLatin1Char('\n'), QLatin1String("\r\n"))).Value();
+    date.Note = FixedText<NoteLength>(NoteAsStored(txtNotes->toPlainText())).Value();
     const qint16 count = store_.appointments.CountAppointments();
     for (int entry = 1; entry <= count; ++entry) {
         date.Schedule.push_back(schedule_[entry]);

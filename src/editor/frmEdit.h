@@ -73,6 +73,8 @@ class frmEdit final : public QDialog {
     QPushButton* cmdClear;
 
     QPlainTextEdit* txtNotes;
+    // How many of the note's 800 characters are used, as the note is stored.
+    QLabel* lblNoteCount;
 
     QPushButton* cmdOK;
     QPushButton* cmdCancel;
@@ -92,6 +94,8 @@ class frmEdit final : public QDialog {
     QWidget* FirstControl(int page) const;
     void Connect();
     void Form_Load(const MonthViewControl& monthView);
+    void LimitLengths();
+    void ShowNoteCount();
     void ShowPanel(int index);
     void FillSchedule();
     void Refuse(const QString& message);

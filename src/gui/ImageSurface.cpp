@@ -3,11 +3,23 @@
 #include <QBuffer>
 #include <QImageWriter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace kelvane {
 
 namespace {
+
+// Titles are measured many times over while they are fitted into cells. Text
+// of Latin letters without combining marks looks the same unshaped, and
+// measuring it so is several times faster. Everything else is shaped: Arabic
+// letters join, marks sit on their letters and emoji sequences and flags
+// become one picture, both when measured and when drawn.
+bool NeedsShaping(const QString& text) {
+    constexpr char16_t kFirstCombiningMark = 0x0300;
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar unit) { return unit.unicode() >= kFirstCombiningMark; });
+}
 
 int ToPixel(double value) {
     return static_cast<int>(std::floor(value + 0.5));
@@ -28,12 +40,7 @@ ImageSurface::ImageSurface(const QColor& background, const QColor& windowText)
     : font_(QStringLiteral("Arial"), 9),
       background_(background),
       windowText_(windowText),
-      textColour_(windowText) {
-    // Titles are measured many times over while they are fitted into cells;
-    // Latin text needs no shaping, and without it measuring is several times
-    // faster. Scripts that need shaping still get it.
-    font_.setStyleStrategy(QFont::PreferNoShaping);
-}
+      textColour_(windowText) {}
 
 ImageSurface::~ImageSurface() {
     EndPainting();
@@ -59,7 +66,9 @@ void ImageSurface::Resize(int width, int height, double ratio) {
         unitImage_ = QImage(width, height, QImage::Format_RGB32);
         unitImage_.fill(background_);
     }
-    metrics_.reset();
+    for (auto& metrics : metrics_) {
+        metrics.reset();
+    }
     for (auto& widths : widths_) {
         widths.clear();
     }
@@ -78,7 +87,6 @@ QPainter* ImageSurface::Painter() {
     }
     if (!painter_) {
         painter_ = std::make_unique<QPainter>(&image_);
-        painter_->setFont(font_);
         painter_->setPen(textColour_);
         if (changed_) {
             changed_();
@@ -93,7 +101,6 @@ QPainter* ImageSurface::UnitPainter() {
     }
     if (!unitPainter_) {
         unitPainter_ = std::make_unique<QPainter>(&unitImage_);
-        unitPainter_->setFont(font_);
         unitPainter_->setPen(textColour_);
     }
     return unitPainter_.get();
@@ -128,15 +135,24 @@ qint32 ImageSurface::ColourAt(double x, double y) const {
     return FromQColor(QColor(picture.pixel(point)));
 }
 
-const QFontMetricsF& ImageSurface::Metrics() const {
-    if (!metrics_) {
+QFont ImageSurface::FontFor(const QString& text) const {
+    QFont font = font_;
+    if (!NeedsShaping(text)) {
+        font.setStyleStrategy(QFont::PreferNoShaping);
+    }
+    return font;
+}
+
+const QFontMetricsF& ImageSurface::Metrics(const QString& text) const {
+    std::optional<QFontMetricsF>& metrics = metrics_[NeedsShaping(text) ? 1 : 0];
+    if (!metrics) {
         if (image_.isNull()) {
-            metrics_.emplace(font_);
+            metrics.emplace(FontFor(text));
         } else {
-            metrics_.emplace(font_, &image_);
+            metrics.emplace(FontFor(text), &image_);
         }
     }
-    return *metrics_;
+    return *metrics;
 }
 
 double ImageSurface::TextWidth(const QString& text) const {
@@ -149,7 +165,7 @@ double ImageSurface::TextWidth(const QString& text) const {
     if (widths.size() >= kRememberedWidths) {
         widths.clear();
     }
-    const double width = Metrics().horizontalAdvance(text);
+    const double width = Metrics(text).horizontalAdvance(text);
     widths.insert(text, width);
     return width;
 }
@@ -157,7 +173,7 @@ double ImageSurface::TextWidth(const QString& text) const {
 // Font engines overflow at giant sizes and answer with nonsense heights; the
 // point size itself then gives the line height.
 double ImageSurface::TextHeight(const QString&) const {
-    const double height = Metrics().height();
+    const double height = Metrics(QString()).height();
     if (std::isfinite(height) && height > 0) {
         return height;
     }
@@ -181,14 +197,14 @@ const QImage& ImageSurface::DrawnLine(const QString& text, int margin) {
         lines_.clear();
         lineBytes_ = 0;
     }
-    const QFontMetricsF& metrics = Metrics();
+    const QFontMetricsF& metrics = Metrics(text);
     QImage line(static_cast<int>(std::ceil(TextWidth(text))) + 2 * margin,
                 static_cast<int>(std::ceil(metrics.height())), QImage::Format_ARGB32_Premultiplied);
     line.setDotsPerMeterX(image_.dotsPerMeterX());
     line.setDotsPerMeterY(image_.dotsPerMeterY());
     line.fill(Qt::transparent);
     QPainter painter(&line);
-    painter.setFont(font_);
+    painter.setFont(FontFor(text));
     painter.setPen(textColour_);
     painter.drawText(QPointF(margin, metrics.ascent()), text);
     painter.end();
@@ -214,10 +230,12 @@ void ImageSurface::Print(const QString& text, LineEnd end) {
 // rather than first into a picture of their own size. So are all lines on a
 // scaled picture, where a copied line could land between device pixels.
 void ImageSurface::PrintOn(QPainter& painter, const QString& text, bool unitPicture) {
-    const double height = Metrics().height();
+    const QFontMetricsF& metrics = Metrics(text);
+    const double height = metrics.height();
     if (!unitPicture || TextWidth(text) > width_ || height > height_) {
-        painter.drawText(QPointF(ToPixel(currentX_), ToPixel(currentY_) + Metrics().ascent()),
-                         text);
+        // The whole line at once, so that it is shaped as it was measured.
+        painter.setFont(FontFor(text));
+        painter.drawText(QPointF(ToPixel(currentX_), ToPixel(currentY_) + metrics.ascent()), text);
         return;
     }
     const int margin = static_cast<int>(std::ceil(height / 4));
@@ -260,12 +278,8 @@ qint32 ImageSurface::WindowTextColour() const {
 }
 
 void ImageSurface::FontChanged() {
-    metrics_.reset();
-    if (painter_) {
-        painter_->setFont(font_);
-    }
-    if (unitPainter_) {
-        unitPainter_->setFont(font_);
+    for (auto& metrics : metrics_) {
+        metrics.reset();
     }
 }
 

@@ -87,7 +87,10 @@ class ImageSurface final : public DrawingSurface {
     void FontChanged();
     void FaceChanged();
     const QImage& DrawnLine(const QString& text, int margin);
-    const QFontMetricsF& Metrics() const;
+    // The font a text is measured and drawn in: the surface's font, without
+    // shaping for text that needs none.
+    QFont FontFor(const QString& text) const;
+    const QFontMetricsF& Metrics(const QString& text) const;
 
     QImage image_;
     int width_ = 0;
@@ -97,7 +100,8 @@ class ImageSurface final : public DrawingSurface {
     QImage unitImage_;
     mutable std::unique_ptr<QPainter> unitPainter_;
     QFont font_;
-    mutable std::optional<QFontMetricsF> metrics_;
+    // Metrics of the font without and with shaping.
+    mutable std::array<std::optional<QFontMetricsF>, 2> metrics_;
     // Widths already measured in the current font, plain and bold: redraws
     // measure the same title starts again and again.
     mutable std::array<QHash<QString, double>, 2> widths_;

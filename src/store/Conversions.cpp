@@ -5,6 +5,8 @@
 #include <limits>
 #include <string>
 
+#include "store/Graphemes.h"
+
 namespace kelvane {
 
 namespace {
@@ -172,11 +174,7 @@ QString CutText(const QString& text, qsizetype length) {
     if (text.size() <= length) {
         return text;
     }
-    if (length <= 0) {
-        return QString();
-    }
-    const bool splitsAPair = text[length - 1].isHighSurrogate() && text[length].isLowSurrogate();
-    return text.left(splitsAPair ? length - 1 : length);
+    return text.left(GraphemeCut(text, length));
 }
 
 }  // namespace kelvane

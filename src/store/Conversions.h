@@ -43,10 +43,11 @@ QString Trim(const QString& text);
 QString LTrim(const QString& text);
 QString RTrim(const QString& text);
 
-// The first `length` characters of a text, as every fixed-length field keeps
-// them. A character outside the Basic Multilingual Plane (an emoji, say) takes
-// two UTF-16 code units; a cut that would fall between them leaves the whole
-// character out, so the text is one unit shorter than `length`.
+// The first `length` characters (UTF-16 code units) of a text, as every
+// fixed-length field keeps them. A cut never splits a grapheme: when the last
+// one that would be kept reaches past `length` (an emoji's second code unit, a
+// combining accent, the rest of a ZWJ sequence or a flag) it is left out whole,
+// and the text is that much shorter than `length`.
 QString CutText(const QString& text, qsizetype length);
 
 }  // namespace kelvane

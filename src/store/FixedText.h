@@ -8,8 +8,8 @@ namespace kelvane {
 
 // A text field of exactly N characters (UTF-16 code units): longer texts are
 // cut, shorter ones are padded with blanks, as the document's records keep
-// their texts. A cut never leaves half of a surrogate pair behind: the whole
-// character goes and a blank takes its place.
+// their texts. A cut never splits a grapheme (see CutText): what would not fit
+// goes whole and blanks take its place.
 template <int N>
 class FixedText {
   public:

@@ -137,6 +137,19 @@ TEST(MonthGrid, ALongTitleWrapsAtBlanksThenIsCutOnTheLastLine) {
     EXPECT_EQ(world.CellTexts(1, 4), (std::vector<QString>{"1", "alpha ", "beta ", "gamma delt"}));
 }
 
+TEST(MonthGrid, TitleLinesBreakOnlyBetweenGraphemes) {
+    // Cells of ten code units: the tenth unit is a letter whose accent, or the
+    // first unit of a ZWJ sequence, would be the eleventh.
+    const QString family = QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467");
+    CalenderWorld world;
+    world.calender->Months[2].Dates[1].Title = QStringLiteral("abcdefghie\u0301xyz");
+    world.calender->Months[2].Dates[2].Title = QStringLiteral("abcdef") + family + "gh";
+    world.calender->Display();  // 1 and 2 March 2000: row 1, columns 4 and 5
+    EXPECT_EQ(world.CellTexts(1, 4),
+              (std::vector<QString>{"1", "abcdefghi", QStringLiteral("e\u0301xyz")}));
+    EXPECT_EQ(world.CellTexts(1, 5), (std::vector<QString>{"2", "abcdef", family + "gh"}));
+}
+
 TEST(MonthGrid, ATitleThatFitsIsPrintedWholeAndCentred) {
     CalenderWorld world;
     world.calender->Months[2].Dates[1].Title = QStringLiteral("Party");

@@ -2,12 +2,16 @@
 #include <QFile>
 #include <QImage>
 #include <QImageReader>
+#include <QPainter>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "calendar/Calender.h"
 #include "gui/ImageSurface.h"
+#include "store/Conversions.h"
 #include "support/TestWorld.h"
 
 namespace kelvane {
@@ -142,6 +146,47 @@ TEST_F(RenderingTest, AFailedSaveLeavesAnOldPictureWhole) {
     QFile file(fileName);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), before);
+}
+
+// The pixels of a cell's first title line beside the same text drawn whole by
+// QPainter, centred as the grid centres it: how many differ by more than a
+// shade of anti-aliasing.
+int PixelsUnlikeTheWholeText(const QImage& drawn, const QString& text, double cellLeft,
+                             double lineTop) {
+    const QFont font(QStringLiteral("Arial"), 9);  // the surface's own font
+    QImage expected = drawn.copy();
+    const QFontMetricsF metrics(font, &expected);
+    const double width = metrics.horizontalAdvance(text);
+    const int x = static_cast<int>(std::floor(cellLeft + RoundHalfEven(50 - width / 2) + 0.5));
+    const int y = static_cast<int>(std::floor(lineTop + 0.5));
+    const QRect line(static_cast<int>(cellLeft) + 2, y, 96, static_cast<int>(metrics.height()));
+    {
+        QPainter painter(&expected);
+        painter.fillRect(line, drawn.pixelColor(line.topLeft()));
+        painter.setFont(font);
+        painter.setPen(Qt::black);
+        painter.drawText(QPointF(x, y + metrics.ascent()), text);
+    }
+    int unlike = 0;
+    for (int py = line.top(); py <= line.bottom(); ++py) {
+        for (int px = line.left(); px <= line.right(); ++px) {
+            const QColor a = drawn.pixelColor(px, py);
+            const QColor b = expected.pixelColor(px, py);
+            constexpr int kShade = 24;
+            unlike += std::abs(a.red() - b.red()) > kShade ||
+                      std::abs(a.green() - b.green()) > kShade ||
+                      std::abs(a.blue() - b.blue()) > kShade;
+        }
+    }
+    return unlike;
+}
+
+TEST_F(RenderingTest, AnArabicTitleIsDrawnWithItsLettersJoined) {
+    const QString arabic = QStringLiteral("\u0645\u0631\u062d\u0628\u0627");
+    calender->Months[2].Dates[9].Title = arabic;  // 9 March: row 2, column 5
+    calender->Display();
+    const double lineTop = calender->GridTop + RowHeight() + surface.TextHeight(arabic);
+    EXPECT_EQ(PixelsUnlikeTheWholeText(surface.Image(), arabic, 400, lineTop), 0);
 }
 
 TEST_F(RenderingTest, AZeroSizedSurfaceRedrawsWithoutError) {

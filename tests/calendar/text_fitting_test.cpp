@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
 #include "calendar/TextFitting.h"
 #include "gui/ImageSurface.h"
 #include "support/QtPrinting.h"
@@ -92,6 +95,23 @@ TEST(FitText, NeverSplitsACharacterMadeOfTwoCodeUnits) {
     EXPECT_EQ(FitText(surface, title, 40), QStringLiteral("ab\U0001F600"));
 }
 
+TEST(FitText, NeverSplitsAGrapheme) {
+    RecordingSurface surface(100, 100);  // ten units a code unit
+    const QString acute = QStringLiteral("e\u0301");
+    const QString family = QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467");
+    const QString france = QStringLiteral("\U0001F1EB\U0001F1F7");
+    const QString hangul = QStringLiteral("\u1100\u1161\u11A8");
+    const QString title = QStringLiteral("a") + acute + family + QStringLiteral("b") + france +
+                          hangul + QStringLiteral("c");
+    const std::vector<int> whole = {0, 1, 3, 11, 12, 16, 19, 20};  // grapheme ends
+    for (int width = 1; width <= 210; ++width) {
+        const QString fitted = FitText(surface, title, width);
+        const int expected = *std::prev(std::upper_bound(whole.begin(), whole.end(), width / 10));
+        EXPECT_EQ(fitted, title.left(expected)) << width;
+        EXPECT_EQ(FitTextByCharacters(surface, title, width), fitted) << width;
+    }
+}
+
 TEST(TextFits, TellsWhetherTheWholeTextFits) {
     RecordingSurface surface(100, 100);
     const QString text(255, QLatin1Char('x'));
@@ -107,6 +127,11 @@ TEST(CutAtLastBlank, KeepsTheTextUpToAndWithItsLastBlank) {
     EXPECT_EQ(CutAtLastBlank(QStringLiteral("one two three")), QStringLiteral("one two "));
     EXPECT_EQ(CutAtLastBlank(QStringLiteral("one two ")), QStringLiteral("one two "));
     EXPECT_EQ(CutAtLastBlank(QStringLiteral(" one")), QStringLiteral(" "));
+}
+
+TEST(CutAtLastBlank, NeverBreaksAfterABlankThatCarriesAMark) {
+    EXPECT_EQ(CutAtLastBlank(QStringLiteral("one two \u0301x")), QStringLiteral("one "));
+    EXPECT_EQ(CutAtLastBlank(QStringLiteral(" \u0301x")), QStringLiteral(" \u0301x"));
 }
 
 TEST(CutAtLastBlank, ATextWithoutBlanksIsKeptWhole) {

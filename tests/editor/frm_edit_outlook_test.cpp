@@ -248,7 +248,9 @@ TEST(EditorOk, TakesTheTrimmedTitleTheNoteAsTypedAndMarksTheDocumentChanged) {
     EXPECT_FALSE(dialog.isVisible());
 }
 
-TEST(EditorOk, CutsNotesToTheirFirstEightHundredAndTitlesToTwoHundredFiftyFive) {
+// The boxes take no more than the fields hold, so OK stores the first 255 and
+// 800 characters, as it did when it cut them itself.
+TEST(EditorOk, KeepsTheFirstEightHundredOfANoteAndTwoHundredFiftyFiveOfATitle) {
     EditorWorld w;
     frmEdit& dialog = w.Open();
     const QString title = QString(300, QLatin1Char('t'));

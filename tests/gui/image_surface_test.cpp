@@ -1,4 +1,5 @@
 #include <QBuffer>
+#include <QFontMetricsF>
 #include <QImageReader>
 
 #include <gtest/gtest.h>
@@ -111,6 +112,18 @@ TEST_F(ImageSurfaceTest, FontChangesChangeTheMeasures) {
     EXPECT_EQ(surface.FontSize(), 18);
     surface.SetFontSize(0);  // not a size
     EXPECT_EQ(surface.FontSize(), 18);
+}
+
+// Arabic letters join, marks sit on their letters and emoji sequences become
+// one picture only when the text is shaped; it is measured as it is drawn.
+TEST_F(ImageSurfaceTest, MeasuresTextThatNeedsShapingShaped) {
+    const QFont font(QStringLiteral("Arial"), 9);
+    const QFontMetricsF shaped(font, &surface.Image());
+    for (const QString& text : {QStringLiteral("\u0645\u0631\u062d\u0628\u0627 \u0628\u0643\u0645"),
+                                QStringLiteral("Cafe\u0301 \u05e9\u05dc\u05d5\u05dd")}) {
+        EXPECT_DOUBLE_EQ(surface.TextWidth(text), shaped.horizontalAdvance(text))
+            << text.toStdString();
+    }
 }
 
 TEST_F(ImageSurfaceTest, TheWindowTextColourIsTheOneGiven) {

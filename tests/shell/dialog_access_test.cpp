@@ -112,6 +112,7 @@ TEST(DialogAccess, EveryControlOfTheDateEditorHasAName) {
     EXPECT_EQ(AccessibleName(dialog.txtEndTime), "End Time (optional)");
     EXPECT_EQ(AccessibleName(dialog.Colours->txtBCblue), "Back colour blue");
     EXPECT_EQ(AccessibleName(dialog.txtNotes), "Notes");
+    EXPECT_EQ(AccessibleName(dialog.lblNoteCount), "Note length: 0 of 800 characters");
 }
 
 TEST(DialogAccess, EveryControlOfTheColourFillHasAName) {

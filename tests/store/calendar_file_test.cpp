@@ -252,6 +252,23 @@ TEST(CalendarFileReader, CutsOverlongTextsToTheirFields) {
     EXPECT_EQ(content.Dates[0].Note, QString(800, QLatin1Char('N')));
 }
 
+TEST(CalendarFileReader, CutsTextsOnlyBetweenGraphemes) {
+    const QString acute = QStringLiteral("e\u0301");
+    const QString family = QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467");
+    CalendarFileLines file = CalendarFileLines::Empty();
+    file.FillSlot(1, {" 1 ", (QString(254, u'T') + acute).toUtf8(), "0,0,0,0,0", "0,0,0,0,0", " 1 ",
+                      (QString(45, u'D') + family).toUtf8(), "10,0", "9,0", " 1 ", " 1 ",
+                      QByteArray(798, 'N') + "\r", "x"});
+    file.lines[7] = (QString(19, u'C') + acute).toUtf8();
+    const CalendarFileContent content = ReadOk(file.Bytes());
+    EXPECT_EQ(content.Settings.ColourList[0].Name.Trimmed(), QString(19, u'C'));
+    ASSERT_EQ(content.Dates.size(), 1u);
+    EXPECT_EQ(content.Dates[0].Entry.Title.Trimmed(), QString(254, u'T'));
+    EXPECT_EQ(content.Dates[0].Schedule[0].Description.Trimmed(), QString(45, u'D'));
+    // The first line ends in a lone CR: CR LF between the lines is one break.
+    EXPECT_EQ(content.Dates[0].Note, QString(798, u'N') + QLatin1Char('\r'));
+}
+
 TEST(CalendarFileReader, ReadsALineOfAMegabyte) {
     CalendarFileLines file = CalendarFileLines::Empty();
     file.FillSlot(1, {" 1 ", QByteArray(1 << 20, 'x'), "0,0,0,0,0", "0,0,0,0,0", " 0 ", " 0 "});

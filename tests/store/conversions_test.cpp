@@ -153,12 +153,52 @@ TEST(CutText, NeverSplitsASurrogatePair) {
     EXPECT_EQ(CutText(party + party, 3), party);
 }
 
-TEST(CutText, LeavesOtherCharactersAsTheyAre) {
-    // Combining marks and letters of other scripts are single code units: a
-    // cut may fall between a letter and its accent, as it always could.
-    EXPECT_EQ(CutText(QStringLiteral("e\u0301x"), 1), QStringLiteral("e"));
+// Texts of several code units that a reader sees as one character.
+const QString kAcute = QStringLiteral("e\u0301");  // e and a combining accent
+const QString kFamily = QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467");  // ZWJ
+const QString kFrance = QStringLiteral("\U0001F1EB\U0001F1F7");  // a flag: two indicators
+const QString kHangul = QStringLiteral("\u1100\u1161\u11A8");    // a syllable in three jamo
+
+TEST(CutText, NeverTearsAMarkFromItsLetter) {
+    EXPECT_EQ(CutText(QStringLiteral("ab") + kAcute + QStringLiteral("x"), 3),
+              QStringLiteral("ab"));
+    EXPECT_EQ(CutText(QStringLiteral("ab") + kAcute + QStringLiteral("x"), 4),
+              QStringLiteral("ab") + kAcute);
+    EXPECT_EQ(CutText(QStringLiteral("a\u0308\u0301b"), 2), QString());
+}
+
+TEST(CutText, KeepsAnEmojiSequenceJoinedByZwjWholeOrLeavesItOut) {
+    ASSERT_EQ(kFamily.size(), 8);
+    for (int length = 2; length < 10; ++length) {
+        EXPECT_EQ(CutText(QStringLiteral("ab") + kFamily + QStringLiteral("c"), length),
+                  QStringLiteral("ab"))
+            << length;
+    }
+    EXPECT_EQ(CutText(QStringLiteral("ab") + kFamily + QStringLiteral("c"), 10),
+              QStringLiteral("ab") + kFamily);
+}
+
+TEST(CutText, KeepsFlagsWhole) {
+    EXPECT_EQ(CutText(kFrance + kFrance, 3), QString());
+    EXPECT_EQ(CutText(kFrance + kFrance, 7), kFrance);
+    EXPECT_EQ(CutText(QStringLiteral("a") + kFrance + kFrance, 4), QStringLiteral("a"));
+    EXPECT_EQ(CutText(QStringLiteral("a") + kFrance + kFrance, 7), QStringLiteral("a") + kFrance);
+}
+
+TEST(CutText, KeepsAHangulSyllableOfJamoWhole) {
+    EXPECT_EQ(CutText(QStringLiteral("a") + kHangul, 2), QStringLiteral("a"));
+    EXPECT_EQ(CutText(QStringLiteral("a") + kHangul, 3), QStringLiteral("a"));
+    EXPECT_EQ(CutText(QStringLiteral("a") + kHangul + QStringLiteral("b"), 4),
+              QStringLiteral("a") + kHangul);
+}
+
+TEST(CutText, NeverSplitsALineBreak) {
+    EXPECT_EQ(CutText(QStringLiteral("ab\r\ncd"), 3), QStringLiteral("ab"));
+    EXPECT_EQ(CutText(QStringLiteral("ab\r\ncd"), 4), QStringLiteral("ab\r\n"));
+}
+
+TEST(CutText, CutsOtherScriptsAndLoneSurrogatesAfterAnyUnit) {
     EXPECT_EQ(CutText(QStringLiteral("\u5317\u4eac\u03a9"), 2), QStringLiteral("\u5317\u4eac"));
-    // A lone surrogate is not a pair and is cut like any other unit.
     EXPECT_EQ(CutText(QString(QChar(0xD83C)) + QStringLiteral("x"), 1), QString(QChar(0xD83C)));
 }
 

@@ -251,6 +251,36 @@ TEST(DocumentReader, CutsNeverSplitAnEmoji) {
     EXPECT_EQ(world.store.diary.NoteBuffer.Value(), QString(799, u'n') + QLatin1Char(' '));
 }
 
+// Each field of a file cut one code unit into a character of several: a mark
+// on its letter, a ZWJ family, a Hangul syllable in jamo, a flag, a line break.
+TEST(DocumentReader, CutsNeverSplitAGrapheme) {
+    const QString acute = QStringLiteral("e\u0301");
+    const QString family = QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467");
+    const QString hangul = QStringLiteral("\u1100\u1161\u11A8");
+    const QString france = QStringLiteral("\U0001F1EB\U0001F1F7");
+    DocumentWorld world;
+    CalendarFileLines file = CalendarFileLines::Empty();
+    file.lines[7] = (QString(19, u'c') + acute).toUtf8();
+    file.FillSlot(2, {" 1 ", (QString(252, u't') + france).toUtf8(), "0,0,0,0,0", "0,0,0,0,0",
+                      " 0 ", " 1 ", " 1 ", QByteArray(799, 'n'), "x"});
+    file.FillSlot(1, {" 1 ", (QString(250, u't') + family).toUtf8(), "0,0,0,0,0", "0,0,0,0,0",
+                      " 1 ", (QString(48, u'd') + hangul).toUtf8(), "10,0", "9,0", " 1 ", " 0 ",
+                      (QString(797, u'n') + acute + acute).toUtf8()});
+    Load(world, file.Bytes());
+
+    EXPECT_EQ(world.store.calender.ColourList[0].Name.Value(),
+              QString(19, u'c') + QLatin1Char(' '));
+    EXPECT_EQ(SlotOf(world, 1, 1).Title.Trimmed(), QString(250, u't'));
+    EXPECT_EQ(SlotOf(world, 1, 2).Title.Trimmed(), QString(252, u't'));
+    world.store.appointments.LoadAppointments(QStringLiteral("0101"));
+    EXPECT_EQ(world.store.appointments.AppointmentList[1].Description.Trimmed(), QString(48, u'd'));
+    world.store.diary.LoadNote(QStringLiteral("0101"));
+    EXPECT_EQ(world.store.diary.NoteBuffer.Trimmed(), QString(797, u'n') + acute);
+    // 799 letters, then CR LF would take units 800 and 801: the break goes whole.
+    world.store.diary.LoadNote(QStringLiteral("0102"));
+    EXPECT_EQ(world.store.diary.NoteBuffer.Value(), QString(799, u'n') + QLatin1Char(' '));
+}
+
 TEST(DocumentReader, KeepsTheDatesTheFileMarksAsEmpty) {
     DocumentWorld world;
     world.EditDate(1, 1, QStringLiteral("Kept"), 2, QStringLiteral("kept note"));

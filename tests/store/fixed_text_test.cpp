@@ -1,3 +1,5 @@
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 #include "store/FixedText.h"
@@ -53,6 +55,36 @@ TEST(FixedText, AnEmojiThatFitsIsKept) {
     EXPECT_EQ(text.Value(), QStringLiteral("ab") + kParty);
     text = QStringLiteral("a") + kParty + QStringLiteral("bc");
     EXPECT_EQ(text.Value(), QStringLiteral("a") + kParty + QStringLiteral("b"));
+}
+
+// Characters of several code units: an accented letter, a ZWJ family, a flag,
+// a Hangul syllable in jamo and a line break.
+const QStringList kGraphemes = {QStringLiteral("e\u0301"),
+                                QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467"),
+                                QStringLiteral("\U0001F1EB\U0001F1F7"),
+                                QStringLiteral("\u1100\u1161\u11A8"), QStringLiteral("\r\n")};
+
+// Letters up to one unit short of the field's end and then a grapheme that
+// does not fit: it goes whole and blanks fill the field.
+template <int N>
+void ExpectGraphemesDropWhole() {
+    for (const QString& grapheme : kGraphemes) {
+        const QString letters(N - 1, QLatin1Char('x'));
+        const FixedText<N> text = letters + grapheme + QStringLiteral("more");
+        EXPECT_EQ(text.Value(), letters + QLatin1Char(' ')) << N;
+        EXPECT_EQ(text.Value().size(), N);
+        const QString fewer(N - grapheme.size(), QLatin1Char('x'));
+        const FixedText<N> fits = fewer + grapheme + QStringLiteral("more");
+        EXPECT_EQ(fits.Value(), fewer + grapheme) << N;
+    }
+}
+
+TEST(FixedText, ACutNeverSplitsAGrapheme) {
+    ExpectGraphemesDropWhole<ColourNameLength>();
+    ExpectGraphemesDropWhole<50>();  // a schedule entry's description
+    ExpectGraphemesDropWhole<80>();  // a line of the text viewer
+    ExpectGraphemesDropWhole<TitleLength>();
+    ExpectGraphemesDropWhole<NoteLength>();
 }
 
 TEST(OneBased, NumbersItsItemsFromOne) {

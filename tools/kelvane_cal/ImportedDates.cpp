@@ -8,6 +8,7 @@
 #include "store/CalenderMOD.h"
 #include "store/Conversions.h"
 #include "store/DiaryMOD.h"
+#include "store/Graphemes.h"
 
 namespace kelvane::cal {
 
@@ -53,18 +54,20 @@ bool HoldsWhole(const QString& held, const QString& part, const QString& separat
 }
 
 // Whether a full `held` text ends in the beginning of `part`, as it does when
-// the part was cut to fit by an earlier import of the same file.
+// the part was cut to fit by an earlier import of the same file: the part's
+// next grapheme would not have fitted.
 bool HoldsCut(const QString& held, const QString& part, const QString& separator, qsizetype limit) {
-    if (held.size() < limit - 1) {  // a cut may drop one unit of a pair
-        return false;
-    }
     const qsizetype at = held.lastIndexOf(separator);
     const QString tail = at < 0 ? held : held.mid(at + separator.size());
-    return !tail.isEmpty() && tail.size() < part.size() && part.startsWith(tail);
+    if (tail.isEmpty() || tail.size() >= part.size() || !part.startsWith(tail)) {
+        return false;
+    }
+    const qsizetype nextGrapheme = NextGraphemeEnd(part, tail.size()) - tail.size();
+    return held.size() + nextGrapheme > limit;
 }
 
 // `held` followed by the `parts` it does not hold yet, each after `separator`,
-// within `limit` characters; a cut never splits a character in two. False
+// within `limit` characters; a cut never splits a grapheme. False
 // when something had to be cut. A date that lacks nothing keeps its text as
 // it is, and so does one whose text is full: a cut that leaves nothing of the
 // new parts but their separator leaves the held text alone.
@@ -97,14 +100,8 @@ bool JoinTitles(const QString& held, const QStringList& parts, QString& title) {
 
 // A note's texts after the held note, one per paragraph; false when cut.
 bool JoinNote(const QString& held, const QStringList& texts, QString& note) {
-    if (AddMissingParts(held, texts, kCrLf, NoteLength, note)) {
-        return true;
-    }
-    // A cut between CR and LF leaves no line break half made.
-    if (note.endsWith(QLatin1Char('\r'))) {
-        note.chop(1);
-    }
-    return false;
+    // CR LF is one grapheme, so a cut never leaves a line break half made.
+    return AddMissingParts(held, texts, kCrLf, NoteLength, note);
 }
 
 }  // namespace
@@ -146,7 +143,7 @@ void ImportedDates::AddActivity(int month, int day, const QString& description,
     }
     if (text.size() > FixedText<50>::Length) {
         ++descriptionsCut_;
-        // Cut as the description field cuts, never inside a character, so
+        // Cut as the description field cuts, never inside a grapheme, so
         // that the same event compares equal to what an import kept of it.
         text = CutText(text, FixedText<50>::Length);
     }

@@ -80,6 +80,22 @@ TEST(ImportedDates, CutsNeverSplitAnEmoji) {
     EXPECT_EQ(warnings.size(), 2);
 }
 
+TEST(ImportedDates, CutsNeverSplitAGrapheme) {
+    const QString family = QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467");
+    const QString france = QStringLiteral("\U0001F1EB\U0001F1F7");
+    ImportedDates dates;
+    dates.AddTitle(6, 6, QString(250, QLatin1Char('t')) + family);
+    dates.AddNote(6, 6, QString(799, QLatin1Char('n')) + QStringLiteral("e\u0301"));
+    dates.AddActivity(6, 6, QString(48, QLatin1Char('d')) + france, {9, 0}, {-1, -1});
+    QStringList warnings;
+    const CalendarFileContent content = dates.NewCalendar(2026, warnings);
+    EXPECT_EQ(Find(content, 6, 6)->Entry.Title.Trimmed(), QString(250, QLatin1Char('t')));
+    EXPECT_EQ(Find(content, 6, 6)->Note, QString(799, QLatin1Char('n')));
+    ASSERT_EQ(Find(content, 6, 6)->Schedule.size(), 1u);
+    EXPECT_EQ(Find(content, 6, 6)->Schedule[0].Description.Trimmed(),
+              QString(48, QLatin1Char('d')));
+}
+
 TEST(ImportedDates, KeepsANoteOfExactly800CharactersWhole) {
     ImportedDates dates;
     dates.AddNote(4, 4, QString(800, QLatin1Char('x')));
@@ -285,6 +301,20 @@ TEST(ImportedDates, LeavesAFullTitleAndNoteAsTheyAre) {
     dates.MergeInto(calendar, warnings);
     EXPECT_EQ(calendar.Dates[0].Entry.Title.Trimmed(), title);
     EXPECT_EQ(calendar.Dates[0].Note, note);
+}
+
+TEST(ImportedDates, LeavesATitleFullUpToAGraphemeAsItIs) {
+    // An earlier import cut the title where a ZWJ sequence of eight code units
+    // would have begun: five units short of full.
+    const QString family = QStringLiteral("\U0001F468\u200D\U0001F469\u200D\U0001F467");
+    const QString title = QString(250, QLatin1Char('t'));
+    CalendarFileContent calendar = HeldCalendar(title, QString());
+    ImportedDates dates;
+    dates.AddTitle(5, 12, title + family);
+    QStringList warnings;
+    dates.MergeInto(calendar, warnings);
+    EXPECT_EQ(calendar.Dates[0].Entry.Title.Trimmed(), title);
+    EXPECT_TRUE(warnings.isEmpty()) << warnings.join(", ").toStdString();
 }
 
 // The import of a sample file with its warnings, into a new calendar of 2026.
