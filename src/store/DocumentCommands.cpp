@@ -211,13 +211,14 @@ bool DocumentCommands::LoadFile(const QString& fileName) {
         return false;
     }
 
-    // The dates are stored one by one; the month is drawn once, at the end.
-    monthView_.HoldRedraws(true);
-    ApplyDocument(store_, monthView_, content,
-                  [this](const QString& text) { window_.ShowStatus(text); });
-    window_.ShowStatus(QStringLiteral("Successful Load"));
-    monthView_.Display();
-    monthView_.HoldRedraws(false);
+    {
+        // The dates are stored one by one; the month is drawn once, at the end.
+        const RedrawsHeld held(monthView_);
+        ApplyDocument(store_, monthView_, content,
+                      [this](const QString& text) { window_.ShowStatus(text); });
+        window_.ShowStatus(QStringLiteral("Successful Load"));
+        monthView_.Display();
+    }
     FinishLoad(fileName, content.Settings);
     return true;
 }
