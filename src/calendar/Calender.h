@@ -73,10 +73,6 @@ class Calender final : public MonthViewControl, public CalenderEvents {
     // weekday worked out, or 1 when there is none.
     void InitializeVariables(qint16 yy, qint16& dd, bool clearDates) override;
 
-    // Holds nest; the last release redraws when a redraw was asked for
-    // meanwhile or the selection moved away from the highlighted cell.
-    void HoldRedraws(bool hold) override;
-
     void Calender_Resize() override { Display(); }
     void Calender_MouseDown(MouseButton button, double x, double y) override;
     void Calender_Click() override;
@@ -103,6 +99,11 @@ class Calender final : public MonthViewControl, public CalenderEvents {
 
   private:
     struct Grid;
+
+    // Holds nest; the last release redraws when a redraw was asked for
+    // meanwhile or the selection moved away from the highlighted cell. Taken
+    // through RedrawsHeld only.
+    void HoldRedraws(bool hold) override;
 
     MonthInfo& MonthOf(qint16 month) { return Months[static_cast<std::size_t>(month - 1)]; }
     const MonthInfo& MonthOf(qint16 month) const {

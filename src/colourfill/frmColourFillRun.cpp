@@ -47,7 +47,7 @@ void frmColourFill::FillRun() {
     const bool fillUnedited = chkFill[1]->isChecked();
     const CalDate end = EndDate();
     // Each date is stored back on its own; the month is drawn once, at the end.
-    monthView_.HoldRedraws(true);
+    const RedrawsHeld held(monthView_);
     CalDate date = StartDate;
     bool more = true;
     while (more) {
@@ -69,7 +69,6 @@ void frmColourFill::FillRun() {
         }
         date = next;
     }
-    monthView_.HoldRedraws(false);
 }
 
 }  // namespace kelvane

@@ -79,15 +79,18 @@ void ActivityWatch::AlertsOff() {
     indicator_.ShowAlertsEnabled(false);
 }
 
-// The first rebuild on a new date, whoever asks for it, starts the new day.
+// The first rebuild on a new date, whoever asks for it, finishes the old day
+// and starts the new one.
 void ActivityWatch::BuildTodaysSchedule() {
     const CalDate before = ScheduleDate;
     const bool newDay = DateMoved();
     if (newDay) {
+        FinishOldDay();
         BeginNewDay();
     }
     ScheduleDate = Today();
     Rebuild(ScheduleDate);
+    CatchUp();
     if (newDay && newDay_) {
         newDay_(before, ScheduleDate);
     }
@@ -256,78 +259,6 @@ void ActivityWatch::ListDone(int count) {
 void ActivityWatch::AddActivity(const QString& description, const Appointment& activity) {
     schedule_.AddLine(description);
     schedule_.AddLine(TimeLine(activity));
-}
-
-void ActivityWatch::WatchTick() {
-    store_.module1.ReadClock();
-    // After a day with nothing pending WatchTime is 23:59, which the clock
-    // never passes: a new date rebuilds too.
-    if (!Held() && (DateMoved() || Before(WatchTime, Now()))) {
-        BuildTodaysSchedule();
-    }
-    if (!Before(Now(), WatchTime)) {
-        GatherEvents();
-    }
-    if (AlertsEnabled && !Held()) {
-        ShowPendingAlerts();
-    }
-}
-
-// Each minute is gathered once, also when no rebuild has moved WatchTime on
-// since, as while a hold is taken. A table of an earlier date gathers nothing.
-void ActivityWatch::GatherEvents() {
-    const Minute minute{Today(), Now()};
-    const bool tableOfAnotherDate = ScheduleDate != CalDate{} && minute.Date != ScheduleDate;
-    if (gathered_ == minute || tableOfAnotherDate) {
-        return;
-    }
-    gathered_ = minute;
-    AnnounceEvents();
-}
-
-// The first event of a tick brings the heading: "Activities Starting/Ending"
-// when it is a start, "Activities Starting" when it is an end.
-void ActivityWatch::AnnounceEvents() {
-    const ClockTime now = Now();
-    int slot = 1;
-    while (slot <= SlotCount) {
-        Appointment& activity = ScheduleSlots[slot];
-        if (activity.StartTime.Hour < 0) {
-            // An empty slot ends the first half of the table and all of the second.
-            if (slot > MaxAppointmentsPerDate) {
-                break;
-            }
-            slot = MaxAppointmentsPerDate;
-        } else if (activity.StartTime == now) {
-            Announce(activity, QStringLiteral("Activities Starting/Ending"),
-                     QStringLiteral("starting "));
-        } else if (activity.EndTime.Hour >= 0 && activity.EndTime == now) {
-            Announce(activity, QStringLiteral("Activities Starting"), QStringLiteral("ending "));
-        }
-        ++slot;
-    }
-}
-
-// The heading goes in only with the tick's first event.
-void ActivityWatch::Announce(Appointment& activity, const QString& heading, const QString& verb) {
-    if (!AlertAnnounced) {
-        AppendAlert(heading);
-        AlertAnnounced = true;
-    }
-    activity.Description = activity.Description.Trimmed();
-    AppendAlert(verb + activity.Description.Trimmed());
-}
-
-void ActivityWatch::ShowPendingAlerts() {
-    if (!PendingAlertText.isEmpty()) {
-        store_.module1.Services().Messages.Show(PendingAlertText, MessageButtons::Ok,
-                                                MessageIcon::Exclamation);
-        PendingAlertText.clear();
-    }
-    if (AlertAnnounced) {
-        BuildTodaysSchedule();
-        AlertAnnounced = false;
-    }
 }
 
 }  // namespace kelvane

@@ -30,7 +30,13 @@ class AlertIndicator {
 // a hold on the watch (WatchHold) for as long as it does. While any hold is
 // taken a tick only gathers what starts and ends: it neither rebuilds the
 // table, which would load other dates into the working copies, nor shows a
-// box. The first tick after the last hold ends does both.
+// box. The end of the last hold is told to the main window, which then runs
+// what was put off at once.
+//
+// Every minute of the table's date is looked at once. The minutes the watch
+// could not look at, because no tick came or the table was of another date,
+// are caught up by the first rebuild that can: the rest of the old date on the
+// old table, the new date's from midnight on on the new one.
 class ActivityWatch {
   public:
     // Told when the first rebuild on a new date, by a tick or a command, has
@@ -63,7 +69,8 @@ class ActivityWatch {
     // The date the table was last built for; no date before the first build.
     CalDate ScheduleDate;
 
-    // Rebuilds the table, WatchTime and the schedule panel from the stores.
+    // Rebuilds the table, WatchTime and the schedule panel from the stores,
+    // and announces what starts or ends in the minutes not looked at yet.
     void BuildTodaysSchedule();
     void AppendAlert(const QString& line);
     void AlertsOn();
@@ -74,33 +81,37 @@ class ActivityWatch {
     // around it.
     void WatchTick();
 
-    // Holds nest; commands take them through WatchHold.
-    void Hold() { ++holds_; }
-    void Release() {
-        Q_ASSERT(holds_ > 0);
-        if (holds_ > 0) {
-            --holds_;
-        }
-    }
+    // True while any hold is taken; holds nest.
     bool Held() const { return holds_ > 0; }
 
     void OnNewDay(NewDayHandler handler) { newDay_ = std::move(handler); }
+    // Told when the last hold ends: whatever the ticks put off meanwhile, a
+    // rebuild or an announcement, is due now.
+    void OnHoldsEnded(std::function<void()> handler) { holdsEnded_ = std::move(handler); }
 
   private:
-    // A minute of a date, to gather each minute's events once.
+    // Holds are taken and released by WatchHold alone, so that every hold is
+    // released exactly once.
+    friend class WatchHold;
+    void Hold() { ++holds_; }
+    void Release();
+
+    // A minute of a date, to look at each minute's events once.
     struct Minute {
         CalDate Date;
         ClockTime Time;
-        friend bool operator==(const Minute&, const Minute&) = default;
     };
 
     ClockTime Now() const;
     CalDate Today();
     bool Examining() const;
     bool DateMoved();
+    void FinishOldDay();
     void BeginNewDay();
     void Rebuild(const CalDate& today);
-    void GatherEvents();
+    void CatchUp();
+    void LookAtTheClock();
+    void AnnounceUpTo(const Minute& now);
     int FillTable(const CalDate& today);
     void CopyWorkingList(int firstSlot, int count);
     void SortAndFindWatchTime(int count);
@@ -112,7 +123,7 @@ class ActivityWatch {
     void ListDue(int count);
     void ListDone(int count);
     void AddActivity(const QString& description, const Appointment& activity);
-    void AnnounceEvents();
+    void AnnounceEvents(const ClockTime& minute);
     void Announce(Appointment& activity, const QString& heading, const QString& verb);
     void ShowPendingAlerts();
 
@@ -121,8 +132,11 @@ class ActivityWatch {
     usrDocViewer& schedule_;
     AlertIndicator& indicator_;
     int holds_ = 0;
-    std::optional<Minute> gathered_;
+    // The last minute whose starts and ends were looked at; none before the
+    // first build.
+    std::optional<Minute> lookedThrough_;
     NewDayHandler newDay_;
+    std::function<void()> holdsEnded_;
 };
 
 }  // namespace kelvane

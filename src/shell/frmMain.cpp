@@ -4,10 +4,6 @@
 #include <QCloseEvent>
 #include <QScreen>
 
-#include <optional>
-
-#include "shell/WatchHold.h"
-
 namespace kelvane {
 
 namespace {
@@ -42,6 +38,8 @@ frmMain::frmMain(Store& store)
     watch_ = std::make_unique<ActivityWatch>(store_, *calender1_, *schedule_, *statusBar_);
     watch_->OnNewDay(
         [this](const CalDate& before, const CalDate& today) { ShowNewDay(before, today); });
+    watch_->OnHoldsEnded([this] { CatchUpSoon(); });
+    modalHold_ = std::make_unique<ModalWindowHold>(*watch_);
     commands_ = std::make_unique<DocumentCommands>(store_, *calender1_, *this);
     dates_ = std::make_unique<DateCommands>(store_, *calender1_, *watch_, *statusBar_, *this);
     tools_ = std::make_unique<ToolCommands>(store_, *calender1_, *watch_, *this);
@@ -64,6 +62,7 @@ frmMain::frmMain(Store& store)
 
 frmMain::~frmMain() {
     Timer1.stop();
+    watch_->OnHoldsEnded(nullptr);
     calenderView_->SetEvents(nullptr);
     calenderView_->SetKeys(nullptr);
     calenderView_->SetDescription(nullptr);
@@ -91,10 +90,8 @@ void frmMain::Form_Load() {
 }
 
 bool frmMain::LoadFile(QString fileName) {
-    StartFileCommand();
-    const bool loaded = commands_->LoadFile(fileName);
-    EndFileCommand();
-    return loaded;
+    const QuietAlerts quiet(*watch_);
+    return commands_->LoadFile(fileName);
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
@@ -216,29 +213,44 @@ void frmMain::DocumentReplaced() {
 }
 
 void frmMain::StartFileCommand() {
-    watch_->Hold();
-    watch_->AlertsOff();
+    fileCommands_.emplace_back(*watch_);
 }
 
 void frmMain::EndFileCommand() {
-    watch_->Release();
-    watch_->AlertsOn();
+    if (!fileCommands_.empty()) {
+        fileCommands_.pop_back();
+    }
 }
 
+// A modal window open holds the watch until it closes.
 void frmMain::Timer1_Timer() {
+    ticking_ = true;
     Timer1.stop();
-    {
-        // A modal window, whoever opened it, owns the screen and may hold the
-        // working copies until it closes.
-        std::optional<WatchHold> modal;
-        if (QApplication::activeModalWidget() != nullptr) {
-            modal.emplace(*watch_);
-        }
-        watch_->WatchTick();
-    }
+    modalHold_->Update();
+    watch_->WatchTick();
+    ticking_ = false;
     if (!unloaded_) {
         Timer1.start(Timer1Interval);
     }
+}
+
+// The last hold has ended, often in a command's return path: what its ticks
+// put off runs in a tick of its own as soon as the command has returned to the
+// event loop, where a box it shows interrupts nothing.
+void frmMain::CatchUpSoon() {
+    if (catchUpPosted_) {
+        return;
+    }
+    catchUpPosted_ = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            catchUpPosted_ = false;
+            if (!unloaded_ && !ticking_) {
+                Timer1_Timer();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 // Today's mark moves with the date; the month of the new today is shown when

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <list>
 #include <memory>
 
 #include "calendar/Calender.h"
@@ -13,8 +14,10 @@
 #include "shell/MainMenu.h"
 #include "shell/MainStatusBar.h"
 #include "shell/MainToolbar.h"
+#include "shell/ModalWindowHold.h"
 #include "shell/MonthGridNames.h"
 #include "shell/ToolCommands.h"
+#include "shell/WatchHold.h"
 #include "shell/WindowGeometry.h"
 #include "store/DocumentCommands.h"
 #include "store/DocumentWindow.h"
@@ -86,7 +89,8 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void ShowMonth(qint16 month);
 
     // DocumentWindow: the File menu's commands report here. A file command
-    // holds the watch while it runs.
+    // holds the watch, with its announcements off, from the start to the end
+    // hook; the hooks nest, and an end without a start changes nothing.
     void StartFileCommand() override;
     void EndFileCommand() override;
     void SetCaption(const QString& caption) override { setWindowTitle(caption); }
@@ -126,6 +130,7 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     bool ConfirmQuit();
     void CloseForGood();
     void ShowNewDay(const CalDate& before, const CalDate& today);
+    void CatchUpSoon();
     void Form_Resize();
     void ArrangePanels();
     void ShowViewChecks();
@@ -148,6 +153,9 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     std::unique_ptr<DocumentCommands> commands_;
     std::unique_ptr<DateCommands> dates_;
     std::unique_ptr<ToolCommands> tools_;
+    std::unique_ptr<ModalWindowHold> modalHold_;
+    // One for every file command under way, the latest last.
+    std::list<QuietAlerts> fileCommands_;
     // The check marks of View: Tool Bar, Status Bar, Schedule and Calender.
     bool viewToolBar_ = true;
     bool viewStatusBar_ = true;
@@ -158,6 +166,10 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     // Set when the session ended with unsaved changes that no folder could
     // take: the temporary stores keep their files for the next start.
     bool keepTemporaryFiles_ = false;
+    // A tick is under way.
+    bool ticking_ = false;
+    // A tick is posted to run what the last hold put off.
+    bool catchUpPosted_ = false;
 };
 
 }  // namespace kelvane

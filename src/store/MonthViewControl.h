@@ -26,10 +26,13 @@ class MonthViewControl : public MonthViewQueries {
     // Lays out today's year (yy 0) or a leap indicator's; see the month view.
     virtual void InitializeVariables(qint16 yy, qint16& dd, bool clearDates) = 0;
 
+  private:
     // While held, redraws are put off; releasing the last hold makes one
     // redraw when any was asked for. Loading a whole file holds them so that
-    // the dates it stores one by one are drawn once, at the end.
+    // the dates it stores one by one are drawn once, at the end. Every hold
+    // is a RedrawsHeld, so that each is released once.
     virtual void HoldRedraws(bool hold) = 0;
+    friend class RedrawsHeld;
 };
 
 // Holds the month view's redraws for the length of a walk over its dates.

@@ -5,12 +5,14 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 
 #include "colourfill/frmColourFill.h"
 #include "dialogs/frmAbout.h"
 #include "dialogs/frmOptions.h"
 #include "dialogs/frmTip.h"
 #include "report/frmCommingUp.h"
+#include "shell/WatchHold.h"
 #include "support/MainWindowWorld.h"
 #include "support/ModalDialogs.h"
 
@@ -184,25 +186,57 @@ TEST(WatchHold, EveryFileDialogAndQuestionOfTheMainWindowHoldsTheWatch) {
     EXPECT_EQ(w.platform.Messages.UnscriptedQuestions, 4);
 }
 
+template <typename Watch>
+concept HoldsByHand = requires(Watch& watch) {
+    watch.Hold();
+}
+|| requires(Watch& watch) {
+    watch.Release();
+};
+
+TEST(WatchHold, OnlyTheScopeObjectsHoldTheWatch) {
+    EXPECT_FALSE(HoldsByHand<ActivityWatch>);
+}
+
 TEST(WatchHold, HoldsNestAndTheLastReleaseEndsThem) {
     MainWindowWorld w;
-    w.watch.Hold();
-    w.watch.Hold();
-    w.watch.Release();
+    std::optional<WatchHold> outer(std::in_place, w.watch);
+    {
+        const WatchHold inner(w.watch);
+        EXPECT_TRUE(w.watch.Held());
+    }
     EXPECT_TRUE(w.watch.Held());
-    w.watch.Release();
+    outer.reset();
     EXPECT_FALSE(w.watch.Held());
+}
+
+// The file commands' hooks come in pairs; an end without a start is no
+// release of anybody's hold and turns nothing on.
+TEST(WatchHold, TheFileCommandHooksNestAndAnUnmatchedEndChangesNothing) {
+    MainWindowWorld w;
+    w.main.StartFileCommand();
+    w.main.StartFileCommand();
+    w.main.EndFileCommand();
+    EXPECT_TRUE(w.watch.Held());
+    w.main.EndFileCommand();
+    EXPECT_FALSE(w.watch.Held());
+    EXPECT_TRUE(w.watch.AlertsEnabled);
+    w.watch.BuildTodaysSchedule();  // nothing to watch today: "warn" is hidden
+    ASSERT_FALSE(w.watch.AlertsEnabled);
+    w.main.EndFileCommand();
+    EXPECT_FALSE(w.watch.AlertsEnabled);
+    EXPECT_TRUE(w.main.sbStatusBar().Panel(2)->isHidden());
 }
 
 TEST(WatchHold, AMinuteIsGatheredOnceWhenNoRebuildMovedTheWatchOn) {
     NineOClockWorld world;
     MainWindowWorld& w = world.w;
-    w.watch.Hold();
+    std::optional<WatchHold> hold(std::in_place, w.watch);
     w.TickAt(9, 0, 5);
     w.TickAt(9, 0, 45);
     EXPECT_EQ(w.watch.PendingAlertText, kNineOClock);
     w.TickAt(9, 30, 5);  // the end of Stand-up, still gathered while held
-    w.watch.Release();
+    hold.reset();
     w.TickAt(9, 30, 45);
     EXPECT_EQ(w.ShownTexts(), QStringList{kNineOClock + "\rending Stand-up"});
 }

@@ -1,5 +1,6 @@
 #include "support/MainWindowWorld.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -52,6 +53,13 @@ void MainWindowWorld::WalkTo(int hour, int minute) {
     const QTime now = platform.Clock.Now.time();
     for (int step = now.hour() * 60 + now.minute() + 1; step <= hour * 60 + minute; ++step) {
         TickAt(step / 60, step % 60, 5);
+    }
+}
+
+// Work posted while posted work runs waits for the next pass.
+void MainWindowWorld::RunPostedWork() {
+    for (int pass = 0; pass < 3; ++pass) {
+        QCoreApplication::sendPostedEvents();
     }
 }
 

@@ -28,6 +28,9 @@ struct MainWindowWorld {
     // Lets the timer tick once a minute, at 5 seconds past, from the clock's
     // next minute up to and including hour:minute of today.
     void WalkTo(int hour, int minute);
+    // Runs what the window has posted to its event loop, such as the work put
+    // off while the watch was held, without waiting for anything else.
+    void RunPostedWork();
     // The schedule panel's lines, trimmed as they are shown.
     QStringList ScheduleLines() const;
     // The texts of the message boxes shown so far.

@@ -1,0 +1,147 @@
+// The watch's look at the clock: the tick, the minutes it catches up and the
+// announcements it gathers and shows.
+#include "shell/ActivityWatch.h"
+
+#include <tuple>
+#include <utility>
+
+namespace kelvane {
+
+namespace {
+
+constexpr int kMinutesPerHour = 60;
+
+bool Before(const ClockTime& a, const ClockTime& b) {
+    return CompareClockTime(a, b) < 0;
+}
+
+int MinuteOfDay(const ClockTime& time) {
+    return time.Hour * kMinutesPerHour + time.Minute;
+}
+
+ClockTime TimeOfMinute(int minute) {
+    return ClockTime{static_cast<qint16>(minute / kMinutesPerHour),
+                     static_cast<qint16>(minute % kMinutesPerHour)};
+}
+
+bool EarlierDate(const CalDate& a, const CalDate& b) {
+    return std::tie(a.Year, a.Month, a.Day) < std::tie(b.Year, b.Month, b.Day);
+}
+
+}  // namespace
+
+void ActivityWatch::Release() {
+    Q_ASSERT(holds_ > 0);
+    --holds_;
+    if (holds_ == 0 && holdsEnded_) {
+        holdsEnded_();
+    }
+}
+
+void ActivityWatch::WatchTick() {
+    store_.module1.ReadClock();
+    // After a day with nothing pending WatchTime is 23:59, which the clock
+    // never passes: a new date rebuilds too.
+    if (!Held() && (DateMoved() || Before(WatchTime, Now()))) {
+        BuildTodaysSchedule();
+    }
+    LookAtTheClock();
+    if (AlertsEnabled && !Held()) {
+        ShowPendingAlerts();
+    }
+}
+
+// Also while a hold is taken, when no rebuild has moved WatchTime on since: each
+// minute is looked at once. A table of an earlier date is not looked at; the
+// first rebuild on the new date catches its minutes up.
+void ActivityWatch::LookAtTheClock() {
+    const Minute now{Today(), Now()};
+    if (ScheduleDate != CalDate{} && now.Date != ScheduleDate) {
+        return;
+    }
+    if (!Before(now.Time, WatchTime)) {
+        AnnounceUpTo(now);
+    }
+    lookedThrough_ = now;
+}
+
+// The rest of the date the table was built for, before a new date's table
+// replaces it.
+void ActivityWatch::FinishOldDay() {
+    if (lookedThrough_ && lookedThrough_->Date == ScheduleDate) {
+        AnnounceUpTo(Minute{ScheduleDate, ClockTime{23, 59}});
+    }
+}
+
+// After a rebuild: the minutes of the table's date up to now that no tick
+// looked at. The first build only starts the count.
+void ActivityWatch::CatchUp() {
+    const Minute now{ScheduleDate, Now()};
+    if (lookedThrough_) {
+        AnnounceUpTo(now);
+    }
+    lookedThrough_ = now;
+}
+
+// The starts and ends of the minutes after the last one looked at, up to and
+// including `now`: from midnight on when the last one was of an earlier date,
+// none when the clock went back to an earlier date.
+void ActivityWatch::AnnounceUpTo(const Minute& now) {
+    int first = 0;
+    if (lookedThrough_ && lookedThrough_->Date == now.Date) {
+        first = MinuteOfDay(lookedThrough_->Time) + 1;
+    } else if (lookedThrough_ && EarlierDate(now.Date, lookedThrough_->Date)) {
+        return;
+    }
+    for (int minute = first; minute <= MinuteOfDay(now.Time); ++minute) {
+        AnnounceEvents(TimeOfMinute(minute));
+    }
+}
+
+// The first event of a tick brings the heading: "Activities Starting/Ending"
+// when it is a start, "Activities Starting" when it is an end.
+void ActivityWatch::AnnounceEvents(const ClockTime& minute) {
+    int slot = 1;
+    while (slot <= SlotCount) {
+        Appointment& activity = ScheduleSlots[slot];
+        if (activity.StartTime.Hour < 0) {
+            // An empty slot ends the first half of the table and all of the second.
+            if (slot > MaxAppointmentsPerDate) {
+                break;
+            }
+            slot = MaxAppointmentsPerDate;
+        } else if (activity.StartTime == minute) {
+            Announce(activity, QStringLiteral("Activities Starting/Ending"),
+                     QStringLiteral("starting "));
+        } else if (activity.EndTime.Hour >= 0 && activity.EndTime == minute) {
+            Announce(activity, QStringLiteral("Activities Starting"), QStringLiteral("ending "));
+        }
+        ++slot;
+    }
+}
+
+// The heading goes in only with the tick's first event.
+void ActivityWatch::Announce(Appointment& activity, const QString& heading, const QString& verb) {
+    if (!AlertAnnounced) {
+        AppendAlert(heading);
+        AlertAnnounced = true;
+    }
+    activity.Description = activity.Description.Trimmed();
+    AppendAlert(verb + activity.Description.Trimmed());
+}
+
+// The text is taken before the box waits for the person, so that nothing
+// gathered meanwhile is cleared unseen; a rebuild after it that catches up
+// minutes announces them anew.
+void ActivityWatch::ShowPendingAlerts() {
+    if (!PendingAlertText.isEmpty()) {
+        const QString text = std::exchange(PendingAlertText, QString());
+        store_.module1.Services().Messages.Show(text, MessageButtons::Ok, MessageIcon::Exclamation);
+    }
+    if (AlertAnnounced) {
+        AlertAnnounced = false;
+        BuildTodaysSchedule();
+    }
+}
+
+}  // namespace kelvane
