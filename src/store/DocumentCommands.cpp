@@ -213,8 +213,12 @@ bool DocumentCommands::LoadFile(const QString& fileName) {
 
     // The dates are stored one by one; the month is drawn once, at the end.
     monthView_.HoldRedraws(true);
-    ApplyDocument(store_, monthView_, content,
-                  [this](const QString& text) { window_.ShowStatus(text); });
+    {
+        // The walk selects every date it fills; the person's selection comes back.
+        const SelectionKept kept(monthView_);
+        ApplyDocument(store_, monthView_, content,
+                      [this](const QString& text) { window_.ShowStatus(text); });
+    }
     window_.ShowStatus(QStringLiteral("Successful Load"));
     monthView_.Display();
     monthView_.HoldRedraws(false);
