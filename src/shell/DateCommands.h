@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 #include "calendar/Calender.h"
 #include "shell/ActivityWatch.h"
 #include "shell/MainStatusBar.h"
@@ -11,11 +13,16 @@ namespace kelvane {
 
 // The main window's commands on the date selected in its month view: edit it
 // in the date editor, delete what it holds, examine it beside today, and save
-// a picture of the month.
+// a picture of the month. Menus, toolbar and keys all come here. Edit, erase
+// and examine first show the month of the date they act on, so that the grid
+// highlights that date while its question or editor is open.
 class DateCommands {
   public:
+    // Shows a month (1..12) the way the main window's Month menu does.
+    using ShowMonthFn = std::function<void(qint16 month)>;
+
     DateCommands(Store& store, Calender& calender1, ActivityWatch& watch, MainStatusBar& statusBar,
-                 QWidget& owner);
+                 QWidget& owner, ShowMonthFn showMonth);
     DateCommands(const DateCommands&) = delete;
     DateCommands& operator=(const DateCommands&) = delete;
 
@@ -35,6 +42,7 @@ class DateCommands {
 
   private:
     bool HasSelection() const;
+    void ShowSelectedMonth();
     bool IsToday(const CalDate& date);
     bool IsExamined(const CalDate& date) const;
     void KeepEdit(const QString& key);
@@ -44,6 +52,7 @@ class DateCommands {
     ActivityWatch& watch_;
     MainStatusBar& statusBar_;
     QWidget& owner_;
+    ShowMonthFn showMonth_;
 };
 
 }  // namespace kelvane
