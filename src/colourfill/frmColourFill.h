@@ -20,8 +20,8 @@ namespace kelvane {
 // "Colour Fill": gives one font colour and one back colour to a run of dates,
 // every day or every week on the start's weekday, from today or the selected
 // date, to the dates that hold something ("Edited"), the empty ones
-// ("Un-Edited") or both. The run never goes past 31 December. A fill leaves
-// the month view's selection and the working copy on the last date visited.
+// ("Un-Edited") or both. The run never goes past 31 December. The person's
+// selection is selected again when the fill ends.
 class frmColourFill final : public QDialog {
   public:
     // Run kinds, as the option buttons' index + 1.

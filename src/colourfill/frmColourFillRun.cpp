@@ -1,5 +1,6 @@
 // How the colour fill works out its run and colours it.
 #include "colourfill/frmColourFill.h"
+#include "store/WorkingCopiesKept.h"
 
 namespace kelvane {
 
@@ -47,7 +48,11 @@ void frmColourFill::FillRun() {
     const bool fillUnedited = chkFill[1]->isChecked();
     const CalDate end = EndDate();
     // Each date is stored back on its own; the month is drawn once, at the end.
-    const RedrawsHeld held(monthView_);
+    // The person's selection comes back then, with its entry as the fill left
+    // it; the fill changes no schedule or note, so those working copies come
+    // back as they were.
+    const SelectionKept selection(monthView_);
+    const WorkingCopiesKept copies(store_);
     CalDate date = StartDate;
     bool more = true;
     while (more) {

@@ -19,8 +19,9 @@ namespace kelvane {
 // "Comming Up...": the dates with a title or a schedule over a span of days,
 // weeks or months from today or from the selected date, optionally with their
 // schedules, latest activity first. The report is rebuilt whenever a setting
-// changes. Building it walks the month view's selection and the working copy
-// over every date of the span and leaves them on the last one.
+// changes. Building it walks the month view's selection and the working copies
+// over every date of the span and then puts both back as they were: the report
+// only reads.
 class frmCommingUp final : public QDialog {
   public:
     // Span kinds, as the option buttons' index + 1.

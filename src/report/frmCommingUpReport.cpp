@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "report/frmCommingUp.h"
+#include "store/WorkingCopiesKept.h"
 
 namespace kelvane {
 
@@ -58,8 +59,11 @@ void frmCommingUp::BuildReport() {
     // Shared by every date of this build and never cleared, so entries a date
     // leaves behind stay in the slots above the next date's count.
     AppointmentSlots scratch;
-    // The walk selects every date in turn; the grid is drawn once, where it ends.
-    const RedrawsHeld held(monthView_);
+    // The walk selects every date in turn, for reading only: the selection and
+    // the working copies are as they were once it ends, and the grid is not
+    // redrawn.
+    const WorkingCopiesKept copies(store_);
+    const SelectionKept selection(monthView_);
     CalDate date = StartDate;
     for (;;) {
         AddDate(date, scratch);

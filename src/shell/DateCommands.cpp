@@ -1,8 +1,11 @@
 #include "shell/DateCommands.h"
 
+#include <utility>
+
 #include "editor/frmEdit.h"
 #include "shell/WatchHold.h"
 #include "store/DocumentCommands.h"
+#include "store/WorkingCopiesKept.h"
 
 namespace kelvane {
 
@@ -13,12 +16,18 @@ const QString kImageFilter = QStringLiteral("Bitmap (*.bmp)|*.bmp");
 }  // namespace
 
 DateCommands::DateCommands(Store& store, Calender& calender1, ActivityWatch& watch,
-                           MainStatusBar& statusBar, QWidget& owner)
-    : store_(store), calender1_(calender1), watch_(watch), statusBar_(statusBar), owner_(owner) {}
+                           MainStatusBar& statusBar, QWidget& owner, ShowMonthFn showMonth)
+    : store_(store),
+      calender1_(calender1),
+      watch_(watch),
+      statusBar_(statusBar),
+      owner_(owner),
+      showMonth_(std::move(showMonth)) {}
 
 void DateCommands::EditSelectedDate() {
     const QuietAlerts quiet(watch_);
     calender1_.UpdateSelectedDate(true);
+    ShowSelectedMonth();
     const CalDate date = store_.calender.CurrentEntryDate;
     if (date.Day <= 0 || date.Month <= 0) {
         return;
@@ -69,6 +78,7 @@ void DateCommands::DeleteSelectedDate() {
     }
     // The date stays loaded in the working copies while the question waits.
     const WatchHold hold(watch_);
+    ShowSelectedMonth();
     calender1_.UpdateSelectedDate(true);
     const CalDate date = store_.calender.CurrentEntryDate;
     const QString key = MakeDateKey(date.Month, date.Day);
@@ -94,10 +104,14 @@ void DateCommands::DeleteSelectedDate() {
     }
 }
 
+// Only reads the date: what the working copies held before is there again
+// afterwards, and the selection stays where it was.
 void DateCommands::ExamineSelectedDate() {
     if (!HasSelection()) {
         return;
     }
+    const WorkingCopiesKept kept(store_);
+    ShowSelectedMonth();
     calender1_.UpdateSelectedDate(true);
     const CalDate date = calender1_.SelectedDate;
     if (IsToday(date)) {
@@ -132,6 +146,15 @@ void DateCommands::SaveCalendarImage() {
 
 bool DateCommands::HasSelection() const {
     return calender1_.SelectedDate.Day > 0 && calender1_.SelectedDate.Month > 0;
+}
+
+// A date the grid does not show is shown, highlighted, before a command acts on
+// it; the selection itself stays where it is.
+void DateCommands::ShowSelectedMonth() {
+    const qint16 month = calender1_.SelectedDate.Month;
+    if (HasSelection() && month <= 12 && month != calender1_.GetDisplayMonth() && showMonth_) {
+        showMonth_(month);
+    }
 }
 
 bool DateCommands::IsToday(const CalDate& date) {

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 #include "calendar/Calender.h"
@@ -12,15 +13,20 @@
 
 namespace kelvane {
 
-// The main window's commands on the date selected in its month view: edit it
-// in the date editor, delete what it holds, examine it beside today, and save
-// a picture of the month.
 class frmEdit;
 
+// The main window's commands on the date selected in its month view: edit it
+// in the date editor, delete what it holds, examine it beside today, and save
+// a picture of the month. Menus, toolbar and keys all come here. Edit, erase
+// and examine first show the month of the date they act on, so that the grid
+// highlights that date while its question or editor is open.
 class DateCommands {
   public:
+    // Shows a month (1..12) the way the main window's Month menu does.
+    using ShowMonthFn = std::function<void(qint16 month)>;
+
     DateCommands(Store& store, Calender& calender1, ActivityWatch& watch, MainStatusBar& statusBar,
-                 QWidget& owner);
+                 QWidget& owner, ShowMonthFn showMonth);
     DateCommands(const DateCommands&) = delete;
     DateCommands& operator=(const DateCommands&) = delete;
 
@@ -44,6 +50,7 @@ class DateCommands {
 
   private:
     bool HasSelection() const;
+    void ShowSelectedMonth();
     bool IsToday(const CalDate& date);
     bool IsExamined(const CalDate& date) const;
     void KeepEdit(const QString& key);
@@ -53,6 +60,7 @@ class DateCommands {
     ActivityWatch& watch_;
     MainStatusBar& statusBar_;
     QWidget& owner_;
+    ShowMonthFn showMonth_;
     // The date editor while it is open.
     frmEdit* editor_ = nullptr;
 };

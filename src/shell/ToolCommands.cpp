@@ -12,14 +12,11 @@ namespace kelvane {
 ToolCommands::ToolCommands(Store& store, Calender& calender1, ActivityWatch& watch, QWidget& owner)
     : store_(store), calender1_(calender1), watch_(watch), owner_(owner) {}
 
-// The report walks the selection over its dates; the grid shows where it ended.
+// The report only reads dates: the grid and its selection stay as they were.
 void ToolCommands::ShowCommingUp() {
     const QuietAlerts quiet(watch_);
-    {
-        frmCommingUp dialog(store_, calender1_, &owner_);
-        dialog.exec();
-    }
-    calender1_.Display();
+    frmCommingUp dialog(store_, calender1_, &owner_);
+    dialog.exec();
 }
 
 void ToolCommands::ShowColourFill() {

@@ -41,7 +41,8 @@ frmMain::frmMain(Store& store)
     watch_->OnHoldsEnded([this] { CatchUpSoon(); });
     modalHold_ = std::make_unique<ModalWindowHold>(*watch_);
     commands_ = std::make_unique<DocumentCommands>(store_, *calender1_, *this);
-    dates_ = std::make_unique<DateCommands>(store_, *calender1_, *watch_, *statusBar_, *this);
+    dates_ = std::make_unique<DateCommands>(store_, *calender1_, *watch_, *statusBar_, *this,
+                                            [this](qint16 month) { ShowMonth(month); });
     tools_ = std::make_unique<ToolCommands>(store_, *calender1_, *watch_, *this);
 
     setCentralWidget(panels_);

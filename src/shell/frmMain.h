@@ -80,9 +80,8 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void Timer1_Timer();
     // A key pressed while the month view has the keyboard: arrows, Home, End,
     // Page Up and Page Down move the selection, showing its month; Enter edits
-    // the selected date and Delete erases it, once the grid shows it (a first
-    // press on a date of another month shows that month). True when the key
-    // was used.
+    // the selected date and Delete erases it, as the toolbar does. True when
+    // the key was used.
     bool Calender1_KeyDown(int key, Qt::KeyboardModifiers modifiers);
 
     // Shows month 1..12 and puts the check mark on its menu entry.
@@ -135,7 +134,6 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void ArrangePanels();
     void ShowViewChecks();
     void ShowMonthCheck(qint16 month);
-    bool ShowSelectedMonth();
     void ApplyGeometry(const TwipGeometry& geometry);
     TwipGeometry CurrentGeometry() const;
     void CloseOtherWindows();

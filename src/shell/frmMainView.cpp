@@ -132,11 +132,7 @@ bool frmMain::Calender1_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
     if (modifiers & ~(Qt::KeypadModifier)) {
         return false;  // shortcuts and Shift+Tab are not ours
     }
-    const bool command = key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Delete;
-    if (command && ShowSelectedMonth()) {
-        return true;  // the date is shown first; the next press acts on it
-    }
-    if (command) {
+    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Delete) {
         tbMain_ButtonClick(key == Qt::Key_Delete ? 6 : 5);
         return true;
     }
@@ -148,18 +144,6 @@ bool frmMain::Calender1_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
                                     calender1_->Months);
     calender1_->MoveSelection(to);
     ShowMonthCheck(calender1_->GetDisplayMonth());
-    return true;
-}
-
-// The commands act on the selected date, so a date the grid does not show is
-// shown before a key may act on it. False when it was shown already.
-bool frmMain::ShowSelectedMonth() {
-    const CalDate& selected = calender1_->SelectedDate;
-    if (selected.Day < 1 || selected.Month < 1 || selected.Month > 12 ||
-        selected.Month == calender1_->GetDisplayMonth()) {
-        return false;
-    }
-    ShowMonth(selected.Month);
     return true;
 }
 

@@ -268,8 +268,12 @@ bool DocumentCommands::Load(const QString& fileName, bool keepUnsaved) {
     {
         // The dates are stored one by one; the month is drawn once, at the end.
         const RedrawsHeld held(monthView_);
-        ApplyDocument(store_, monthView_, content,
-                      [this](const QString& text) { window_.ShowStatus(text); });
+        {
+            // The walk selects every date it fills; the person's selection comes back.
+            const SelectionKept kept(monthView_);
+            ApplyDocument(store_, monthView_, content,
+                          [this](const QString& text) { window_.ShowStatus(text); });
+        }
         window_.ShowStatus(QStringLiteral("Successful Load"));
         monthView_.Display();
     }

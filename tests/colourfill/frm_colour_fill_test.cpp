@@ -119,6 +119,7 @@ TEST_F(ColourFillTest, NeitherBoxCheckedAsksWhatToFillAndChangesNothing) {
 TEST_F(ColourFillTest, BothBoxesColourEveryDateOfTheRun) {
     ColourDates(3, 14, 18);
     dates.PutTitle(3, 16, "Edited");
+    dates.Select(3, 20);
     Open();
     SetUnits("3");
     EXPECT_EQ(dialog->txtDateTo->text(), "17-3-2000 Friday");
@@ -135,8 +136,8 @@ TEST_F(ColourFillTest, BothBoxesColourEveryDateOfTheRun) {
     EXPECT_TRUE(Filled(3, 17));
     EXPECT_TRUE(Untouched(3, 18));
     EXPECT_EQ(dates.Entry(3, 16).Title.Trimmed(), "Edited");
-    // The fill leaves the selection on the last date it visited.
-    EXPECT_EQ(dates.Selected(), (CalDate{2000, 17, 3}));
+    // The selection stays where it was.
+    EXPECT_EQ(dates.Selected(), (CalDate{2000, 20, 3}));
 }
 
 TEST_F(ColourFillTest, EditedMeansATitleANoteOrASchedule) {

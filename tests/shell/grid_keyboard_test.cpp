@@ -156,31 +156,39 @@ TEST(GridKeyboard, DeleteErasesTheSelectedDateAfterItsQuestion) {
 }
 
 // The commands act on the selected date; a date the grid does not show is
-// first shown, and only a second press acts on it.
-TEST(GridKeyboard, EnterAndDeleteFirstShowASelectedDateOfAnotherMonth) {
+// shown, highlighted, and the same press acts on it.
+TEST(GridKeyboard, EnterAndDeleteShowASelectedDateOfAnotherMonthAndActOnIt) {
     MainWindowWorld w;
     w.main.Calender1().Months[2].Dates[7].Title = QStringLiteral("Dentist");
     TabToGrid(w);
     SurfaceWidget& grid = w.main.CalenderView();
-    w.main.ShowMonth(4);
-    Press(grid, Qt::Key_Delete);
-    EXPECT_TRUE(w.ShownTexts().isEmpty());
-    EXPECT_EQ(w.main.Calender1().GetDisplayMonth(), 3);
-    EXPECT_EQ(CheckedMonth(w), 3);
-    EXPECT_EQ(w.HighlightedDay(), 7);
-    EXPECT_EQ(w.main.Calender1().Months[2].Dates[7].Title.Trimmed(), QStringLiteral("Dentist"));
-
     w.main.ShowMonth(5);
-    bool edited = false;
-    w.WhenEditorOpens([&edited](frmEdit& editor) {
-        edited = true;
+    QString edited;
+    qint16 highlightedWhileEditing = 0;
+    w.WhenEditorOpens([&](frmEdit& editor) {
+        edited = editor.lblDate->text();
+        highlightedWhileEditing = HighlightedDayOf(w.main);
         editor.reject();
     });
     Press(grid, Qt::Key_Return);
-    EXPECT_FALSE(edited);
+    EXPECT_EQ(edited, QStringLiteral("7 / 3"));
+    EXPECT_EQ(highlightedWhileEditing, 7);
     EXPECT_EQ(CheckedMonth(w), 3);
-    Press(grid, Qt::Key_Return);
-    EXPECT_TRUE(edited);
+
+    w.main.ShowMonth(4);
+    qint16 highlightedWhileAsked = 0;
+    w.platform.Messages.WhileShown = [&](const MessageBoxRequest&) {
+        highlightedWhileAsked = HighlightedDayOf(w.main);
+    };
+    w.platform.Messages.Answer(MessageAnswer::Yes);
+    Press(grid, Qt::Key_Delete);
+    w.platform.Messages.WhileShown = nullptr;
+    EXPECT_EQ(w.ShownTexts(), QStringList{QStringLiteral("Delete Date?")});
+    EXPECT_EQ(highlightedWhileAsked, 7);
+    EXPECT_EQ(w.main.Calender1().GetDisplayMonth(), 3);
+    EXPECT_EQ(CheckedMonth(w), 3);
+    EXPECT_EQ(w.main.Calender1().Months[2].Dates[7].Title.Trimmed(), QString());
+    EXPECT_EQ(w.HighlightedDay(), 7);
 }
 
 TEST(GridKeyboard, ShortcutsWithControlAreLeftToTheMenus) {

@@ -1,12 +1,15 @@
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
+#include "shell/Application.h"
 #include "support/CalendarFiles.h"
-#include "support/MainWindowWorld.h"
+#include "support/SelectionWorld.h"
 
 // The date the grid highlights is always the date the commands act on: a
-// rebuild of today's schedule never moves the selection.
+// rebuild of today's schedule, a load or a walk over the dates never moves the
+// selection.
 namespace kelvane::testing {
 namespace {
 
@@ -16,6 +19,16 @@ QString JulyFile(const QTemporaryDir& folder) {
     content.Dates = {TitledDate(7, 10, QStringLiteral("First")),
                      TitledDate(7, 30, QStringLiteral("Holiday"))};
     const QString path = folder.filePath(QStringLiteral("july.cal"));
+    EXPECT_TRUE(WriteCalendarFileNamed(path, content));
+    return path;
+}
+
+// A calendar file whose last date with content is 31 December.
+QString YearEndFile(const QTemporaryDir& folder) {
+    CalendarFileContent content = EmptyCalendar(5);
+    content.Dates = {TitledDate(11, 3, QStringLiteral("Market")),
+                     TitledDate(12, 31, QStringLiteral("New Year's Eve"))};
+    const QString path = folder.filePath(QStringLiteral("year-end.cal"));
     EXPECT_TRUE(WriteCalendarFileNamed(path, content));
     return path;
 }
@@ -39,24 +52,76 @@ struct JulyWorld {
     MainWindowWorld w;
 };
 
-TEST(Selection, ALoadLeavesItsLastDateSelectedAndHighlightedAndEraseRemovesThatDate) {
+TEST(Selection, ALoadKeepsTheSelectionItFoundAndEraseRemovesThatDate) {
     QTemporaryDir folder;
     JulyWorld july;
     MainWindowWorld& w = july.w;
+    w.ClickDay(20);
+    w.main.Calender1().Months[6].Dates[20].Title = QStringLiteral("Picnic");
     july.Load(JulyFile(folder));
     ASSERT_EQ(w.main.sbStatusBar().Message(), QStringLiteral("Successful Load"));
-    EXPECT_EQ(w.SelectedDayAndMonth(), (CalDate{0, 30, 7}));
-    EXPECT_EQ(w.HighlightedDay(), 30);
+    EXPECT_EQ(w.SelectedDayAndMonth(), (CalDate{0, 20, 7}));
+    EXPECT_EQ(w.HighlightedDay(), 20);
 
     w.platform.Messages.Answer(MessageAnswer::Yes);
     w.main.Toolbar().Buttons[6]->trigger();
     const Calender& calender = w.main.Calender1();
-    EXPECT_EQ(calender.Months[6].Dates[30].Title.Trimmed(), QString());
+    EXPECT_EQ(calender.Months[6].Dates[20].Title.Trimmed(), QString());
+    EXPECT_EQ(calender.Months[6].Dates[30].Title.Trimmed(), QStringLiteral("Holiday"));
     EXPECT_EQ(calender.Months[6].Dates[17].Title.Trimmed(), QStringLiteral("Today's plan"));
     w.store.diary.LoadNote(MakeDateKey(7, 17));
     EXPECT_EQ(w.store.diary.NoteBuffer.Trimmed(), QStringLiteral("Bring the keys"));
     EXPECT_TRUE(w.ScheduleLines().contains(QStringLiteral("Call")));
-    EXPECT_EQ(w.HighlightedDay(), 30);
+    EXPECT_EQ(w.HighlightedDay(), 20);
+}
+
+// The file's last date lies in a month that is not shown: the commands still
+// act on the highlighted 17 November, never on 31 December unseen.
+TEST(Selection, ALoadEndingInAnotherMonthLeavesTheHighlightedDateToTheCommands) {
+    QTemporaryDir folder;
+    NovemberWorld november;
+    MainWindowWorld& w = november.w;
+    w.platform.FileDialog.Choose(YearEndFile(folder));
+    w.main.Menu().mnuFileOpen->trigger();
+    ASSERT_EQ(w.main.sbStatusBar().Message(), QStringLiteral("Successful Load"));
+    EXPECT_EQ(w.SelectedDayAndMonth(), (CalDate{0, 17, 11}));
+    EXPECT_EQ(w.HighlightedDay(), 17);
+
+    QString shown;
+    w.WhenEditorOpens([&](frmEdit& editor) {
+        shown = editor.lblDate->text();
+        editor.cmdCancel->click();
+    });
+    w.main.Menu().mnuEditDate->trigger();
+    EXPECT_EQ(shown, QStringLiteral("17 / 11"));
+
+    november.ExpectEraseEmptiesTheSeventeenth();
+    EXPECT_EQ(november.TitleOf(12, 31), QStringLiteral("New Year's Eve"));
+    EXPECT_EQ(november.TitleOf(11, 3), QStringLiteral("Market"));
+}
+
+struct NoStartupDialogs final : StartupDialogs {
+    void ShowSplash() override {}
+    void CloseSplash() override {}
+    void ShowTips(QWidget* /*owner*/) override {}
+};
+
+TEST(Selection, AFileOnTheCommandLineLeavesTodaySelectedAndHighlighted) {
+    QTemporaryDir folder;
+    TestWorld world;
+    world.platform.Clock.Set(2026, 11, 10, 8, 0);
+    NoStartupDialogs dialogs;
+    Application application(world.platform.Services, dialogs);
+    ASSERT_TRUE(application.Start(YearEndFile(folder)));
+    frmMain& main = *application.MainWindow();
+    ASSERT_EQ(main.sbStatusBar().Message(), QStringLiteral("Successful Load"));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    qint16 year = 0, month = 0, day = 0;
+    main.Calender1().GetDate(year, month, day);
+    EXPECT_EQ(month, 11);
+    EXPECT_EQ(day, 10);
+    EXPECT_EQ(HighlightedDayOf(main), 10);
+    application.Finish();
 }
 
 TEST(Selection, EditAfterALoadOpensTheHighlightedDate) {
@@ -70,7 +135,8 @@ TEST(Selection, EditAfterALoadOpensTheHighlightedDate) {
         editor.cmdCancel->click();
     });
     w.main.mnuEditDate_Click();
-    EXPECT_EQ(shown, QStringLiteral("30 / 7"));
+    EXPECT_EQ(shown, QStringLiteral("17 / 7"));
+    EXPECT_EQ(w.HighlightedDay(), 17);
 }
 
 TEST(Selection, AnAnnouncementAndItsRebuildKeepTheSelection) {

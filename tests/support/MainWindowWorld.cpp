@@ -87,8 +87,7 @@ void MainWindowWorld::ShowWindow() {
 
 // The selected cell is the grid's colour with more green; today's has more
 // red. A pixel near a cell's lower right corner is clear of its texts.
-qint16 MainWindowWorld::HighlightedDay() {
-    ShowWindow();
+qint16 HighlightedDayOf(frmMain& main) {
     const Calender& calender = main.Calender1();
     const QImage& image = main.CalenderView().Surface().Image();
     const double rowHeight = (image.height() - calender.GridTop) / 5.0;
@@ -107,6 +106,11 @@ qint16 MainWindowWorld::HighlightedDay() {
         }
     }
     return highlighted;
+}
+
+qint16 MainWindowWorld::HighlightedDay() {
+    ShowWindow();
+    return HighlightedDayOf(main);
 }
 
 CalDate MainWindowWorld::SelectedDayAndMonth() const {

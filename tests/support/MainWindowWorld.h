@@ -11,6 +11,11 @@
 
 namespace kelvane::testing {
 
+// The day of the shown month whose cell a main window's grid draws highlighted
+// as the selected date, read from the grid's pixels; 0 when none is. The
+// window must be shown.
+qint16 HighlightedDayOf(frmMain& main);
+
 // The main window over a fresh program, loaded as start-up loads it. The
 // clock is set first: 7 March 2026 (a Saturday), 08:00, unless a test passes
 // another time to the constructor.
