@@ -5,26 +5,13 @@
 
 #include "support/MainWindowWorld.h"
 #include "support/ModalDialogs.h"
+#include "support/NineOClockWorld.h"
 
 // What the watch puts off while it is held, it does as soon as the last hold
 // ends: the rebuild of today's schedule and the announcements. Minutes that it
 // could not look at are caught up by the first rebuild that can, each once.
 namespace kelvane::testing {
 namespace {
-
-const QString kNineOClock =
-    QStringLiteral("Activities Starting/Ending\rstarting Stand-up\rending Early shift");
-
-// Saturday 7 March 2026 at 8:59, with one activity starting and one ending
-// at 9:00.
-struct NineOClockWorld {
-    NineOClockWorld() : w(2026, 3, 7, 8, 59) {
-        w.AddActivity(3, 7, QStringLiteral("Early shift"), 7, 0, 9, 0);
-        w.AddActivity(3, 7, QStringLiteral("Stand-up"), 9, 0, 9, 30);
-        w.watch.BuildTodaysSchedule();
-    }
-    MainWindowWorld w;
-};
 
 void MoveClockTo(MainWindowWorld& w, int year, int month, int day, int hour, int minute,
                  int second) {
