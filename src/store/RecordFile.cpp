@@ -37,7 +37,18 @@ bool RecordFile::Write(qint64 firstRecord, const QByteArray& records) {
         return true;
     }
     Keep(firstRecord, records);
+    DropUnwritten();
     return false;
+}
+
+// A write the disk refused stays in the file's buffer, where a later write to
+// another record would take it along to the wrong place, and a read would fail
+// on it. The file is opened anew without it: the records are kept in memory.
+void RecordFile::DropUnwritten() {
+    if (IsOpen()) {
+        file_.close();
+        file_.open(QIODevice::ReadWrite);
+    }
 }
 
 bool RecordFile::WriteToDisk(qint64 firstRecord, const QByteArray& records) {

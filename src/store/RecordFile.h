@@ -56,6 +56,7 @@ class RecordFile {
     bool WriteToDisk(qint64 firstRecord, const QByteArray& records);
     void Keep(qint64 firstRecord, const QByteArray& records);
     void Forget(qint64 firstRecord, qint64 count);
+    void DropUnwritten();
     bool ReadKept(qint64 firstRecord, int count, QByteArray& records) const;
 
     QFile file_;
