@@ -24,6 +24,10 @@ class LengthValidator final : public QValidator {
   public:
     LengthValidator(qsizetype limit, QObject* parent) : QValidator(parent), limit_(limit) {}
 
+    // The box's text now, however it came there: the next change is compared
+    // with it.
+    void Remember(const QString& text) { accepted_ = text; }
+
     State validate(QString& input, int& pos) const override {
         if (input.size() <= limit_) {
             accepted_ = input;
@@ -127,8 +131,14 @@ qsizetype FittingLength(QStringView after, const Insertion& insertion, qsizetype
     return kept;
 }
 
+// The validator sees only what is typed or pasted; a text the dialog puts in
+// the box (a loaded title, a chosen entry) is told to it too.
 void LimitInput(QLineEdit* box, qsizetype limit) {
-    box->setValidator(new LengthValidator(limit, box));
+    auto* validator = new LengthValidator(limit, box);
+    validator->Remember(box->text());
+    QObject::connect(box, &QLineEdit::textChanged, validator,
+                     [validator](const QString& text) { validator->Remember(text); });
+    box->setValidator(validator);
 }
 
 void LimitInput(QPlainTextEdit* box, qsizetype limit, StoredLength length) {

@@ -182,5 +182,31 @@ TEST(EditorLimits, TheNotesPageShowsTheCountAsStored) {
     EXPECT_EQ(count->parentWidget(), dialog.txtNotes->parentWidget());
 }
 
+// A title loaded at its full length: a key pressed inside it does nothing, and
+// no other character makes room for it.
+TEST(EditorLimits, ALoadedFullTitleTakesNoMoreKeys) {
+    EditorWorld w;
+    w.view.calender->SetDate(2000, 7, 17);
+    const QString full = QString(254, u'a') + QStringLiteral("Z");
+    w.world.calender.CurrentEntry.Title = full;
+    w.view.calender->UpdateSelectedDate(false);
+    frmEdit& dialog = w.Open();
+    ASSERT_EQ(dialog.txtTitle->text(), full);
+    dialog.txtTitle->setCursorPosition(10);
+    QTest::keyClicks(dialog.txtTitle, QStringLiteral("x"));
+    EXPECT_EQ(dialog.txtTitle->text(), full);
+}
+
+// An entry chosen in the list fills the description box; a key at its limit
+// then changes nothing either.
+TEST(EditorLimits, ADescriptionPutInByTheListTakesNoMoreKeysAtItsLimit) {
+    EditorWorld w;
+    frmEdit& dialog = w.Open();
+    dialog.txtAppDescription->setText(QString(49, u'd') + QStringLiteral("E"));
+    dialog.txtAppDescription->setCursorPosition(3);
+    QTest::keyClicks(dialog.txtAppDescription, QStringLiteral("x"));
+    EXPECT_EQ(dialog.txtAppDescription->text(), QString(49, u'd') + QStringLiteral("E"));
+}
+
 }  // namespace
 }  // namespace kelvane::testing
