@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace kelvane {
 
@@ -16,6 +17,9 @@ class ProgramDirectory {
     // copy of unsaved changes made when the session ends; made when missing.
     // The program directory when the system has no such folder.
     virtual QString UserDataPath() const = 0;
+    // Where a copy of unsaved work may still go when neither of the above can
+    // take it: the user's home folder and the system's temporary folder.
+    virtual QStringList SpareFolders() const = 0;
 };
 
 }  // namespace kelvane

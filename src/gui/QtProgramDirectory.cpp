@@ -49,4 +49,8 @@ QString QtProgramDirectory::UserDataPath() const {
     return QDir::toNativeSeparators(userDataDir);
 }
 
+QStringList QtProgramDirectory::SpareFolders() const {
+    return {QDir::toNativeSeparators(QDir::homePath()), QDir::toNativeSeparators(QDir::tempPath())};
+}
+
 }  // namespace kelvane

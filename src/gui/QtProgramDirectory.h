@@ -15,6 +15,7 @@ class QtProgramDirectory final : public ProgramDirectory {
     QString Path() const override;
     // UserProgramDataDirectory, made when missing.
     QString UserDataPath() const override;
+    QStringList SpareFolders() const override;
 
   private:
     mutable QString path_;

@@ -153,8 +153,10 @@ QString DocumentCommands::SaveUnsavedCopy(const CalendarFileDate* openEdit) {
         AddRecentFile(lastCopy_->FileName);
         return lastCopy_->FileName;
     }
-    const Platform& services = store_.module1.Services();
-    for (const QString& folder : {services.Directory.UserDataPath(), services.Directory.Path()}) {
+    const ProgramDirectory& directory = store_.module1.Services().Directory;
+    const QStringList folders =
+        QStringList{directory.UserDataPath(), directory.Path()} + directory.SpareFolders();
+    for (const QString& folder : folders) {
         const QString fileName = UnsavedCopyName(folder);
         QString error;
         if (ReplaceFileContent(fileName, content, error)) {

@@ -35,15 +35,44 @@ TEST(FullDiskSessionEnd, ACopyTheDataFolderCannotTakeGoesBesideTheProgram) {
     EXPECT_TRUE(copy.TemporaryFilesLeft().isEmpty());
 }
 
-// No folder can take a whole copy: the temporary files stay for the next
-// start, and no copy is made or listed.
-TEST(FullDiskSessionEnd, WithNoRoomForACopyTheTemporaryFilesStay) {
+// With the program's folder full as well, the copy goes to the home folder.
+TEST(FullDiskSessionEnd, AFullDiskLeavesTheCopyInTheHomeFolder) {
     TinyDisk disk(64 * 1024 * 1024);
     ASSERT_TRUE(disk.Mounted()) << disk.Error();
     const QString programFolder = disk.FilePath(QStringLiteral("program"));
     ASSERT_TRUE(QDir().mkpath(programFolder));
     ProgramCopy copy(programFolder, disk.FilePath(QStringLiteral("data")));
     ASSERT_TRUE(QDir().mkpath(copy.DataFolder()));
+    ASSERT_TRUE(copy.Start(QStringLiteral("edit")));
+    ASSERT_TRUE(disk.Fill());
+    ASSERT_TRUE(copy.EndWith(SIGTERM)) << copy.Output().toStdString();
+
+    const QStringList copies =
+        QDir(copy.HomeFolder()).entryList({QStringLiteral("unsaved-*.cal")}, QDir::Files);
+    ASSERT_EQ(copies.size(), 1);
+    const QString kept = QDir(copy.HomeFolder()).filePath(copies.front());
+    EXPECT_EQ(copy.FirstRecentFile(), kept);
+    CalendarFileContent content;
+    ASSERT_EQ(ReadCalendarFileNamed(kept, content).Status, CalendarFileStatus::Ok);
+    ASSERT_EQ(content.Dates.size(), 2U);
+    EXPECT_EQ(content.Dates[1].Entry.Title.Trimmed(), QStringLiteral("Fifth of May"));
+    EXPECT_TRUE(copy.TemporaryFilesLeft().isEmpty());
+}
+
+// No folder can take a whole copy: no copy is made or listed, and the
+// temporary files are left where they are.
+TEST(FullDiskSessionEnd, WithNoRoomAnywhereTheTemporaryFilesStay) {
+    TinyDisk disk(64 * 1024 * 1024);
+    ASSERT_TRUE(disk.Mounted()) << disk.Error();
+    const QString programFolder = disk.FilePath(QStringLiteral("program"));
+    ASSERT_TRUE(QDir().mkpath(programFolder));
+    ProgramCopy copy(programFolder, disk.FilePath(QStringLiteral("data")));
+    ASSERT_TRUE(QDir().mkpath(copy.DataFolder()));
+    for (const char* folder : {"home", "tmp"}) {
+        ASSERT_TRUE(QDir().mkpath(disk.FilePath(QString::fromLatin1(folder))));
+    }
+    copy.SetEnvironment(QStringLiteral("HOME"), disk.FilePath(QStringLiteral("home")));
+    copy.SetEnvironment(QStringLiteral("TMPDIR"), disk.FilePath(QStringLiteral("tmp")));
     ASSERT_TRUE(copy.Start(QStringLiteral("edit")));
     ASSERT_TRUE(disk.Fill());
     ASSERT_TRUE(copy.EndWith(SIGTERM)) << copy.Output().toStdString();

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QMap>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QStringList>
@@ -50,6 +51,9 @@ class ProgramCopy {
                            home_.filePath(QStringLiteral("config")));
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime_.path());
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        for (auto name = extra_.cbegin(); name != extra_.cend(); ++name) {
+            environment.insert(name.key(), name.value());
+        }
         process_.setProcessEnvironment(environment);
         QStringList arguments{calendar_};
         if (!how.isEmpty()) {
@@ -65,6 +69,10 @@ class ProgramCopy {
         }
         return true;
     }
+
+    // An environment variable for the next starts, such as HOME or TMPDIR.
+    void SetEnvironment(const QString& name, const QString& value) { extra_.insert(name, value); }
+    QString HomeFolder() const { return home_.path(); }
 
     // Sends a signal and waits for the end; true when the program ended by
     // itself with status 0.
@@ -123,6 +131,7 @@ class ProgramCopy {
     QString calendar_;
     QProcess process_;
     QByteArray output_;
+    QMap<QString, QString> extra_;
 };
 
 }  // namespace kelvane::testing
