@@ -34,9 +34,11 @@ class AlertIndicator {
 // what was put off at once.
 //
 // Every minute of the table's date is looked at once. The minutes the watch
-// could not look at, because no tick came or the table was of another date,
-// are caught up by the first rebuild that can: the rest of the old date on the
-// old table, the new date's from midnight on on the new one.
+// could not look at, because its own box waited for the person or the table
+// was of another date, are caught up by the first rebuild that can: the rest
+// of the old date on the old table, the new date's from midnight on on the new
+// one. Minutes that no tick came for at all, while the machine slept, are
+// skipped.
 class ActivityWatch {
   public:
     // Told when the first rebuild on a new date, by a tick or a command, has
@@ -111,6 +113,9 @@ class ActivityWatch {
     void Rebuild(const CalDate& today);
     void CatchUp();
     void LookAtTheClock();
+    void SkipMinutesWithoutTicks();
+    static qint64 MinutesBetween(const Minute& from, const Minute& to);
+    static Minute MinuteBefore(const Minute& minute);
     void AnnounceUpTo(const Minute& now);
     int FillTable(const CalDate& today);
     void CopyWorkingList(int firstSlot, int count);
@@ -135,6 +140,8 @@ class ActivityWatch {
     // The last minute whose starts and ends were looked at; none before the
     // first build.
     std::optional<Minute> lookedThrough_;
+    // The minute of the last tick; none while the watch's own box waited.
+    std::optional<Minute> lastTick_;
     NewDayHandler newDay_;
     std::function<void()> holdsEnded_;
 };

@@ -2,6 +2,8 @@
 // announcements it gathers and shows.
 #include "shell/ActivityWatch.h"
 
+#include <QDate>
+
 #include <tuple>
 #include <utility>
 
@@ -10,6 +12,10 @@ namespace kelvane {
 namespace {
 
 constexpr int kMinutesPerHour = 60;
+constexpr qint64 kMinutesPerDay = 24 * kMinutesPerHour;
+// Ticks come every 40 seconds; a longer silence means the machine slept or the
+// clock was set forward.
+constexpr qint64 kLongestTickGap = 2;
 
 bool Before(const ClockTime& a, const ClockTime& b) {
     return CompareClockTime(a, b) < 0;
@@ -22,6 +28,10 @@ int MinuteOfDay(const ClockTime& time) {
 ClockTime TimeOfMinute(int minute) {
     return ClockTime{static_cast<qint16>(minute / kMinutesPerHour),
                      static_cast<qint16>(minute % kMinutesPerHour)};
+}
+
+qint64 DayNumber(const CalDate& date) {
+    return QDate(date.Year, date.Month, date.Day).toJulianDay();
 }
 
 bool EarlierDate(const CalDate& a, const CalDate& b) {
@@ -40,6 +50,7 @@ void ActivityWatch::Release() {
 
 void ActivityWatch::WatchTick() {
     store_.module1.ReadClock();
+    SkipMinutesWithoutTicks();
     // After a day with nothing pending WatchTime is 23:59, which the clock
     // never passes: a new date rebuilds too.
     if (!Held() && (DateMoved() || Before(WatchTime, Now()))) {
@@ -49,6 +60,33 @@ void ActivityWatch::WatchTick() {
     if (AlertsEnabled && !Held()) {
         ShowPendingAlerts();
     }
+}
+
+// Minutes that no tick came for, while the machine slept or after the clock
+// was set forward, are not announced hours late: the watch goes on from this
+// tick's minute. The time the watch's own box waits is not such a silence.
+void ActivityWatch::SkipMinutesWithoutTicks() {
+    const Minute now{Today(), Now()};
+    if (lastTick_ && lookedThrough_ && MinutesBetween(*lastTick_, now) > kLongestTickGap) {
+        lookedThrough_ = MinuteBefore(now);
+    }
+    lastTick_ = now;
+}
+
+qint64 ActivityWatch::MinutesBetween(const Minute& from, const Minute& to) {
+    return (DayNumber(to.Date) - DayNumber(from.Date)) * kMinutesPerDay + MinuteOfDay(to.Time) -
+           MinuteOfDay(from.Time);
+}
+
+// The minute before midnight belongs to the day before.
+ActivityWatch::Minute ActivityWatch::MinuteBefore(const Minute& minute) {
+    if (MinuteOfDay(minute.Time) > 0) {
+        return Minute{minute.Date, TimeOfMinute(MinuteOfDay(minute.Time) - 1)};
+    }
+    const QDate dayBefore = QDate(minute.Date.Year, minute.Date.Month, minute.Date.Day).addDays(-1);
+    const CalDate date{static_cast<qint16>(dayBefore.year()), static_cast<qint16>(dayBefore.day()),
+                       static_cast<qint16>(dayBefore.month())};
+    return Minute{date, ClockTime{23, 59}};
 }
 
 // Also while a hold is taken, when no rebuild has moved WatchTime on since: each
@@ -137,6 +175,7 @@ void ActivityWatch::ShowPendingAlerts() {
     if (!PendingAlertText.isEmpty()) {
         const QString text = std::exchange(PendingAlertText, QString());
         store_.module1.Services().Messages.Show(text, MessageButtons::Ok, MessageIcon::Exclamation);
+        lastTick_.reset();
     }
     if (AlertAnnounced) {
         AlertAnnounced = false;

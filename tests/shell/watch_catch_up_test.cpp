@@ -249,5 +249,31 @@ TEST(WatchCatchUp, AnAnnouncementLeftOpenOverMidnightCatchesUpBothDates) {
     EXPECT_EQ(w.ScheduleLines().at(1), QStringLiteral("Today: 8-3-2026 (Sunday)"));
 }
 
+// No tick comes while the machine sleeps: what started and ended meanwhile is
+// not announced hours late, but the minute it wakes in is.
+TEST(WatchCatchUp, AMachineThatSleptAnnouncesOnlyTheMinuteItWakesIn) {
+    NineOClockWorld world;
+    MainWindowWorld& w = world.w;
+    w.AddActivity(3, 7, QStringLiteral("Lunch"), 12, 0);
+    w.watch.BuildTodaysSchedule();
+    w.TickAt(8, 59, 30);
+    w.TickAt(12, 0, 10);
+    EXPECT_EQ(w.ShownTexts(), QStringList{"Activities Starting/Ending\rstarting Lunch"});
+    w.TickAt(12, 0, 50);
+    EXPECT_EQ(w.ShownTexts().size(), 1);
+}
+
+TEST(WatchCatchUp, AMachineThatSleptOverMidnightAnnouncesNeitherDaysMissedMinutes) {
+    MainWindowWorld w(2026, 3, 7, 22, 0);
+    w.AddActivity(3, 7, QStringLiteral("Lights out"), 23, 30);
+    w.AddActivity(3, 8, QStringLiteral("Bells"), 0, 0);
+    w.AddActivity(3, 8, QStringLiteral("Alarm"), 7, 0, 7, 5);
+    w.watch.BuildTodaysSchedule();
+    w.TickAt(22, 0, 30);
+    MoveClockTo(w, 2026, 3, 8, 7, 5, 10);
+    EXPECT_EQ(w.ShownTexts(), QStringList{"Activities Starting\rending Alarm"});
+    EXPECT_EQ(w.ScheduleLines().at(1), QStringLiteral("Today: 8-3-2026 (Sunday)"));
+}
+
 }  // namespace
 }  // namespace kelvane::testing
