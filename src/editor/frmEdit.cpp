@@ -61,6 +61,7 @@ frmEdit::frmEdit(Store& store, const MonthViewControl& monthView, QWidget* paren
     Connect();
     Form_Load(monthView);
     LimitLengths();
+    loaded_ = AsAccepted();
 }
 
 void frmEdit::BuildOutlookPage(QWidget* page) {

@@ -47,6 +47,8 @@ class frmEdit final : public QDialog {
     // False while the dialog is open, and when its loop was ended from outside
     // (the session ending) rather than by OK, Cancel, Escape or its close box.
     bool Answered() const { return answered_; }
+    // True once anything differs from what the date held when the editor opened.
+    bool Changed() const { return AsAccepted() != loaded_; }
     void done(int result) override;
 
     QLabel* lblDate;
@@ -104,6 +106,7 @@ class frmEdit final : public QDialog {
     AppointmentSlots& schedule_;
     int shownPanel_ = -1;
     bool answered_ = false;
+    CalendarFileDate loaded_;
     // Where every page shows, in pixels.
     QPoint pagePosition_;
 };

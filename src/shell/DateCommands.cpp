@@ -40,7 +40,7 @@ void DateCommands::EditSelectedDate() {
         editor_ = &editor;
         editor.exec();
         editor_ = nullptr;
-        if (!editor.Answered()) {
+        if (!editor.Answered() && editor.Changed()) {
             editor.cmdOK_Click();
         }
     }
@@ -52,7 +52,7 @@ void DateCommands::EditSelectedDate() {
 }
 
 std::optional<CalendarFileDate> DateCommands::OpenEdit() const {
-    if (editor_ == nullptr) {
+    if (editor_ == nullptr || !editor_->Changed()) {
         return std::nullopt;
     }
     return editor_->AsAccepted();

@@ -35,7 +35,8 @@ class DateCommands {
     // whose loop ends without an answer (the session ends under it) counts as
     // closed with OK: what was typed into it is kept.
     void EditSelectedDate();
-    // The date in the open editor as OK would keep it; none while no editor is open.
+    // The date in the open editor as OK would keep it; none while no editor is
+    // open or nothing in it was changed.
     std::optional<CalendarFileDate> OpenEdit() const;
     // Clears the selected date's title, colours, schedule and note, asking
     // first when it has any of them.

@@ -225,5 +225,22 @@ TEST(SessionEnd, ASaveRequestKeepsWhatIsTypedIntoTheOpenEditor) {
     EXPECT_EQ(session.CopiesMade().size(), 1);
 }
 
+// An editor that is only open holds nothing unsaved.
+TEST(SessionEnd, AnOpenEditorWithNothingChangedMakesNoCopy) {
+    SessionWorld session;
+    MainWindowWorld& w = session.w;
+    w.main.Calender1().Months[2].Dates[12].Title = QStringLiteral("Kept as it is");
+    w.ClickDay(12);
+    bool kept = false;
+    w.WhenEditorOpens([&](frmEdit& editor) {
+        kept = w.main.KeepUnsavedChanges();
+        editor.cmdCancel->click();
+    });
+    w.main.mnuEditDate_Click();
+    EXPECT_TRUE(kept);
+    EXPECT_TRUE(session.CopiesMade().isEmpty());
+    EXPECT_FALSE(w.store.module1.CalendarDirty);
+}
+
 }  // namespace
 }  // namespace kelvane::testing
