@@ -334,8 +334,9 @@ void DocumentCommands::LoadRecentList() {
     RefreshRecentMenu();
 }
 
+// The program's folder may let the list be rewritten but no new file be made.
 void DocumentCommands::SaveRecentList() {
-    OutputFile file(store_.module1.Files);
+    OutputFile file(store_.module1.Files, store_.module1.Services().Directory.UserDataPath());
     if (file.OpenForOutput(RecentListFileName()) <= 0) {
         return;
     }

@@ -196,6 +196,30 @@ TEST_F(FullDisk, TheRecentListThatCannotBeWrittenStaysAsItWas) {
     EXPECT_EQ(ReadAll(list), old);
 }
 
+// A program folder that takes no new file: the list is rewritten in place.
+TEST(RecentListInPlace, AProgramFolderThatTakesNoNewFileStillKeepsTheList) {
+    MainWindowWorld w;
+    QTemporaryDir program;
+    QTemporaryDir userData;
+    w.platform.Directory.Directory = program.path();
+    w.platform.Directory.UserData = userData.path();
+    w.main.Commands().AddRecentFile(QStringLiteral("/plans/first.cal"));
+    w.main.Commands().SaveRecentList();
+    const QString list = QDir(program.path()).filePath(QStringLiteral("~tmpFileList"));
+    ASSERT_EQ(Chmod(list, 0666), 0);
+    ASSERT_EQ(Chmod(program.path(), 0555), 0);
+    ASSERT_EQ(Chmod(userData.path(), 0777), 0);
+    w.main.Commands().AddRecentFile(QStringLiteral("/plans/second.cal"));
+    {
+        PermissionsApply permissions;
+        ASSERT_TRUE(permissions.Active());
+        w.main.Commands().SaveRecentList();
+    }
+    Chmod(program.path(), 0755);
+    EXPECT_EQ(ReadAll(list), QByteArray("/plans/second.cal\r\n/plans/first.cal\r\n\r\n\r\n"));
+    EXPECT_EQ(QDir(userData.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+}
+
 TEST_F(FullDisk, APictureOfTheMonthThatCannotBeWrittenLeavesTheOldOne) {
     TinyDisk disk(8 * 1024 * 1024);  // room for one picture
     ASSERT_TRUE(disk.Mounted()) << disk.Error();

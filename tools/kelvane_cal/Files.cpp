@@ -1,5 +1,6 @@
 #include "kelvane_cal/Files.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include "store/CalendarFileOnDisk.h"
@@ -71,8 +72,10 @@ bool WriteOutput(const QString& fileName, const QByteArray& bytes, bool force, Q
     if (!OutputAllowed(fileName, force, problem)) {
         return false;
     }
+    // The temporary folder keeps the old content while a file in a folder that
+    // takes no new file is rewritten in place.
     QString error;
-    if (!ReplaceFileContent(fileName, bytes, error)) {
+    if (!ReplaceFileContent(fileName, bytes, error, QDir::tempPath())) {
         problem = QStringLiteral("%1: cannot be written: %2").arg(fileName, error);
         return false;
     }

@@ -216,7 +216,7 @@ bool PublishState::Save(QString& problem) {
         return false;
     }
     QString error;
-    if (!ReplaceFileContent(fileName_, Compact(root), error)) {
+    if (!ReplaceFileContent(fileName_, Compact(root), error, QDir::tempPath())) {
         problem = QStringLiteral("%1: cannot be written: %2").arg(fileName_, error);
         return false;
     }
