@@ -67,6 +67,12 @@ bool WriteWhole(QFileDevice& file, const QByteArray& bytes, QString& error) {
     return SyncToDisk(file, error);
 }
 
+// Removes the temporary file; the named one is not touched.
+void DropTemporary(QSaveFile& file) {
+    file.cancelWriting();
+    file.commit();  // only removes the temporary file: writing was cancelled
+}
+
 bool ReadWhole(const QString& fileName, QByteArray& bytes) {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -166,16 +172,16 @@ bool ReplacingFile::Commit() {
 
 bool ReplacingFile::CommitBeside() {
     if (!WriteWhole(beside_, content_, error_)) {
-        beside_.cancelWriting();
-        beside_.commit();  // only removes the temporary file: writing was cancelled
+        DropTemporary(beside_);
         return false;
     }
     if (!beside_.commit()) {
         error_ = beside_.errorString();
         return false;
     }
+    // The disk took every byte, yet gives back others: the old file is gone by now.
     if (!ReadsBack(fileName_, content_)) {
-        error_ = kReadBackDiffers;
+        error_ = kReadBackDiffers + QStringLiteral("\rThe old file was replaced all the same.");
         return false;
     }
     return true;
@@ -221,8 +227,7 @@ bool ReplacingFile::CommitInPlace() {
 
 void ReplacingFile::Cancel() {
     if (beside_.isOpen()) {
-        beside_.cancelWriting();
-        beside_.commit();  // only removes the temporary file: writing was cancelled
+        DropTemporary(beside_);
     }
     Finish();
 }

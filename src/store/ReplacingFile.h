@@ -32,7 +32,8 @@ class ReplacingFile {
     // Where the new content is written.
     QIODevice& Device() { return buffer_; }
     // True once the file holds exactly what was written. Otherwise the file is
-    // as it was before, or ErrorString says where its old content is kept.
+    // as it was before, or ErrorString says where its old content is kept, or
+    // (a disk that gives back other bytes than it took) that it was replaced.
     bool Commit();
     // Drops what was written; the named file is not touched.
     void Cancel();
