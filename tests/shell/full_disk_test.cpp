@@ -45,7 +45,7 @@ void SaveAs(MainWindowWorld& w, const QString& path) {
 
 class FullDisk : public ::testing::Test {
   protected:
-    void SetUp() override { ASSERT_TRUE(disk.Mounted()) << disk.Error(); }
+    void SetUp() override { KELVANE_SKIP_UNLESS_MOUNTED(disk); }
 
     TinyDisk disk;
     MainWindowWorld w;
@@ -222,7 +222,7 @@ TEST(RecentListInPlace, AProgramFolderThatTakesNoNewFileStillKeepsTheList) {
 
 TEST_F(FullDisk, APictureOfTheMonthThatCannotBeWrittenLeavesTheOldOne) {
     TinyDisk disk(8 * 1024 * 1024);  // room for one picture
-    ASSERT_TRUE(disk.Mounted()) << disk.Error();
+    KELVANE_SKIP_UNLESS_MOUNTED(disk);
     w.ShowWindow();
     const QString path = disk.FilePath(QStringLiteral("month.bmp"));
     w.platform.FileDialog.Choose(path);
@@ -244,7 +244,7 @@ TEST_F(FullDisk, APictureOfTheMonthThatCannotBeWrittenLeavesTheOldOne) {
 // longer than the room left.
 TEST(FullDiskSettings, SettingsThatCannotBeWrittenStayAsTheyWere) {
     TinyDisk disk;
-    ASSERT_TRUE(disk.Mounted()) << disk.Error();
+    KELVANE_SKIP_UNLESS_MOUNTED(disk);
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, disk.Path());
     QtSettingsStore settings;
     const QString app = QStringLiteral("Kelvane");

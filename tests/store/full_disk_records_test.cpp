@@ -24,9 +24,7 @@ QByteArray ReadRecord(RecordFile& file, qint64 record) {
 
 TEST(FullDiskRecords, ARefusedWriteTouchesNoOtherRecord) {
     TinyDisk disk;
-    if (!disk.Mounted()) {
-        GTEST_SKIP() << "no small disk can be mounted here: " << disk.Error();
-    }
+    KELVANE_SKIP_UNLESS_MOUNTED(disk);
     RecordFile file(kLength);
     ASSERT_TRUE(file.Open(disk.FilePath(QStringLiteral("records"))));
     ASSERT_TRUE(file.Write(1, Record('A')));
@@ -51,9 +49,7 @@ TEST(FullDiskRecords, ARefusedWriteTouchesNoOtherRecord) {
 // schedule, and the dates saved before keep theirs.
 TEST(FullDiskRecords, SchedulesSavedBeforeAndDuringAFullDiskAllComeBack) {
     TinyDisk disk;
-    if (!disk.Mounted()) {
-        GTEST_SKIP() << "no small disk can be mounted here: " << disk.Error();
-    }
+    KELVANE_SKIP_UNLESS_MOUNTED(disk);
     TestWorld world(disk.Path());
     world.OpenStores();
     world.PutActivity(1, 1, 1, QStringLiteral("First"), {9, 0});

@@ -6,12 +6,19 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <gtest/gtest.h>
+
 #include <sys/mount.h>
 #include <sys/statvfs.h>
 
 #include <cerrno>
 #include <cstring>
 #include <string>
+
+// Skips the test on a machine that lets it mount no file system of its own.
+#define KELVANE_SKIP_UNLESS_MOUNTED(disk) \
+    if (!(disk).Mounted())                \
+    GTEST_SKIP() << "no small disk can be mounted here: " << (disk).Error()
 
 namespace kelvane::testing {
 
