@@ -14,7 +14,8 @@ class ProgramDirectory {
     // The directory in the platform's native form, with or without a trailing separator.
     virtual QString Path() const = 0;
     // The user's own folder for files the program keeps for them, such as the
-    // copy of unsaved changes made when the session ends; made when missing.
+    // copy of unsaved changes made when the session ends. It is made only by
+    // what writes there first, so that a session that needs none leaves none.
     // The program directory when the system has no such folder.
     virtual QString UserDataPath() const = 0;
     // Where a copy of unsaved work may still go when neither of the above can

@@ -43,7 +43,7 @@ QString QtProgramDirectory::Path() const {
 
 QString QtProgramDirectory::UserDataPath() const {
     const QString userDataDir = UserProgramDataDirectory();
-    if (userDataDir.isEmpty() || !QDir().mkpath(userDataDir)) {
+    if (userDataDir.isEmpty()) {
         return Path();
     }
     return QDir::toNativeSeparators(userDataDir);

@@ -157,6 +157,7 @@ QString DocumentCommands::SaveUnsavedCopy(const CalendarFileDate* openEdit) {
     const QStringList folders =
         QStringList{directory.UserDataPath(), directory.Path()} + directory.SpareFolders();
     for (const QString& folder : folders) {
+        QDir().mkpath(folder);  // the user's data folder is made by its first copy
         const QString fileName = UnsavedCopyName(folder);
         QString error;
         if (ReplaceFileContent(fileName, content, error)) {

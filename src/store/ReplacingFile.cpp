@@ -195,6 +195,7 @@ bool ReplacingFile::CommitInPlace() {
         error_ = QStringLiteral("the file cannot be read");
         return false;
     }
+    QDir().mkpath(keepFolder_);  // when it cannot be made, the writes below say so
     const QString bareName = QFileInfo(fileName_).fileName();
     const QString keptNew = FreeName(keepFolder_, bareName, QStringLiteral(".new"));
     const QString keptOld = FreeName(keepFolder_, bareName, QStringLiteral(".old"));

@@ -59,6 +59,16 @@ TEST(SessionEnd, UnsavedChangesGoToACopyThatIsTheNewestRecentFile) {
     EXPECT_EQ(date.Note, QStringLiteral("Flags\r\nDrums"));
 }
 
+// The user's data folder is made by the first copy that goes there.
+TEST(SessionEnd, TheFirstCopyMakesTheDataFolder) {
+    SessionWorld session;
+    const QString folder = session.userData.filePath(QStringLiteral("share/Kelvane"));
+    session.w.platform.Directory.UserData = folder;
+    session.EditFifthOfMay();
+    session.w.main.EndSession();
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList{"unsaved-2026-03-07-174509.cal"});
+}
+
 TEST(SessionEnd, TheCopyLoadsBackIntoTheSameDocument) {
     SessionWorld session;
     session.EditFifthOfMay();

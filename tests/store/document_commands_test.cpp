@@ -167,9 +167,9 @@ TEST_F(DocumentCommandsTest, OpenKeepsUnsavedChangesInACopyFirst) {
 TEST_F(DocumentCommandsTest, OpenWhereNoCopyCanBeKeptLoadsNothing) {
     const QString path = world.PathOf(QStringLiteral("plans.cal"));
     ASSERT_TRUE(WriteFile(path, OneTitleFile("Loaded")));
-    world.world.platform.Directory.UserData = world.PathOf(QStringLiteral("no such folder"));
-    world.world.platform.Directory.Directory =
-        world.PathOf(QStringLiteral("no such folder either"));
+    // Folders inside a file, which can never be made.
+    world.world.platform.Directory.UserData = path + QStringLiteral("/data");
+    world.world.platform.Directory.Directory = path + QStringLiteral("/program");
     world.EditDate(1, 2, QStringLiteral("Unsaved"), 0);
     world.store.module1.CalendarDirty = true;
     Dialogs().Choose(path);
