@@ -12,6 +12,17 @@
 namespace kelvane::testing {
 namespace {
 
+// The copy holds the edit whole, is the first recent file, and the temporary
+// files are gone.
+void ExpectAWholeCopyListedFirst(const ProgramCopy& copy, const QString& kept) {
+    EXPECT_EQ(copy.FirstRecentFile(), kept);
+    CalendarFileContent content;
+    ASSERT_EQ(ReadCalendarFileNamed(kept, content).Status, CalendarFileStatus::Ok);
+    ASSERT_EQ(content.Dates.size(), 2U);
+    EXPECT_EQ(content.Dates[1].Entry.Title.Trimmed(), QStringLiteral("Fifth of May"));
+    EXPECT_TRUE(copy.TemporaryFilesLeft().isEmpty());
+}
+
 // Only a whole copy counts: with the data folder full, the copy goes beside
 // the program, and nothing half-written is left or listed.
 TEST(FullDiskSessionEnd, ACopyTheDataFolderCannotTakeGoesBesideTheProgram) {
@@ -27,12 +38,7 @@ TEST(FullDiskSessionEnd, ACopyTheDataFolderCannotTakeGoesBesideTheProgram) {
     const QStringList copies = copy.CopiesBesideTheProgram();
     ASSERT_EQ(copies.size(), 1);
     const QString kept = QDir(copy.ProgramFolder()).filePath(copies.front());
-    EXPECT_EQ(copy.FirstRecentFile(), kept);
-    CalendarFileContent content;
-    ASSERT_EQ(ReadCalendarFileNamed(kept, content).Status, CalendarFileStatus::Ok);
-    ASSERT_EQ(content.Dates.size(), 2U);
-    EXPECT_EQ(content.Dates[1].Entry.Title.Trimmed(), QStringLiteral("Fifth of May"));
-    EXPECT_TRUE(copy.TemporaryFilesLeft().isEmpty());
+    ExpectAWholeCopyListedFirst(copy, kept);
 }
 
 // With the program's folder full as well, the copy goes to the home folder.
@@ -51,12 +57,7 @@ TEST(FullDiskSessionEnd, AFullDiskLeavesTheCopyInTheHomeFolder) {
         QDir(copy.HomeFolder()).entryList({QStringLiteral("unsaved-*.cal")}, QDir::Files);
     ASSERT_EQ(copies.size(), 1);
     const QString kept = QDir(copy.HomeFolder()).filePath(copies.front());
-    EXPECT_EQ(copy.FirstRecentFile(), kept);
-    CalendarFileContent content;
-    ASSERT_EQ(ReadCalendarFileNamed(kept, content).Status, CalendarFileStatus::Ok);
-    ASSERT_EQ(content.Dates.size(), 2U);
-    EXPECT_EQ(content.Dates[1].Entry.Title.Trimmed(), QStringLiteral("Fifth of May"));
-    EXPECT_TRUE(copy.TemporaryFilesLeft().isEmpty());
+    ExpectAWholeCopyListedFirst(copy, kept);
 }
 
 // No folder can take a whole copy: no copy is made or listed, and the
