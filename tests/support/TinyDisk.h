@@ -17,8 +17,9 @@
 
 // Skips the test on a machine that lets it mount no file system of its own.
 #define KELVANE_SKIP_UNLESS_MOUNTED(disk) \
-    if (!(disk).Mounted())                \
-    GTEST_SKIP() << "no small disk can be mounted here: " << (disk).Error()
+    if ((disk).Mounted()) {               \
+    } else                                \
+        GTEST_SKIP() << "no small disk can be mounted here: " << (disk).Error()
 
 namespace kelvane::testing {
 

@@ -1,18 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "CalRun.h"
-#include "support/PermissionsApply.h"
 #include "support/TinyDisk.h"
-
-#include <QTemporaryDir>
 
 // kelvane-cal writing to a disk that fills up: a file the disk did not take
 // whole is never reported as written, and an old one stays as it was.
 namespace kelvane::cal::testing {
 namespace {
 
-using kelvane::testing::Chmod;
-using kelvane::testing::PermissionsApply;
 using kelvane::testing::TinyDisk;
 
 TEST(FullDiskOutput, AnExportThatDoesNotFitLeavesTheOldFileAndFails) {
@@ -29,26 +24,6 @@ TEST(FullDiskOutput, AnExportThatDoesNotFitLeavesTheOldFileAndFails) {
     EXPECT_TRUE(run.Err.contains(QStringLiteral("No space left on device")))
         << run.Err.toStdString();
     EXPECT_EQ(ReadBytes(out), QByteArray("an old export"));
-}
-
-// A folder that lets its files be rewritten but takes no new one.
-TEST(FullDiskOutput, AnExportIntoAFolderThatTakesNoNewFileRewritesTheOldOne) {
-    QTemporaryDir folder;
-    const QString out = folder.filePath(QStringLiteral("out.ics"));
-    ASSERT_TRUE(WriteBytes(out, "an old export"));
-    ASSERT_EQ(Chmod(out, 0666), 0);
-    ASSERT_EQ(Chmod(folder.path(), 0555), 0);
-    CalRun run;
-    {
-        PermissionsApply permissions;
-        ASSERT_TRUE(permissions.Active());
-        run = RunCal({QStringLiteral("export"), StoreData(QStringLiteral("known_document.cal")),
-                      QStringLiteral("--year"), QStringLiteral("2027"), QStringLiteral("-o"), out,
-                      QStringLiteral("--force")});
-    }
-    Chmod(folder.path(), 0755);
-    EXPECT_EQ(run.Status, 0) << run.Err.toStdString();
-    EXPECT_TRUE(ReadBytes(out).startsWith("BEGIN:VCALENDAR"));
 }
 
 }  // namespace
