@@ -19,7 +19,7 @@ class ProgramDirectory {
     // The program directory when the system has no such folder.
     virtual QString UserDataPath() const = 0;
     // Where a copy of unsaved work may still go when neither of the above can
-    // take it: the user's home folder and the system's temporary folder.
+    // take it: the user's home folder.
     virtual QStringList SpareFolders() const = 0;
 };
 

@@ -49,8 +49,10 @@ QString QtProgramDirectory::UserDataPath() const {
     return QDir::toNativeSeparators(userDataDir);
 }
 
+// Not the temporary folder: it is often emptied at the restart that follows
+// the end of a session, and others may read it.
 QStringList QtProgramDirectory::SpareFolders() const {
-    return {QDir::toNativeSeparators(QDir::homePath()), QDir::toNativeSeparators(QDir::tempPath())};
+    return {QDir::toNativeSeparators(QDir::homePath())};
 }
 
 }  // namespace kelvane

@@ -13,7 +13,7 @@ class QtProgramDirectory final : public ProgramDirectory {
     // Decided on the first call and kept for the rest of the run, so that the
     // files of one run never end up in two places.
     QString Path() const override;
-    // UserProgramDataDirectory, made when missing.
+    // UserProgramDataDirectory; made by the first file that goes there.
     QString UserDataPath() const override;
     QStringList SpareFolders() const override;
 

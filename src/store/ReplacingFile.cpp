@@ -110,6 +110,20 @@ bool RewriteInPlace(const QString& fileName, const QByteArray& bytes, QString& e
     return true;
 }
 
+// The kept copies may lie in a folder others can read (the temporary one):
+// only their owner may read them. QSaveFile keeps the permissions of the file
+// it replaces.
+bool KeepPrivately(const QString& fileName, const QByteArray& bytes, QString& error) {
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) ||
+        !file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
+        error = file.errorString();
+        return false;
+    }
+    file.close();
+    return ReplaceFileContent(fileName, bytes, error);
+}
+
 // A name in `folder` that no file has yet: "plans.cal.old", "plans.cal-2.old"...
 QString FreeName(const QString& folder, const QString& bareName, const QString& suffix) {
     const QDir directory(folder);
@@ -200,7 +214,7 @@ bool ReplacingFile::CommitInPlace() {
     const QString keptNew = FreeName(keepFolder_, bareName, QStringLiteral(".new"));
     const QString keptOld = FreeName(keepFolder_, bareName, QStringLiteral(".old"));
     QString why;
-    if (!ReplaceFileContent(keptNew, content_, why) || !ReplaceFileContent(keptOld, old, why)) {
+    if (!KeepPrivately(keptNew, content_, why) || !KeepPrivately(keptOld, old, why)) {
         QFile::remove(keptNew);
         QFile::remove(keptOld);
         error_ = QStringLiteral("its content could not be kept in %1 first: %2")

@@ -69,11 +69,9 @@ TEST(FullDiskSessionEnd, WithNoRoomAnywhereTheTemporaryFilesStay) {
     ASSERT_TRUE(QDir().mkpath(programFolder));
     ProgramCopy copy(programFolder, disk.FilePath(QStringLiteral("data")));
     ASSERT_TRUE(QDir().mkpath(copy.DataFolder()));
-    for (const char* folder : {"home", "tmp"}) {
-        ASSERT_TRUE(QDir().mkpath(disk.FilePath(QString::fromLatin1(folder))));
-    }
-    copy.SetEnvironment(QStringLiteral("HOME"), disk.FilePath(QStringLiteral("home")));
-    copy.SetEnvironment(QStringLiteral("TMPDIR"), disk.FilePath(QStringLiteral("tmp")));
+    const QString home = disk.FilePath(QStringLiteral("home"));
+    ASSERT_TRUE(QDir().mkpath(home));
+    copy.SetEnvironment(QStringLiteral("HOME"), home);
     ASSERT_TRUE(copy.Start(QStringLiteral("edit")));
     ASSERT_TRUE(disk.Fill());
     ASSERT_TRUE(copy.EndWith(SIGTERM)) << copy.Output().toStdString();
@@ -81,6 +79,7 @@ TEST(FullDiskSessionEnd, WithNoRoomAnywhereTheTemporaryFilesStay) {
     EXPECT_EQ(copy.CopiesMade(), QStringList());
     EXPECT_EQ(copy.CopiesBesideTheProgram(), QStringList());
     EXPECT_EQ(QDir(copy.DataFolder()).entryList(QDir::Files | QDir::Hidden), QStringList());
+    EXPECT_EQ(QDir(home).entryList(QDir::Files | QDir::Hidden), QStringList());
     EXPECT_FALSE(copy.FirstRecentFile().contains(QStringLiteral("unsaved-")));
     EXPECT_EQ(copy.TemporaryFilesLeft(),
               (QStringList{QStringLiteral("~tempAppoint.tmp"), QStringLiteral("~tmpDiaryCal")}));
