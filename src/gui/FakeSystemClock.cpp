@@ -7,7 +7,11 @@ QString FakeSystemClock::DateText() const {
 }
 
 QString FakeSystemClock::TimeText() const {
-    return Now.time().toString(QStringLiteral("hh:mm:ss"));
+    const QString text = Now.time().toString(QStringLiteral("hh:mm:ss"));
+    if (AfterTimeRead) {
+        AfterTimeRead();
+    }
+    return text;
 }
 
 double FakeSystemClock::SecondsSinceMidnight() const {

@@ -2,6 +2,8 @@
 
 #include <QDateTime>
 
+#include <functional>
+
 #include "gui/SystemClock.h"
 
 namespace kelvane {
@@ -19,6 +21,9 @@ class FakeSystemClock final : public SystemClock {
     void AdvanceMinutes(int minutes) { Now = Now.addSecs(60LL * minutes); }
 
     QDateTime Now;
+    // Runs after each reading of the time: a clock that moves between the
+    // reading of the time and of the date.
+    std::function<void()> AfterTimeRead;
 };
 
 }  // namespace kelvane

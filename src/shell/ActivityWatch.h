@@ -113,6 +113,7 @@ class ActivityWatch {
     void Rebuild(const CalDate& today);
     void CatchUp();
     void LookAtTheClock();
+    void ReadDateAndTime();
     void SkipMinutesWithoutTicks();
     static qint64 MinutesBetween(const Minute& from, const Minute& to);
     static Minute MinuteBefore(const Minute& minute);

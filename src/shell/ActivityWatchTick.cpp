@@ -49,7 +49,7 @@ void ActivityWatch::Release() {
 }
 
 void ActivityWatch::WatchTick() {
-    store_.module1.ReadClock();
+    ReadDateAndTime();
     SkipMinutesWithoutTicks();
     // After a day with nothing pending WatchTime is 23:59, which the clock
     // never passes: a new date rebuilds too.
@@ -59,6 +59,17 @@ void ActivityWatch::WatchTick() {
     LookAtTheClock();
     if (AlertsEnabled && !Held()) {
         ShowPendingAlerts();
+    }
+}
+
+// The time and the date are read apart. When midnight passes between the two
+// readings the time is read again, so that a tick never takes 23:59 for a
+// time of the new date.
+void ActivityWatch::ReadDateAndTime() {
+    const CalDate before = Today();
+    store_.module1.ReadClock();
+    if (Today() != before) {
+        store_.module1.ReadClock();
     }
 }
 

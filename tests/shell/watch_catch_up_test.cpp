@@ -275,5 +275,21 @@ TEST(WatchCatchUp, AMachineThatSleptOverMidnightAnnouncesNeitherDaysMissedMinute
     EXPECT_EQ(w.ScheduleLines().at(1), QStringLiteral("Today: 8-3-2026 (Sunday)"));
 }
 
+// Midnight passes between the reading of the time and of the date.
+TEST(WatchCatchUp, ATickThatReadsTheTimeJustBeforeMidnightStillAnnouncesTheNewDay) {
+    MainWindowWorld w(2026, 3, 7, 23, 59);
+    w.AddActivity(3, 8, QStringLiteral("Bells"), 0, 0);
+    w.watch.BuildTodaysSchedule();
+    w.TickAt(23, 59, 20);
+    w.platform.Clock.Now.setTime(QTime(23, 59, 59));
+    w.platform.Clock.AfterTimeRead = [&w] {
+        w.platform.Clock.AfterTimeRead = nullptr;
+        w.platform.Clock.Set(2026, 3, 8, 0, 0, 0);
+    };
+    w.main.Timer1_Timer();
+    w.TickAt(0, 0, 40);
+    EXPECT_EQ(w.ShownTexts(), QStringList{"Activities Starting/Ending\rstarting Bells"});
+}
+
 }  // namespace
 }  // namespace kelvane::testing
