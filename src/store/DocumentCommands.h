@@ -44,8 +44,8 @@ class DocumentCommands {
     // Writes the open document, without a question, a message or a word in the
     // status bar, to a new file "unsaved-YYYY-MM-DD-hhmmss.cal" (the system's
     // date and time) in the user's data folder, or in the first that can take
-    // it of the program directory, the home folder and the temporary folder,
-    // and makes it the newest recent file. A copy
+    // it of the program directory and the spare folders (the home folder), and
+    // makes it the newest recent file. A copy
     // counts once it has been read back whole; the same document is copied
     // once. `openEdit`, when given, is a date being edited, as OK would keep it.
     // Returns the file's name, or "" when no folder could take a whole copy.
