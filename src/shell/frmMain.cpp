@@ -218,7 +218,6 @@ void frmMain::StartFileCommand() {
 }
 
 void frmMain::EndFileCommand() {
-    Q_ASSERT(!fileCommands_.empty());
     if (!fileCommands_.empty()) {
         fileCommands_.pop_back();
     }
