@@ -6,7 +6,14 @@ bool RecordFile::Open(const QString& path) {
     Close();
     kept_.clear();
     file_.setFileName(path);
-    return file_.open(QIODevice::ReadWrite);
+    return file_.open(OpenMode());
+}
+
+// Flushed writes go straight to the system: a write the disk refuses leaves
+// nothing behind in a buffer of the file's own.
+QIODevice::OpenMode RecordFile::OpenMode() const {
+    return writes_ == Writes::Flushed ? QIODevice::ReadWrite | QIODevice::Unbuffered
+                                      : QIODevice::ReadWrite;
 }
 
 void RecordFile::Close() {
@@ -41,13 +48,14 @@ bool RecordFile::Write(qint64 firstRecord, const QByteArray& records) {
     return false;
 }
 
-// A write the disk refused stays in the file's buffer, where a later write to
-// another record would take it along to the wrong place, and a read would fail
-// on it. The file is opened anew without it: the records are kept in memory.
+// A buffered write the disk refused stays in the file's buffer, where a later
+// write to another record would take it along to the wrong place, and a read
+// would fail on it. The file is opened anew without it (never made anew, should
+// it have gone meanwhile): the records are kept in memory.
 void RecordFile::DropUnwritten() {
-    if (IsOpen()) {
+    if (IsOpen() && writes_ == Writes::Buffered) {
         file_.close();
-        file_.open(QIODevice::ReadWrite);
+        file_.open(OpenMode() | QIODevice::ExistingOnly);
     }
 }
 

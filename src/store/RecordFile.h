@@ -57,6 +57,7 @@ class RecordFile {
     void Keep(qint64 firstRecord, const QByteArray& records);
     void Forget(qint64 firstRecord, qint64 count);
     void DropUnwritten();
+    QIODevice::OpenMode OpenMode() const;
     bool ReadKept(qint64 firstRecord, int count, QByteArray& records) const;
 
     QFile file_;

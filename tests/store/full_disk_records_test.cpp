@@ -45,6 +45,24 @@ TEST(FullDiskRecords, ARefusedWriteTouchesNoOtherRecord) {
     EXPECT_EQ(onDisk.read(2 * kLength), Record('A') + Record('B'));
 }
 
+// Someone deleted the file while it was open: its records stay readable
+// through the open file after a write the disk refused.
+TEST(FullDiskRecords, ARefusedWriteToAFileDeletedMeanwhileLosesNoRecord) {
+    TinyDisk disk;
+    KELVANE_SKIP_UNLESS_MOUNTED(disk);
+    RecordFile file(kLength);
+    ASSERT_TRUE(file.Open(disk.FilePath(QStringLiteral("records"))));
+    ASSERT_TRUE(file.Write(1, Record('A')));
+    ASSERT_TRUE(file.Write(2, Record('B')));
+    ASSERT_TRUE(QFile::remove(disk.FilePath(QStringLiteral("records"))));
+    ASSERT_TRUE(disk.Fill());
+
+    EXPECT_FALSE(file.Write(9, Record('C')));
+    EXPECT_EQ(ReadRecord(file, 1), Record('A'));
+    EXPECT_EQ(ReadRecord(file, 2), Record('B'));
+    EXPECT_EQ(ReadRecord(file, 9), Record('C'));
+}
+
 // Through the schedule store: a date saved while the disk is full keeps its
 // schedule, and the dates saved before keep theirs.
 TEST(FullDiskRecords, SchedulesSavedBeforeAndDuringAFullDiskAllComeBack) {
