@@ -178,6 +178,10 @@ void CalendarBuilder::AddEnd(icalcomponent* event, const QString& where, const Q
     }
     const int order = CompareClockTime(entry.EndTime, entry.StartTime);
     if (order == 0) {
+        // calcurse refuses an end equal to the start and a duration of zero, and
+        // khal lengthens an event without an end to an hour; both show a second
+        // as no time at all. The mark tells an import the length is really none.
+        icalcomponent_add_property(event, icalproperty_new_duration(icaldurationtype_from_int(1)));
         icalproperty* mark = icalproperty_new_x("TRUE");
         icalproperty_set_x_name(mark, kEndsAtStartProperty);
         icalcomponent_add_property(event, mark);

@@ -299,13 +299,13 @@ bool Importer::ShapeOf(icalcomponent* event, int line, EventShape& shape) {
         tally_.Add(QStringLiteral("an event with an impossible start is left out"), line);
         return false;
     }
-    if (icalproperty* end = icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY)) {
+    if (EndsAtStart(event)) {
+        shape.HasLength = true;  // of no length, whatever stands in for the end
+    } else if (icalproperty* end = icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY)) {
         TakeEnd(start, end, line, unknownZone, shape);
     } else if (icalproperty* length =
                    icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY)) {
         TakeDuration(length, line, shape);
-    } else if (EndsAtStart(event)) {
-        shape.HasLength = true;  // of no length
     }
     if (unknownZone) {
         tally_.Add(QStringLiteral("a time zone nobody knows is taken as local time"), line);
