@@ -12,6 +12,7 @@ packages=(
     desktop-file-utils shared-mime-info
     clang libclang-rt-dev
     radicale nginx
+    calcurse khal python3-icalendar
     "$@"
 )
 

@@ -20,7 +20,7 @@ const char* const kExportHelp =
     "seed, the date and the activity's place, so exporting the same file again\n"
     "gives the events the same UIDs.\n"
     "\n"
-    "  --year YYYY   the year the dates are put in (1 to 9999)\n"
+    "  --year YYYY   the year the dates are put in (%1)\n"
     "  -o, --output OUT.ics\n"
     "                the file to write; '-' or none for the standard output\n"
     "  --uid-seed TEXT\n"
@@ -28,6 +28,11 @@ const char* const kExportHelp =
     "                its folder (give two files of the same name in different\n"
     "                folders seeds of their own)\n"
     "  --force       replace OUT.ics when it exists\n";
+
+// The help with the years an export writes.
+QByteArray ExportHelp() {
+    return QString::fromLatin1(kExportHelp).arg(ExportYears()).toLatin1();
+}
 
 }  // namespace
 
@@ -41,7 +46,7 @@ int RunExport(const QStringList& words, const Environment& environment, QTextStr
                        {QStringLiteral("--output"), QStringLiteral("-o"), true},
                        {QStringLiteral("--uid-seed"), QString(), true},
                        {QStringLiteral("--force"), QString(), false}},
-                      kExportHelp, arguments, out, err, status)) {
+                      ExportHelp().constData(), arguments, out, err, status)) {
         return status;
     }
     QString problem;
@@ -49,8 +54,8 @@ int RunExport(const QStringList& words, const Environment& environment, QTextStr
         return UsageError(command, QStringLiteral("give one calendar file"), err);
     }
     int year = 0;
-    if (!ParseWholeNumber(arguments.Value(QStringLiteral("--year")), 1, 9999, year)) {
-        return UsageError(command, QStringLiteral("--year takes a year from 1 to 9999"), err);
+    if (!ReadExportYear(arguments.Value(QStringLiteral("--year")), year, problem)) {
+        return UsageError(command, problem, err);
     }
     const QString uidSeed = arguments.Value(QStringLiteral("--uid-seed"));
     if (arguments.HasValue(QStringLiteral("--uid-seed")) && uidSeed.trimmed().isEmpty()) {

@@ -4,6 +4,7 @@
 #include <QDate>
 #include <QFileInfo>
 
+#include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/LibIcal.h"
 #include "store/Conversions.h"
@@ -12,25 +13,45 @@ namespace kelvane::cal {
 
 namespace {
 
-// The last year an iCalendar date can be in.
-constexpr int kLastYear = 9999;
+constexpr int kDay = 24 * 60 * 60;
 
-icaltimetype DateValue(int year, int month, int day) {
-    icaltimetype date = icaltime_null_date();
-    date.year = year;
-    date.month = month;
-    date.day = day;
-    return date;
+// The texts of dates and times are made here: libical 3.0 writes every year
+// after 3000 as "00000000T000000", and a date in year 1 without VALUE=DATE.
+QByteArray DateText(const QDate& date) {
+    return QStringLiteral("%1%2%3")
+        .arg(date.year(), 4, 10, QLatin1Char('0'))
+        .arg(date.month(), 2, 10, QLatin1Char('0'))
+        .arg(date.day(), 2, 10, QLatin1Char('0'))
+        .toLatin1();
 }
 
-icaltimetype FloatingTime(int year, int month, int day, const ClockTime& time) {
-    icaltimetype value = icaltime_null_time();
-    value.year = year;
-    value.month = month;
-    value.day = day;
-    value.hour = time.Hour;
-    value.minute = time.Minute;
-    return value;
+QByteArray FloatingTimeText(const QDate& date, const ClockTime& time) {
+    return DateText(date) + QStringLiteral("T%1%2%3")
+                                .arg(time.Hour, 2, 10, QLatin1Char('0'))
+                                .arg(time.Minute, 2, 10, QLatin1Char('0'))
+                                .arg(0, 2, 10, QLatin1Char('0'))
+                                .toLatin1();
+}
+
+// A DTSTART or DTEND holding a date, marked VALUE=DATE as RFC 5545 wants.
+icalproperty* DateProperty(icalproperty_kind kind, const QDate& date) {
+    icalproperty* property = icalproperty_new(kind);
+    icalproperty_set_value(property,
+                           icalvalue_new_from_string(ICAL_DATE_VALUE, DateText(date).constData()));
+    if (icalproperty_get_first_parameter(property, ICAL_VALUE_PARAMETER) == nullptr) {
+        icalproperty_add_parameter(property, icalparameter_new_value(ICAL_VALUE_DATE));
+    }
+    return property;
+}
+
+// A DTSTART or DTEND holding a time in floating local time.
+icalproperty* FloatingTimeProperty(icalproperty_kind kind, const QDate& date,
+                                   const ClockTime& time) {
+    icalproperty* property = icalproperty_new(kind);
+    icalproperty_set_value(
+        property,
+        icalvalue_new_from_string(ICAL_DATETIME_VALUE, FloatingTimeText(date, time).constData()));
+    return property;
 }
 
 // The seed of a request's UIDs: the one asked for, or the file's name without its folder.
@@ -63,7 +84,7 @@ class CalendarBuilder {
     icalcomponent* NewEvent(int month, int day, int slot);
     void AddAllDayEvent(const CalendarFileDate& date, const QString& title, const QString& note);
     void AddActivity(const CalendarFileDate& date, const NumberedActivity& activity);
-    void AddEnd(icalcomponent* event, const QString& where, const icaltimetype& start,
+    void AddEnd(icalcomponent* event, const QString& where, const QDate& day,
                 const Appointment& entry);
 
     const ExportRequest& request_;
@@ -104,14 +125,18 @@ void CalendarBuilder::AddDate(const CalendarFileDate& date) {
 void CalendarBuilder::AddAllDayEvent(const CalendarFileDate& date, const QString& title,
                                      const QString& note) {
     icalcomponent* event = NewEvent(date.Month, date.Day, 0);
-    const icaltimetype start = DateValue(request_.Year, date.Month, date.Day);
-    icaltimetype end = start;
-    icaltime_adjust(&end, 1, 0, 0, 0);
-    icalcomponent_add_property(event, icalproperty_new_dtstart(start));
-    icalcomponent_add_property(event, icalproperty_new_dtend(end));
-    if (!title.isEmpty()) {
-        icalcomponent_add_property(event, icalproperty_new_summary(title.toUtf8().constData()));
+    const QDate day(request_.Year, date.Month, date.Day);
+    icalcomponent_add_property(event, DateProperty(ICAL_DTSTART_PROPERTY, day));
+    // 31 December 9999 cannot end on the next day, which has no iCalendar date.
+    if (day.year() < kLastExportYear || day.month() < 12 || day.day() < 31) {
+        icalcomponent_add_property(event, DateProperty(ICAL_DTEND_PROPERTY, day.addDays(1)));
+    } else {
+        icalcomponent_add_property(event,
+                                   icalproperty_new_duration(icaldurationtype_from_int(kDay)));
     }
+    // Every event has a summary, empty without a title: calcurse fails on an
+    // event without one.
+    icalcomponent_add_property(event, icalproperty_new_summary(title.toUtf8().constData()));
     if (!note.isEmpty()) {
         icalcomponent_add_property(event,
                                    icalproperty_new_description(DescriptionOf(note).constData()));
@@ -132,17 +157,18 @@ void CalendarBuilder::AddActivity(const CalendarFileDate& date, const NumberedAc
         return;
     }
     icalcomponent* event = NewEvent(date.Month, date.Day, activity.Slot);
-    const icaltimetype start = FloatingTime(request_.Year, date.Month, date.Day, entry.StartTime);
-    icalcomponent_add_property(event, icalproperty_new_dtstart(start));
+    const QDate day(request_.Year, date.Month, date.Day);
+    icalcomponent_add_property(event,
+                               FloatingTimeProperty(ICAL_DTSTART_PROPERTY, day, entry.StartTime));
     if (entry.EndTime.Hour >= 0) {
-        AddEnd(event, where, start, entry);
+        AddEnd(event, where, day, entry);
     }
     const QByteArray summary = entry.Description.Trimmed().toUtf8();
     icalcomponent_add_property(event, icalproperty_new_summary(summary.constData()));
     ++result_.TimedEvents;
 }
 
-void CalendarBuilder::AddEnd(icalcomponent* event, const QString& where, const icaltimetype& start,
+void CalendarBuilder::AddEnd(icalcomponent* event, const QString& where, const QDate& day,
                              const Appointment& entry) {
     if (!IsTimeOfDay(entry.EndTime)) {
         result_.Warnings << QStringLiteral(
@@ -150,20 +176,29 @@ void CalendarBuilder::AddEnd(icalcomponent* event, const QString& where, const i
                                 .arg(where, Time24(entry.EndTime));
         return;
     }
-    icaltimetype end = FloatingTime(start.year, start.month, start.day, entry.EndTime);
-    // An end before the start is past midnight: on the next day, as an import reads it.
-    if (CompareClockTime(entry.EndTime, entry.StartTime) < 0) {
-        icaltime_adjust(&end, 1, 0, 0, 0);
-        if (end.year > kLastYear) {
-            result_.Warnings << QStringLiteral(
-                                    "%1 ends at %2 on the next day, which is past the year %3; "
-                                    "exported without an end")
-                                    .arg(where, Time24(entry.EndTime))
-                                    .arg(kLastYear);
-            return;
-        }
+    const int order = CompareClockTime(entry.EndTime, entry.StartTime);
+    if (order == 0) {
+        // calcurse refuses an end equal to the start and a duration of zero, and
+        // khal lengthens an event without an end to an hour; both show a second
+        // as no time at all. The mark tells an import the length is really none.
+        icalcomponent_add_property(event, icalproperty_new_duration(icaldurationtype_from_int(1)));
+        icalproperty* mark = icalproperty_new_x("TRUE");
+        icalproperty_set_x_name(mark, kEndsAtStartProperty);
+        icalcomponent_add_property(event, mark);
+        return;
     }
-    icalcomponent_add_property(event, icalproperty_new_dtend(end));
+    // An end before the start is past midnight: on the next day, as an import reads it.
+    const QDate endDay = order < 0 ? day.addDays(1) : day;
+    if (endDay.year() > kLastExportYear) {
+        result_.Warnings << QStringLiteral(
+                                "%1 ends at %2 on the next day, which is past the year %3; "
+                                "exported without an end")
+                                .arg(where, Time24(entry.EndTime))
+                                .arg(kLastExportYear);
+        return;
+    }
+    icalcomponent_add_property(event,
+                               FloatingTimeProperty(ICAL_DTEND_PROPERTY, endDay, entry.EndTime));
 }
 
 QByteArray CalendarBuilder::Text() const {
@@ -174,6 +209,18 @@ QByteArray CalendarBuilder::Text() const {
 }
 
 }  // namespace
+
+QString ExportYears() {
+    return QStringLiteral("%1 to %2").arg(kFirstExportYear).arg(kLastExportYear);
+}
+
+bool ReadExportYear(const QString& text, int& year, QString& problem) {
+    if (ParseWholeNumber(text, kFirstExportYear, kLastExportYear, year)) {
+        return true;
+    }
+    problem = QStringLiteral("--year takes a year from %1").arg(ExportYears());
+    return false;
+}
 
 QString EventUid(const QString& seed, int year, int month, int day, int slot) {
     const QByteArray name = seed.toUtf8();

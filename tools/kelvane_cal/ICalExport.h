@@ -9,6 +9,20 @@
 
 namespace kelvane::cal {
 
+// The years an export can put the dates in: those iCalendar's four digits write.
+inline constexpr int kFirstExportYear = 1;
+inline constexpr int kLastExportYear = 9999;
+// "1 to 9999", as the help texts say it.
+QString ExportYears();
+// Reads the year of --year for export and publish; false with the usage problem.
+bool ReadExportYear(const QString& text, int& year, QString& problem);
+
+// Marks an activity that ends when it starts. Such an event has neither DTEND
+// nor DURATION, which RFC 5545 reads as ending at its start; clients refuse an
+// end equal to the start or a DURATION of zero. Without the mark, an event
+// without an end is an activity without an end time.
+inline constexpr char kEndsAtStartProperty[] = "X-KELVANE-ENDS-AT-START";
+
 struct ExportRequest {
     QString FileName;  // the calendar file
     int Year = 0;      // the year the dates are put in
@@ -24,9 +38,9 @@ struct ExportResult {
 };
 
 // The calendar as iCalendar: an all-day event for each date with a title or a
-// note (the title is its summary, the note its description), and a timed
-// event in floating local time for each activity; an activity that ends
-// before it starts ends on the next day. UIDs are made of the seed, the date
+// note (the title is its summary, empty without one, the note its
+// description), and a timed event in floating local time for each activity;
+// an activity that ends before it starts ends on the next day. UIDs are made of the seed, the date
 // and the activity's slot, so exporting the same file again gives the same
 // UIDs.
 ExportResult ExportToICalendar(const CalendarFileContent& content, const ExportRequest& request);

@@ -7,6 +7,7 @@
 #include <bitset>
 #include <vector>
 
+#include "kelvane_cal/ICalExport.h"
 #include "kelvane_cal/ICalReader.h"
 #include "kelvane_cal/Occurrences.h"
 #include "kelvane_cal/ZoneBook.h"
@@ -159,6 +160,17 @@ bool IsRealTime(const icaltimetype& time) {
            time.hour <= 23 && time.minute >= 0 && time.minute <= 59;
 }
 
+// An event an export marked as ending when it starts; see kEndsAtStartProperty.
+bool EndsAtStart(icalcomponent* event) {
+    for (icalproperty* mark = icalcomponent_get_first_property(event, ICAL_X_PROPERTY);
+         mark != nullptr; mark = icalcomponent_get_next_property(event, ICAL_X_PROPERTY)) {
+        if (qstricmp(icalproperty_get_x_name(mark), kEndsAtStartProperty) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
 class Importer {
   public:
     Importer(const ImportRequest& request, ImportedDates& dates, ImportReport& report)
@@ -287,7 +299,9 @@ bool Importer::ShapeOf(icalcomponent* event, int line, EventShape& shape) {
         tally_.Add(QStringLiteral("an event with an impossible start is left out"), line);
         return false;
     }
-    if (icalproperty* end = icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY)) {
+    if (EndsAtStart(event)) {
+        shape.HasLength = true;  // of no length, whatever stands in for the end
+    } else if (icalproperty* end = icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY)) {
         TakeEnd(start, end, line, unknownZone, shape);
     } else if (icalproperty* length =
                    icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY)) {

@@ -35,7 +35,7 @@ const char* const kPublishHelp =
     "The password comes from --password-file (which only its owner may read),\n"
     "from ~/.netrc, or from the environment variable KELVANE_CALDAV_PASSWORD.\n"
     "\n"
-    "  --year YYYY          the year the dates are put in (1 to 9999)\n"
+    "  --year YYYY          the year the dates are put in (%1)\n"
     "  --url URL            the calendar collection, https (http only to this\n"
     "                       computer)\n"
     "  --user NAME          the user name (else the one in ~/.netrc)\n"
@@ -47,6 +47,11 @@ const char* const kPublishHelp =
     "  --allow-http         allow plain http to other computers (a warning each run)\n"
     "  --timeout SECONDS    how long the server may go without answering (60 when\n"
     "                       left out)\n";
+
+// The help with the years an export writes.
+QByteArray PublishHelp() {
+    return QString::fromLatin1(kPublishHelp).arg(ExportYears()).toLatin1();
+}
 
 constexpr int kParallel = 4;
 
@@ -69,8 +74,7 @@ bool ReadPublishWords(const Arguments& arguments, PublishWords& words, QString& 
         return false;
     }
     words.File = arguments.Positional.first();
-    if (!ParseWholeNumber(arguments.Value(QStringLiteral("--year")), 1, 9999, words.Year)) {
-        problem = QStringLiteral("--year takes a year from 1 to 9999");
+    if (!ReadExportYear(arguments.Value(QStringLiteral("--year")), words.Year, problem)) {
         return false;
     }
     if (!arguments.HasValue(QStringLiteral("--url"))) {
@@ -429,7 +433,7 @@ int RunPublish(const QStringList& words, const Environment& environment, QTextSt
                        {QStringLiteral("--dry-run"), QString(), false},
                        {QStringLiteral("--force"), QString(), false},
                        {QStringLiteral("--allow-http"), QString(), false}},
-                      kPublishHelp, arguments, out, err, status)) {
+                      PublishHelp().constData(), arguments, out, err, status)) {
         return status;
     }
     PublishWords publishWords;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QFileInfo>
 
 #include <map>
@@ -42,24 +43,55 @@ CalendarFileContent SampleCalendar() {
     return content;
 }
 
-// The events of an iCalendar text by UID; fails the test on any libical error.
+// The events of an iCalendar text by UID, read as an import reads them: an
+// empty text such as "SUMMARY:", which RFC 5545 allows but libical's parser
+// takes for an error, is passed over. Fails the test on any other libical
+// error and on any rule of RFC 5545 an event breaks.
 std::map<QString, ComponentPtr> EventsOf(const QByteArray& text) {
     std::map<QString, ComponentPtr> events;
-    ComponentPtr calendar(icalparser_parse_string(text.constData()));
-    EXPECT_NE(calendar, nullptr);
-    if (calendar == nullptr) {
-        return events;
+    QBuffer buffer;
+    buffer.setData(text);
+    EXPECT_TRUE(buffer.open(QIODevice::ReadOnly));
+    ICalendarReader reader(buffer);
+    ComponentPtr calendar(icalcomponent_new_vcalendar());
+    icalcomponent_add_property(calendar.get(), icalproperty_new_version("2.0"));
+    icalcomponent_add_property(calendar.get(), icalproperty_new_prodid("-//test//EN"));
+    ComponentPtr component;
+    int line = 0;
+    while (reader.Next(component, line)) {
+        EXPECT_EQ(FirstParseError(component.get()), "") << "line " << line;
+        if (icalcomponent_isa(component.get()) == ICAL_VEVENT_COMPONENT) {
+            events[FromIcal(icalcomponent_get_uid(component.get()))].reset(
+                icalcomponent_new_clone(component.get()));
+        }
+        icalcomponent_add_component(calendar.get(), component.release());
     }
-    EXPECT_EQ(FirstParseError(calendar.get()), "");
+    EXPECT_FALSE(reader.Failed()) << reader.Problem().toStdString();
+    EXPECT_TRUE(reader.Warnings().empty());
+    EXPECT_TRUE(reader.TextWarnings().isEmpty());
     icalrestriction_check(calendar.get());
     EXPECT_EQ(FirstParseError(calendar.get()), "") << "breaks a rule of RFC 5545";
-    for (icalcomponent* event =
-             icalcomponent_get_first_component(calendar.get(), ICAL_VEVENT_COMPONENT);
-         event != nullptr;
-         event = icalcomponent_get_next_component(calendar.get(), ICAL_VEVENT_COMPONENT)) {
-        events[FromIcal(icalcomponent_get_uid(event))].reset(icalcomponent_new_clone(event));
-    }
     return events;
+}
+
+// The lines of the event with `uid` as the text writes them, without folding.
+QByteArrayList EventLines(const QByteArray& text, const QString& uid) {
+    QByteArray unfolded = text;
+    unfolded.replace("\r\n ", "");
+    QByteArrayList lines;
+    bool found = false;
+    for (const QByteArray& line : unfolded.split('\n')) {
+        const QByteArray trimmed = line.trimmed();
+        if (trimmed == "BEGIN:VEVENT") {
+            lines.clear();
+        }
+        lines << trimmed;
+        found = found || trimmed == "UID:" + uid.toUtf8();
+        if (trimmed == "END:VEVENT" && found) {
+            return lines;
+        }
+    }
+    return {};
 }
 
 QString Property(icalcomponent* event, icalproperty_kind kind) {
@@ -103,7 +135,8 @@ TEST(ExportToICalendar, WritesAnEventForEachTitleNoteAndActivity) {
 
     icalcomponent* note = events[Uid(2028, 2, 2, 0)].get();
     ASSERT_NE(note, nullptr);
-    EXPECT_EQ(icalcomponent_get_first_property(note, ICAL_SUMMARY_PROPERTY), nullptr);
+    EXPECT_TRUE(EventLines(result.Text, Uid(2028, 2, 2, 0)).contains("SUMMARY:"))
+        << "an empty summary: calcurse fails on an event without one";
     EXPECT_EQ(FromIcal(icalcomponent_get_description(note)), "Only a note");
 
     EXPECT_NE(events[Uid(2028, 2, 29, 0)], nullptr) << "2028 has a 29 February";
@@ -193,6 +226,65 @@ TEST(ExportToICalendar, KeepsTextsThatAreNotPlainAscii) {
     EXPECT_EQ(FromIcal(icalcomponent_get_description(event)), date.Note);
 }
 
+// libical leaves VALUE=DATE out in year 1, which calcurse then refuses.
+TEST(ExportToICalendar, MarksEveryDateAsADateInYear1Too) {
+    for (const int year : {1, 2028}) {
+        const ExportResult result =
+            ExportToICalendar(SampleCalendar(), {"plans.cal", year, {}, {}});
+        const QByteArray digits = QByteArray::number(year).rightJustified(4, '0');
+        const QByteArrayList lines = EventLines(result.Text, Uid(year, 1, 1, 0));
+        EXPECT_TRUE(lines.contains("DTSTART;VALUE=DATE:" + digits + "0101")) << year;
+        EXPECT_TRUE(lines.contains("DTEND;VALUE=DATE:" + digits + "0102")) << year;
+        EXPECT_EQ(EventsOf(result.Text).size(), QDate::isLeapYear(year) ? 6u : 5u);
+    }
+}
+
+TEST(ExportToICalendar, WritesAnActivityThatEndsWhenItStartsAsOneMarkedSecond) {
+    CalendarFileContent content;
+    CalendarFileDate date = DateOf(3, 15);
+    date.Schedule = {Activity("Stand-up", {12, 0}, {12, 0})};
+    content.Dates = {date};
+    const ExportResult result = ExportToICalendar(content, {"plans.cal", 2028, {}, {}});
+    auto events = EventsOf(result.Text);
+    icalcomponent* event = events[Uid(2028, 3, 15, 1)].get();
+    ASSERT_NE(event, nullptr);
+    EXPECT_EQ(Property(event, ICAL_DTSTART_PROPERTY), "20280315T120000");
+    // calcurse refuses an end equal to the start and a DURATION of zero; a
+    // second reads as 12:00-12:00 in calcurse and khal alike.
+    EXPECT_EQ(icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY), nullptr);
+    EXPECT_EQ(Property(event, ICAL_DURATION_PROPERTY), "PT1S");
+    EXPECT_TRUE(EventLines(result.Text, Uid(2028, 3, 15, 1))
+                    .contains(QByteArray(kEndsAtStartProperty) + ":TRUE"));
+    EXPECT_TRUE(result.Warnings.isEmpty());
+}
+
+TEST(ExportToICalendar, WritesTheDatesAndTimesOfYearsAfter3000) {
+    ExportResult result = ExportToICalendar(SampleCalendar(), {"plans.cal", 5000, {}, {}});
+    EXPECT_FALSE(result.Text.contains("00000000"));
+    auto events = EventsOf(result.Text);
+    ASSERT_NE(events[Uid(5000, 1, 1, 0)], nullptr);
+    EXPECT_EQ(Property(events[Uid(5000, 1, 1, 0)].get(), ICAL_DTSTART_PROPERTY), "50000101");
+    EXPECT_EQ(Property(events[Uid(5000, 1, 1, 0)].get(), ICAL_DTEND_PROPERTY), "50000102");
+    ASSERT_NE(events[Uid(5000, 1, 1, 1)], nullptr);
+    EXPECT_EQ(Property(events[Uid(5000, 1, 1, 1)].get(), ICAL_DTSTART_PROPERTY), "50000101T110000");
+    EXPECT_EQ(Property(events[Uid(5000, 1, 1, 1)].get(), ICAL_DTEND_PROPERTY), "50000101T123000");
+    EXPECT_EQ(Property(events[Uid(5000, 6, 1, 1)].get(), ICAL_DTEND_PROPERTY), "50000602T010000");
+
+    // 31 December 9999 lasts a day; the next day has no iCalendar date.
+    CalendarFileContent content;
+    CalendarFileDate last = DateOf(12, 31);
+    last.Entry.Title = "Last";
+    content.Dates = {last};
+    result = ExportToICalendar(content, {"plans.cal", 9999, {}, {}});
+    events = EventsOf(result.Text);
+    icalcomponent* event = events[Uid(9999, 12, 31, 0)].get();
+    ASSERT_NE(event, nullptr);
+    EXPECT_EQ(Property(event, ICAL_DTSTART_PROPERTY), "99991231");
+    EXPECT_EQ(icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY), nullptr);
+    EXPECT_EQ(Property(event, ICAL_DURATION_PROPERTY), "P1D");
+    EXPECT_TRUE(result.Warnings.isEmpty());
+}
+
 class ExportCommand : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -258,6 +350,20 @@ TEST_F(ExportCommand, WantsAYear) {
     }
 }
 
+TEST_F(ExportCommand, WritesAYearAfter3000ThatAnImportReadsBack) {
+    CalRun run = RunCal({"export", Path("plans.cal"), "--year", "3001", "-o", Path("out.ics")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_FALSE(testing::ReadBytes(Path("out.ics")).contains("00000000"));
+    run = RunCal({"import", Path("out.ics"), "--year", "3001", "-o", Path("back.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    const CalendarFileContent back =
+        testing::ReadCalendarBytes(testing::ReadBytes(Path("back.cal")));
+    ASSERT_FALSE(back.Dates.empty());
+    EXPECT_EQ(back.Dates[0].Entry.Title.Trimmed(), "New Year");
+    ASSERT_EQ(back.Dates[0].Schedule.size(), 2u);
+    EXPECT_EQ(back.Dates[0].Schedule[0].StartTime, (ClockTime{11, 0}));
+}
+
 TEST_F(ExportCommand, HasHelp) {
     const CalRun run = RunCal({"export", "--help"});
     EXPECT_EQ(run.Status, kDone);
@@ -313,6 +419,24 @@ TEST_F(ExportCommand, HelpReadmeAndManualSayTheSameAboutAllDayEvents) {
     EXPECT_TRUE(Words(QString::fromUtf8(testing::ReadBytes(sources + "README.md"))).contains(rule));
     EXPECT_TRUE(Words(QString::fromUtf8(testing::ReadBytes(sources + "packaging/kelvane-cal.1")))
                     .contains(rule));
+}
+
+// Each text that names the years export and publish take says the same, once.
+TEST_F(ExportCommand, HelpReadmeAndManualGiveTheYearsItTakesOnce) {
+    const QString years = ExportYears();
+    EXPECT_EQ(years, "1 to 9999");
+    const QString option = "the year the dates are put in (" + years + ")";
+    EXPECT_TRUE(Words(RunCal({"export", "--help"}).Out).contains(option));
+    EXPECT_TRUE(Words(RunCal({"publish", "--help"}).Out).contains(option));
+    EXPECT_TRUE(RunCal({"export", Path("plans.cal"), "--year", "10000"})
+                    .Err.startsWith("kelvane-cal: --year takes a year from " + years + "\n"));
+    EXPECT_TRUE(RunCal({"publish", Path("plans.cal"), "--year", "0"})
+                    .Err.startsWith("kelvane-cal: --year takes a year from " + years + "\n"));
+    const QString sources = QStringLiteral(KELVANE_CAL_DATA_DIR "/../../../../");
+    for (const char* document : {"README.md", "packaging/kelvane-cal.1"}) {
+        const QString text = Words(QString::fromUtf8(testing::ReadBytes(sources + document)));
+        EXPECT_EQ(text.count(years), 1) << document;
+    }
 }
 
 }  // namespace

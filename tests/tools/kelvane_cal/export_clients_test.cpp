@@ -1,0 +1,228 @@
+#include <gtest/gtest.h>
+
+#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+#include "CalRun.h"
+#include "kelvane_cal/ICalExport.h"
+
+// Exports read by other calendar programs: calcurse and python-icalendar, run
+// as they are installed.
+namespace kelvane::cal {
+namespace {
+
+using testing::Activity;
+using testing::CalRun;
+using testing::RunCal;
+
+const QString kCalcurse = QStringLiteral("/usr/bin/calcurse");
+// Debian's own Python, which python3-icalendar installs into.
+const QString kPython = QStringLiteral("/usr/bin/python3");
+
+CalendarFileDate DateOf(qint16 month, qint16 day) {
+    CalendarFileDate date;
+    date.Month = month;
+    date.Day = day;
+    return date;
+}
+
+// A calendar with every kind of event an export writes, in several scripts.
+CalendarFileContent RichCalendar() {
+    CalendarFileDate newYear = DateOf(1, 1);
+    newYear.Entry.Title = QStringLiteral("New Year – Neujahr");
+    newYear.Note = QStringLiteral("Sleep in\r\nThen a walk; by the river, \"slowly\"");
+    newYear.Schedule = {Activity("Brunch", {11, 0}, {12, 30}), Activity("Film", {20, 15}, {-1, 0})};
+    CalendarFileDate noteOnly = DateOf(2, 2);
+    noteOnly.Note = QStringLiteral("Only a note — nur eine Notiz");
+    CalendarFileDate leapDay = DateOf(2, 29);
+    leapDay.Entry.Title = QStringLiteral("Leap day");
+    leapDay.Schedule = {Activity("Run", {7, 0}, {7, 45})};
+    CalendarFileDate scripts = DateOf(3, 15);
+    scripts.Schedule = {Activity(QStringLiteral("Ελληνικά"), {9, 0}, {10, 0}),
+                        Activity("Stand-up", {12, 0}, {12, 0}),
+                        Activity(QStringLiteral("日本語の授業"), {13, 0}, {-1, 0}),
+                        Activity(QStringLiteral("Русский; с запятой, и \\"), {14, 0}, {15, 30}),
+                        Activity(QStringLiteral("درس عربي"), {16, 0}, {17, 0})};
+    CalendarFileDate lateShow = DateOf(6, 1);
+    lateShow.Schedule = {Activity("Late show", {23, 0}, {1, 0})};
+    CalendarFileDate fest = DateOf(7, 4);
+    fest.Entry.Title = QStringLiteral("🎉 Fest");
+    fest.Schedule = {Activity("Midnight", {0, 0}, {0, 0})};
+    CalendarFileDate longNote = DateOf(7, 10);
+    longNote.Note = QStringLiteral("Line one\r\nLine two\r\n") + QString(200, QChar(0x00E9));
+    CalendarFileDate lastNight = DateOf(12, 31);
+    lastNight.Entry.Title = QStringLiteral("New Year's Eve");
+    lastNight.Schedule = {Activity("Party", {23, 0}, {1, 0})};
+    CalendarFileContent content;
+    content.Dates = {newYear, noteOnly, leapDay, scripts, lateShow, fest, longNote, lastNight};
+    return content;
+}
+
+// The years the tests export to: a leap and a common year, the first and the
+// last year, and one past the 3000 libical stops writing at.
+const int kYears[] = {2024, 2025, 1, 9999, 5000};
+
+struct ProgramRun {
+    bool Started = false;
+    int Status = -1;
+    QString Output;  // the standard output and error together
+};
+
+ProgramRun RunProgram(const QString& program, const QStringList& arguments,
+                      const QString& home = {}) {
+    QProcess process;
+    if (!home.isEmpty()) {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("HOME"), home);
+        environment.insert(QStringLiteral("TMPDIR"), home);
+        process.setProcessEnvironment(environment);
+    }
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(program, arguments);
+    ProgramRun run;
+    run.Started = process.waitForStarted() && process.waitForFinished(60000);
+    run.Output = QString::fromUtf8(process.readAll());
+    run.Status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    return run;
+}
+
+// What calcurse says it imported: appointments, events, to-dos and items skipped.
+struct CalcurseCount {
+    int Appointments = -1;
+    int Events = -1;
+    int Skipped = -1;
+};
+
+CalcurseCount CalcurseImport(const QString& icsFile, const QString& folder) {
+    const ProgramRun run =
+        RunProgram(kCalcurse, {"-D", folder + QStringLiteral("/data"), "-i", icsFile}, folder);
+    EXPECT_TRUE(run.Started);
+    EXPECT_EQ(run.Status, 0) << run.Output.toStdString();
+    static const QRegularExpression kReport(
+        QStringLiteral(R"((\d+) apps? / (\d+) events? / (\d+) todos? / (\d+) skipped)"));
+    const QRegularExpressionMatch match = kReport.match(run.Output);
+    EXPECT_TRUE(match.hasMatch()) << run.Output.toStdString();
+    CalcurseCount count;
+    if (match.hasMatch()) {
+        count.Appointments = match.captured(1).toInt();
+        count.Events = match.captured(2).toInt();
+        count.Skipped = match.captured(4).toInt();
+    }
+    return count;
+}
+
+// Reads a file with python-icalendar and checks what RFC 5545 asks of each
+// event; prints the number of events, then any problem found.
+const char* const kIcalendarCheck = R"(
+import sys, icalendar
+calendar = icalendar.Calendar.from_ical(open(sys.argv[1], "rb").read())
+problems = [c.name + ": " + str(e) for c in calendar.walk() for e in c.errors]
+events = calendar.walk("VEVENT")
+for event in events:
+    start = event.decoded("DTSTART")
+    for name in ("UID", "DTSTAMP", "SUMMARY"):
+        if name not in event:
+            problems.append(str(start) + ": no " + name)
+    if "DTEND" in event and "DURATION" in event:
+        problems.append(str(start) + ": both DTEND and DURATION")
+    if "DTEND" in event and not event.decoded("DTEND") > start:
+        problems.append(str(start) + ": DTEND is not after DTSTART")
+print(len(events))
+print("\n".join(problems))
+)";
+
+bool HasPythonIcalendar() {
+    const ProgramRun run = RunProgram(kPython, {"-c", "import icalendar"});
+    return run.Started && run.Status == 0;
+}
+
+class ExportReadByClients : public ::testing::TestWithParam<int> {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(folder_.isValid());
+        export_ = ExportToICalendar(
+            RichCalendar(),
+            {"rich.cal", GetParam(), QDateTime(QDate(2026, 11, 23), QTime(9, 30), Qt::UTC), {}});
+        ASSERT_TRUE(testing::WriteBytes(IcsFile(), export_.Text));
+    }
+    QString IcsFile() const { return folder_.filePath("rich.ics"); }
+
+    QTemporaryDir folder_;
+    ExportResult export_;
+};
+
+TEST_P(ExportReadByClients, CalcurseImportsEveryEventAndSkipsNone) {
+    if (!QFileInfo(kCalcurse).isExecutable()) {
+        GTEST_SKIP() << "calcurse is not installed (scripts/install-deps.sh installs it)";
+    }
+    const CalcurseCount count = CalcurseImport(IcsFile(), folder_.path());
+    EXPECT_EQ(count.Skipped, 0);
+    EXPECT_EQ(count.Appointments, export_.TimedEvents);
+    EXPECT_EQ(count.Events, export_.AllDayEvents);
+}
+
+TEST_P(ExportReadByClients, PythonIcalendarReadsEveryEventWithoutAProblem) {
+    if (!HasPythonIcalendar()) {
+        GTEST_SKIP() << "python3-icalendar is not installed (scripts/install-deps.sh installs it)";
+    }
+    const ProgramRun run = RunProgram(kPython, {"-c", kIcalendarCheck, IcsFile()});
+    ASSERT_TRUE(run.Started);
+    EXPECT_EQ(run.Status, 0) << run.Output.toStdString();
+    EXPECT_EQ(run.Output.trimmed(), QString::number(export_.AllDayEvents + export_.TimedEvents));
+}
+
+INSTANTIATE_TEST_SUITE_P(Years, ExportReadByClients, ::testing::ValuesIn(kYears));
+
+std::vector<Appointment> ByStartTime(std::vector<Appointment> schedule) {
+    std::stable_sort(schedule.begin(), schedule.end(),
+                     [](const Appointment& a, const Appointment& b) {
+                         return CompareClockTime(a.StartTime, b.StartTime) < 0;
+                     });
+    return schedule;
+}
+
+// Years an import takes: all but the first and the last.
+class RichRoundTrip : public ::testing::TestWithParam<int> {};
+
+TEST_P(RichRoundTrip, ImportGivesBackTheCalendarExported) {
+    const int year = GetParam();
+    QTemporaryDir folder;
+    CalendarFileContent original = RichCalendar();
+    if (!QDate::isLeapYear(year)) {
+        std::erase_if(original.Dates, [](const CalendarFileDate& date) {
+            return date.Month == 2 && date.Day == 29;
+        });
+    }
+    ASSERT_TRUE(testing::WriteCalendar(folder.filePath("rich.cal"), original));
+    const QString yearText = QString::number(year);
+    CalRun run = RunCal({"export", folder.filePath("rich.cal"), "--year", yearText, "-o",
+                         folder.filePath("rich.ics")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    run = RunCal({"import", folder.filePath("rich.ics"), "--year", yearText, "-o",
+                  folder.filePath("back.cal")});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
+
+    const CalendarFileContent back =
+        testing::ReadCalendarBytes(testing::ReadBytes(folder.filePath("back.cal")));
+    ASSERT_EQ(back.Dates.size(), original.Dates.size());
+    for (std::size_t i = 0; i < original.Dates.size(); ++i) {
+        const CalendarFileDate& was = original.Dates[i];
+        const CalendarFileDate& is = back.Dates[i];
+        SCOPED_TRACE(QStringLiteral("%1/%2").arg(was.Day).arg(was.Month).toStdString());
+        EXPECT_EQ(is.Month, was.Month);
+        EXPECT_EQ(is.Day, was.Day);
+        EXPECT_EQ(is.Entry.Title.Trimmed(), was.Entry.Title.Trimmed());
+        EXPECT_EQ(is.Note, was.Note);
+        EXPECT_EQ(is.Schedule, ByStartTime(was.Schedule));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Years, RichRoundTrip, ::testing::Values(2024, 2025, 5000));
+
+}  // namespace
+}  // namespace kelvane::cal
