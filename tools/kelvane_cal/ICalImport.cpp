@@ -188,7 +188,8 @@ class Importer {
     bool PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start,
                      DaysPlaced& placed);
     void PlaceTimed(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
-    icaltimetype Local(const icaltimetype& time) const;
+    // The time at `key` (a TimeKey in the frame of `start`) where the dates go.
+    icaltimetype LocalAt(qint64 key, const icaltimetype& start) const;
 
     const ImportRequest& request_;
     ImportedDates& dates_;
@@ -401,22 +402,24 @@ bool Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape, const 
     return placed.Days.count() < static_cast<std::size_t>(DaysInYear(request_.Year)) + 1;
 }
 
-icaltimetype Importer::Local(const icaltimetype& time) const {
-    if (time.is_date || time.zone == nullptr || request_.LocalZone == nullptr) {
-        return time;
+icaltimetype Importer::LocalAt(qint64 key, const icaltimetype& start) const {
+    if (start.is_date || start.zone == nullptr || request_.LocalZone == nullptr) {
+        return TimeAtKey(key, start);
     }
-    return icaltime_convert_to_zone(time, request_.LocalZone);
+    // From the instant: a wall-clock time of the event's zone may stand for
+    // two instants, and libical's own conversion reads it as the later one.
+    return TimeInZoneAt(key, request_.LocalZone);
 }
 
 void Importer::PlaceTimed(icalcomponent* event, const EventShape& shape,
                           const icaltimetype& start) {
-    const icaltimetype local = Local(start);
+    const icaltimetype local = LocalAt(TimeKey(start), start);
     if (local.year != request_.Year) {
         return;
     }
     ClockTime end{-1, 0};
     if (shape.HasLength) {
-        const icaltimetype finish = Local(TimeAtKey(TimeKey(start) + shape.Length, start));
+        const icaltimetype finish = LocalAt(TimeKey(start) + shape.Length, start);
         const bool sameDay =
             finish.year == local.year && finish.month == local.month && finish.day == local.day;
         // An end after midnight still reads as a clock time; a longer event's does not.
