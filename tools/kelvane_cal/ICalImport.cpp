@@ -7,6 +7,7 @@
 #include <bitset>
 #include <vector>
 
+#include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/ICalReader.h"
 #include "kelvane_cal/Occurrences.h"
 #include "kelvane_cal/ZoneBook.h"
@@ -188,6 +189,8 @@ class Importer {
     bool PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start,
                      DaysPlaced& placed);
     void PlaceTimed(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
+    void AddTimedDescription(icalcomponent* event, const icaltimetype& local,
+                             const ClockTime& begin, const QString& summary);
     // The time at `key` (a TimeKey in the frame of `start`) where the dates go.
     icaltimetype LocalAt(qint64 key, const icaltimetype& start) const;
 
@@ -428,9 +431,26 @@ void Importer::PlaceTimed(icalcomponent* event, const EventShape& shape,
         }
     }
     ++report_.Occurrences;
-    dates_.AddActivity(
-        local.month, local.day, FromIcal(icalcomponent_get_summary(event)),
-        ClockTime{static_cast<qint16>(local.hour), static_cast<qint16>(local.minute)}, end);
+    const ClockTime begin{static_cast<qint16>(local.hour), static_cast<qint16>(local.minute)};
+    const QString summary = FromIcal(icalcomponent_get_summary(event));
+    dates_.AddActivity(local.month, local.day, summary, begin, end);
+    AddTimedDescription(event, local, begin, summary);
+}
+
+void Importer::AddTimedDescription(icalcomponent* event, const icaltimetype& local,
+                                   const ClockTime& begin, const QString& summary) {
+    // An activity holds no text of its own, so the description goes to the
+    // date's note, named by the activity's time and title.
+    const QString description = FromIcal(icalcomponent_get_description(event)).trimmed();
+    if (description.isEmpty()) {
+        return;
+    }
+    QString title = summary.simplified();
+    if (title.isEmpty()) {
+        title = QStringLiteral("(no title)");
+    }
+    dates_.AddNote(local.month, local.day,
+                   QStringLiteral("%1 %2: %3").arg(Time24(begin), title, description));
 }
 
 }  // namespace

@@ -179,5 +179,62 @@ TEST_F(ImportKeepsEvents, ReadsATimeTheAutumnShowsTwiceAsTheFirst) {
   }
 }
 
+TEST_F(ImportKeepsEvents, PutsATimedEventsDescriptionIntoTheDatesNote) {
+  const CalRun run = Import(
+      Calendar(
+          Event("a", {"DTSTART;VALUE=DATE:20260310", "SUMMARY:Board day",
+                      "DESCRIPTION:Bring the figures"}) +
+          Event("b", {"DTSTART:20260310T100000", "DTEND:20260310T110000",
+                      "SUMMARY:Meeting", "DESCRIPTION:agenda\\nminutes"}) +
+          Event("c", {"DTSTART:20260310T140000", "DESCRIPTION:no summary"}) +
+          Event("d", {"DTSTART:20260311T090000", "SUMMARY:Long",
+                      "DESCRIPTION:" + QString(900, QLatin1Char('x'))})),
+      2026);
+  ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+  EXPECT_TRUE(
+      run.Err.contains(": 11 March: the note was cut to 800 characters\n"))
+      << run.Err.toStdString();
+  const CalendarFileContent content = Imported();
+  const CalendarFileDate *tenth = Find(content, 3, 10);
+  ASSERT_NE(tenth, nullptr);
+  EXPECT_EQ(tenth->Note, "Bring the figures\r\n10:00 Meeting: "
+                         "agenda\r\nminutes\r\n14:00 (no title): no "
+                         "summary");
+  ASSERT_EQ(tenth->Schedule.size(), 2u);
+  EXPECT_EQ(tenth->Schedule[0].Description.Trimmed(), "Meeting");
+  const CalendarFileDate *eleventh = Find(content, 3, 11);
+  ASSERT_NE(eleventh, nullptr);
+  EXPECT_EQ(eleventh->Note.size(), NoteLength);
+  EXPECT_TRUE(eleventh->Note.startsWith("09:00 Long: xxx"));
+}
+
+TEST_F(ImportKeepsEvents,
+       KeepsTheDescriptionsNoteExactThroughAnExportAndImport) {
+  ASSERT_EQ(
+      Import(Calendar(Event("b", {"DTSTART:20260310T100000", "SUMMARY:Meeting",
+                                  "DESCRIPTION:agenda"})),
+             2026)
+          .Status,
+      kDone);
+  const QByteArray first = testing::ReadBytes(Path("out.cal"));
+  ASSERT_EQ(RunCal({"export", Path("out.cal"), "--year", "2026", "-o",
+                    Path("back.ics")})
+                .Status,
+            kDone);
+  ASSERT_EQ(RunCal({"import", Path("back.ics"), "--year", "2026", "-o",
+                    Path("again.cal")})
+                .Status,
+            kDone);
+  EXPECT_EQ(testing::ReadBytes(Path("again.cal")), first);
+  ASSERT_EQ(RunCal({"import", Path("back.ics"), "--year", "2026", "--into",
+                    Path("out.cal"), "-o", Path("merged.cal")})
+                .Status,
+            kDone);
+  EXPECT_EQ(testing::ReadBytes(Path("merged.cal")), first);
+  const CalendarFileDate *tenth = Find(Imported(), 3, 10);
+  ASSERT_NE(tenth, nullptr);
+  EXPECT_EQ(tenth->Note, "10:00 Meeting: agenda");
+}
+
 } // namespace
 } // namespace kelvane::cal
