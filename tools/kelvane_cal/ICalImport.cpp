@@ -425,7 +425,8 @@ void Importer::PlaceTimed(icalcomponent* event, const EventShape& shape,
         const icaltimetype finish = LocalAt(TimeKey(start) + shape.Length, start);
         const bool sameDay =
             finish.year == local.year && finish.month == local.month && finish.day == local.day;
-        // An end after midnight still reads as a clock time; a longer event's does not.
+        // An end after midnight still reads as a clock time; the end of an event of a
+        // day or longer would read as its start (an activity of no length), or before it.
         if (sameDay || shape.Length < kDay) {
             end = ClockTime{static_cast<qint16>(finish.hour), static_cast<qint16>(finish.minute)};
         }

@@ -236,5 +236,27 @@ TEST_F(ImportKeepsEvents,
   EXPECT_EQ(tenth->Note, "10:00 Meeting: agenda");
 }
 
+// A day or longer has no end a date's clock can tell from its start.
+TEST_F(ImportKeepsEvents, GivesAnEventOfADayOrLongerNoEndAndAShorterOneItsEnd) {
+  const CalRun run =
+      Import(Calendar(Event("a", {"DTSTART:20260105T090000", "DURATION:PT24H",
+                                  "SUMMARY:Hours"}) +
+                      Event("b", {"DTSTART:20260106T090000", "DURATION:P1D",
+                                  "SUMMARY:Day"}) +
+                      Event("c", {"DTSTART:20260107T090000",
+                                  "DTEND:20260108T090000", "SUMMARY:Until"}) +
+                      Event("d", {"DTSTART:20260108T090000",
+                                  "DURATION:PT23H59M", "SUMMARY:Nearly"})),
+             2026);
+  ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+  const CalendarFileContent content = Imported();
+  for (int day : {5, 6, 7}) {
+    const CalendarFileDate *date = Find(content, 1, day);
+    ASSERT_NE(date, nullptr) << day;
+    EXPECT_EQ(date->Schedule[0].EndTime, (ClockTime{-1, 0})) << day;
+  }
+  EXPECT_EQ(Find(content, 1, 8)->Schedule[0].EndTime, (ClockTime{8, 59}));
+}
+
 } // namespace
 } // namespace kelvane::cal
