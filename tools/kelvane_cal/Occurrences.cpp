@@ -136,32 +136,80 @@ struct RuleFrame {
     qint64 DaysBack = 0;
 };
 
-// The frame in which libical can follow a rule over the window ending at
-// `windowEnd`, starting no later than `near`: past the year libical stops at,
-// the rule is moved back by whole cycles, and its start forward by whole
-// cycles, up to the window. False when no such frame exists.
-bool FrameFor(const icalrecurrencetype& rule, const icaltimetype& start, const icaltimetype& near,
-              const icaltimetype& windowEnd, RuleFrame& frame) {
-    frame = {start, 0};
-    if (windowEnd.year <= kLastRuleYear) {
-        return true;
-    }
-    if (rule.count != 0) {
-        return true;  // counted from its own start, as far as libical goes
-    }
-    const qint64 cycle = RuleCycleDays(rule);
-    if (cycle == 0) {
-        return false;
-    }
+icaltimetype LastDayLibicalFollows() {
     icaltimetype lastDay = icaltime_null_date();
     lastDay.year = kLastRuleYear;
     lastDay.month = 12;
     lastDay.day = 31;
-    const qint64 cyclesBack = (DayNumber(windowEnd) - DayNumber(lastDay) + cycle - 1) / cycle;
+    return lastDay;
+}
+
+// How many times the rule occurs in one cycle of `cycle` days from `start`,
+// with its start moved back whole cycles into the years libical follows;
+// -1 when it cannot be counted.
+int OccurrencesInACycle(icalrecurrencetype rule, icaltimetype start, qint64 cycle) {
+    const qint64 lastDay = DayNumber(LastDayLibicalFollows());
+    if (DayNumber(start) + cycle > lastDay) {
+        start =
+            MovedByDays(start, -(DayNumber(start) + cycle - lastDay + cycle - 1) / cycle * cycle);
+    }
+    if (start.year < kFirstRuleYear) {
+        return -1;
+    }
+    rule.count = 0;
+    rule.until = MovedByDays(start, cycle);
+    if (rule.until.is_date) {
+        icaltime_adjust(&rule.until, -1, 0, 0, 0);
+    } else {
+        icaltime_adjust(&rule.until, 0, 0, 0, -1);
+    }
+    RecurIteratorPtr iterator(icalrecur_iterator_new(rule, start));
+    if (iterator == nullptr) {
+        return -1;
+    }
+    int found = 0;
+    while (!icaltime_is_null_time(icalrecur_iterator_next(iterator.get()))) {
+        if (++found > kMostRuleSteps) {
+            return -1;
+        }
+    }
+    return found;
+}
+
+// The frame in which libical can follow a rule over the window ending at
+// `windowEnd`, starting no later than `near`: past the year libical stops at,
+// the rule is moved back by whole cycles, and its start forward by whole
+// cycles, up to the window; a count then counts what is left of it. False,
+// leaving the rule where it is, when there is no such frame; `none` when the
+// count ends before `near`.
+bool FrameFor(icalrecurrencetype& rule, const icaltimetype& start, const icaltimetype& near,
+              const icaltimetype& windowEnd, RuleFrame& frame, bool& none) {
+    frame = {start, 0};
+    none = false;
+    const qint64 cycle = RuleCycleDays(rule);
+    if (cycle == 0) {
+        return false;
+    }
+    const qint64 cyclesBack =
+        (DayNumber(windowEnd) - DayNumber(LastDayLibicalFollows()) + cycle - 1) / cycle;
     const qint64 cyclesForward = std::max<qint64>(DayNumber(near) - DayNumber(start), 0) / cycle;
-    frame.DaysBack = cyclesBack * cycle;
-    frame.Start = MovedByDays(start, (cyclesForward - cyclesBack) * cycle);
-    return frame.Start.year >= kFirstRuleYear;
+    const icaltimetype movedStart = MovedByDays(start, (cyclesForward - cyclesBack) * cycle);
+    if (movedStart.year < kFirstRuleYear) {
+        return false;
+    }
+    if (rule.count != 0 && cyclesForward > 0) {
+        const int perCycle = OccurrencesInACycle(rule, start, cycle);
+        if (perCycle < 0) {
+            return false;
+        }
+        if (perCycle == 0 || cyclesForward * perCycle >= rule.count) {
+            none = true;
+            return true;
+        }
+        rule.count -= static_cast<int>(cyclesForward * perCycle);
+    }
+    frame = {movedStart, cyclesBack * cycle};
+    return true;
 }
 
 QString FollowedUpToTheLastYear() {
@@ -206,9 +254,13 @@ void ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
     near.hour = start.hour;
     near.minute = start.minute;
     near.second = start.second;
-    RuleFrame frame;
-    if (!FrameFor(rule, start, near, windowEnd, frame)) {
-        warnings << FollowedUpToTheLastYear();
+    // Past the last year libical follows, the rule is followed in a frame
+    // that is; failing that, as far as libical goes.
+    RuleFrame frame{start, 0};
+    bool none = false;
+    const bool pastLibical = windowEnd.year > kLastRuleYear;
+    const bool moved = pastLibical && FrameFor(rule, start, near, windowEnd, frame, none);
+    if (none) {
         return;
     }
     rule.until = MovedByDays(rule.until, -frame.DaysBack);
@@ -232,8 +284,8 @@ void ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
             break;
         }
     }
-    // libical ends a rule with a count at its last year as if it were done.
-    if (ranOut && rule.count != 0 && steps < rule.count && windowEnd.year > kLastRuleYear) {
+    // libical ends a rule at its last year as if it were done.
+    if (pastLibical && !moved && ranOut && (rule.count == 0 || steps < rule.count)) {
         warnings << FollowedUpToTheLastYear();
     }
     if (collector.Full()) {
