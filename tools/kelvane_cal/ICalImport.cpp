@@ -7,6 +7,7 @@
 #include <bitset>
 #include <vector>
 
+#include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/ICalExport.h"
 #include "kelvane_cal/ICalReader.h"
 #include "kelvane_cal/Occurrences.h"
@@ -200,7 +201,10 @@ class Importer {
     bool PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start,
                      DaysPlaced& placed);
     void PlaceTimed(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
-    icaltimetype Local(const icaltimetype& time) const;
+    void AddTimedDescription(icalcomponent* event, const icaltimetype& local,
+                             const ClockTime& begin, const QString& summary);
+    // The time at `key` (a TimeKey in the frame of `start`) where the dates go.
+    icaltimetype LocalAt(qint64 key, const icaltimetype& start) const;
 
     const ImportRequest& request_;
     ImportedDates& dates_;
@@ -415,33 +419,53 @@ bool Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape, const 
     return placed.Days.count() < static_cast<std::size_t>(DaysInYear(request_.Year)) + 1;
 }
 
-icaltimetype Importer::Local(const icaltimetype& time) const {
-    if (time.is_date || time.zone == nullptr || request_.LocalZone == nullptr) {
-        return time;
+icaltimetype Importer::LocalAt(qint64 key, const icaltimetype& start) const {
+    if (start.is_date || start.zone == nullptr || request_.LocalZone == nullptr) {
+        return TimeAtKey(key, start);
     }
-    return icaltime_convert_to_zone(time, request_.LocalZone);
+    // From the instant: a wall-clock time of the event's zone may stand for
+    // two instants, and libical's own conversion reads it as the later one.
+    return TimeInZoneAt(key, request_.LocalZone);
 }
 
 void Importer::PlaceTimed(icalcomponent* event, const EventShape& shape,
                           const icaltimetype& start) {
-    const icaltimetype local = Local(start);
+    const icaltimetype local = LocalAt(TimeKey(start), start);
     if (local.year != request_.Year) {
         return;
     }
     ClockTime end{-1, 0};
     if (shape.HasLength) {
-        const icaltimetype finish = Local(TimeAtKey(TimeKey(start) + shape.Length, start));
+        const icaltimetype finish = LocalAt(TimeKey(start) + shape.Length, start);
         const bool sameDay =
             finish.year == local.year && finish.month == local.month && finish.day == local.day;
-        // An end after midnight still reads as a clock time; a longer event's does not.
+        // An end after midnight still reads as a clock time; the end of an event of a
+        // day or longer would read as its start (an activity of no length), or before it.
         if (sameDay || shape.Length < kDay) {
             end = ClockTime{static_cast<qint16>(finish.hour), static_cast<qint16>(finish.minute)};
         }
     }
     ++report_.Occurrences;
-    dates_.AddActivity(
-        local.month, local.day, FromIcal(icalcomponent_get_summary(event)),
-        ClockTime{static_cast<qint16>(local.hour), static_cast<qint16>(local.minute)}, end);
+    const ClockTime begin{static_cast<qint16>(local.hour), static_cast<qint16>(local.minute)};
+    const QString summary = FromIcal(icalcomponent_get_summary(event));
+    dates_.AddActivity(local.month, local.day, summary, begin, end);
+    AddTimedDescription(event, local, begin, summary);
+}
+
+void Importer::AddTimedDescription(icalcomponent* event, const icaltimetype& local,
+                                   const ClockTime& begin, const QString& summary) {
+    // An activity holds no text of its own, so the description goes to the
+    // date's note, named by the activity's time and title.
+    const QString description = FromIcal(icalcomponent_get_description(event)).trimmed();
+    if (description.isEmpty()) {
+        return;
+    }
+    QString title = summary.simplified();
+    if (title.isEmpty()) {
+        title = QStringLiteral("(no title)");
+    }
+    dates_.AddNote(local.month, local.day,
+                   QStringLiteral("%1 %2: %3").arg(Time24(begin), title, description));
 }
 
 }  // namespace

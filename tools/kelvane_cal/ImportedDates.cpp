@@ -104,6 +104,36 @@ bool JoinNote(const QString& held, const QStringList& texts, QString& note) {
     return AddMissingParts(held, texts, kCrLf, NoteLength, note);
 }
 
+// Leaves the kActivitiesPerDate earliest activities of a schedule in their
+// order, the earlier in the schedule first among those that start together;
+// how many were left out.
+int KeepEarliest(std::vector<Appointment>& schedule) {
+    const auto most = static_cast<std::size_t>(ImportedDates::kActivitiesPerDate);
+    if (schedule.size() <= most) {
+        return 0;
+    }
+    std::vector<std::size_t> byStart(schedule.size());
+    for (std::size_t i = 0; i < byStart.size(); ++i) {
+        byStart[i] = i;
+    }
+    std::stable_sort(byStart.begin(), byStart.end(), [&](std::size_t a, std::size_t b) {
+        return CompareClockTime(schedule[a].StartTime, schedule[b].StartTime) < 0;
+    });
+    std::vector<bool> kept(schedule.size(), false);
+    for (std::size_t i = 0; i < most; ++i) {
+        kept[byStart[i]] = true;
+    }
+    std::vector<Appointment> earliest;
+    for (std::size_t i = 0; i < schedule.size(); ++i) {
+        if (kept[i]) {
+            earliest.push_back(schedule[i]);
+        }
+    }
+    const int leftOut = static_cast<int>(schedule.size() - most);
+    schedule = std::move(earliest);
+    return leftOut;
+}
+
 }  // namespace
 
 qint16 FirstWeekdayOfYear(int year) {
@@ -243,22 +273,17 @@ void ImportedDates::MergeDay(const Day& imported, CalendarFileDate& date,
         date.Entry.Title = title;
     }
 
-    int leftOut = imported.ActivitiesLeftOut;
     // Only what the date held before counts as there already: two events
     // alike are two activities.
     const auto heldEnd = static_cast<std::ptrdiff_t>(date.Schedule.size());
     for (const Appointment& entry : imported.Activities) {
         const bool held = std::any_of(date.Schedule.begin(), date.Schedule.begin() + heldEnd,
                                       [&](const Appointment& a) { return SameActivity(a, entry); });
-        if (held) {
-            continue;
+        if (!held) {
+            date.Schedule.push_back(entry);
         }
-        if (static_cast<int>(date.Schedule.size()) >= kActivitiesPerDate) {
-            ++leftOut;
-            continue;
-        }
-        date.Schedule.push_back(entry);
     }
+    const int leftOut = imported.ActivitiesLeftOut + KeepEarliest(date.Schedule);
     if (leftOut > 0) {
         warnings << QStringLiteral("%1: %2 after the %3 earliest left out")
                         .arg(where, Counted(leftOut, QStringLiteral("activity"),

@@ -1,5 +1,7 @@
 #include "kelvane_cal/Occurrences.h"
 
+#include <QDate>
+
 #include <algorithm>
 #include <set>
 
@@ -51,21 +53,182 @@ bool RepeatsDailyOrLess(icalrecurrencetype_frequency frequency) {
            frequency == ICAL_MONTHLY_RECURRENCE || frequency == ICAL_YEARLY_RECURRENCE;
 }
 
-// An iterator over `rule` from `start`, brought close to `from` when the rule
+// libical follows no rule past the year 2582, and counts days before 1583
+// by the Julian calendar; a rule is followed between these years only.
+constexpr int kLastRuleYear = 2582;
+constexpr int kFirstRuleYear = 1600;
+// The Gregorian calendar repeats itself, weekdays and leap days, every 400 years.
+constexpr qint64 kDaysIn400Years = 146097;
+
+constexpr qint64 kSecondsIn400Years = kDaysIn400Years * kDay;
+
+// How many times 400 years a time must be moved back to fall before 2438.
+// libical works a zone's offsets out anew for every time past the years it
+// follows rules to, which takes long; from 2038 on the zones' rules no longer
+// change, and 400 years later the calendar is the same again.
+qint64 CyclesPastTheLastRules(qint64 key) {
+    static const qint64 kFirstCycledKey =
+        (QDate(2438, 1, 1).toJulianDay() - QDate(1970, 1, 1).toJulianDay()) * kDay;
+    return key < kFirstCycledKey ? 0 : (key - kFirstCycledKey) / kSecondsIn400Years + 1;
+}
+
+bool HasParts(const short* parts) {
+    return parts[0] != ICAL_RECURRENCE_ARRAY_MAX;
+}
+
+// Whether the rule's occurrences depend on the days of the month or year,
+// not only on those of the week.
+bool FollowsTheCalendar(const icalrecurrencetype& rule) {
+    return rule.freq == ICAL_MONTHLY_RECURRENCE || rule.freq == ICAL_YEARLY_RECURRENCE ||
+           HasParts(rule.by_month) || HasParts(rule.by_month_day) || HasParts(rule.by_year_day) ||
+           HasParts(rule.by_week_no) || HasParts(rule.by_set_pos);
+}
+
+// Whether moving a rule by `days` keeps it at the same step of its interval.
+bool KeepsTheStep(const icalrecurrencetype& rule, qint64 days) {
+    const qint64 interval = std::max<qint64>(rule.interval, 1);
+    switch (rule.freq) {
+        case ICAL_YEARLY_RECURRENCE:
+            return days / kDaysIn400Years * 400 % interval == 0;
+        case ICAL_MONTHLY_RECURRENCE:
+            return days / kDaysIn400Years * 4800 % interval == 0;
+        case ICAL_WEEKLY_RECURRENCE:
+            return days % (7 * interval) == 0;
+        case ICAL_DAILY_RECURRENCE:
+            return days % interval == 0;
+        case ICAL_HOURLY_RECURRENCE:
+            return days * 24 % interval == 0;
+        default:
+            return false;
+    }
+}
+
+// The fewest days by which a rule's occurrences can all be moved and stay
+// the occurrences of the rule moved alike; 0 when there are too many.
+qint64 RuleCycleDays(const icalrecurrencetype& rule) {
+    if (rule.rscale != nullptr) {
+        return 0;  // another calendar than the Gregorian
+    }
+    const qint64 base = FollowsTheCalendar(rule) ? kDaysIn400Years : HasParts(rule.by_day) ? 7 : 1;
+    for (qint64 days = base; days <= 16 * kDaysIn400Years; days += base) {
+        if (KeepsTheStep(rule, days)) {
+            return days;
+        }
+    }
+    return 0;
+}
+
+qint64 DayNumber(const icaltimetype& time) {
+    return QDate(time.year, time.month, time.day).toJulianDay();
+}
+
+icaltimetype MovedByDays(icaltimetype time, qint64 days) {
+    if (days != 0 && !icaltime_is_null_time(time)) {
+        icaltime_adjust(&time, static_cast<int>(days), 0, 0, 0);
+    }
+    return time;
+}
+
+// Where a rule is followed from: its start moved back by `DaysBack` days,
+// the days by which the occurrences are then moved forward again.
+struct RuleFrame {
+    icaltimetype Start;
+    qint64 DaysBack = 0;
+};
+
+icaltimetype LastDayLibicalFollows() {
+    icaltimetype lastDay = icaltime_null_date();
+    lastDay.year = kLastRuleYear;
+    lastDay.month = 12;
+    lastDay.day = 31;
+    return lastDay;
+}
+
+// How many times the rule occurs in one cycle of `cycle` days from `start`,
+// with its start moved back whole cycles into the years libical follows;
+// -1 when it cannot be counted.
+int OccurrencesInACycle(icalrecurrencetype rule, icaltimetype start, qint64 cycle) {
+    const qint64 lastDay = DayNumber(LastDayLibicalFollows());
+    if (DayNumber(start) + cycle > lastDay) {
+        start =
+            MovedByDays(start, -(DayNumber(start) + cycle - lastDay + cycle - 1) / cycle * cycle);
+    }
+    if (start.year < kFirstRuleYear) {
+        return -1;
+    }
+    rule.count = 0;
+    rule.until = MovedByDays(start, cycle);
+    if (rule.until.is_date) {
+        icaltime_adjust(&rule.until, -1, 0, 0, 0);
+    } else {
+        icaltime_adjust(&rule.until, 0, 0, 0, -1);
+    }
+    RecurIteratorPtr iterator(icalrecur_iterator_new(rule, start));
+    if (iterator == nullptr) {
+        return -1;
+    }
+    int found = 0;
+    while (!icaltime_is_null_time(icalrecur_iterator_next(iterator.get()))) {
+        if (++found > kMostRuleSteps) {
+            return -1;
+        }
+    }
+    return found;
+}
+
+// The frame in which libical can follow a rule over the window ending at
+// `windowEnd`, starting no later than `near`: past the year libical stops at,
+// the rule is moved back by whole cycles, and its start forward by whole
+// cycles, up to the window; a count then counts what is left of it. False,
+// leaving the rule where it is, when there is no such frame; `none` when the
+// count ends before `near`.
+bool FrameFor(icalrecurrencetype& rule, const icaltimetype& start, const icaltimetype& near,
+              const icaltimetype& windowEnd, RuleFrame& frame, bool& none) {
+    frame = {start, 0};
+    none = false;
+    const qint64 cycle = RuleCycleDays(rule);
+    if (cycle == 0) {
+        return false;
+    }
+    const qint64 cyclesBack =
+        (DayNumber(windowEnd) - DayNumber(LastDayLibicalFollows()) + cycle - 1) / cycle;
+    const qint64 cyclesForward = std::max<qint64>(DayNumber(near) - DayNumber(start), 0) / cycle;
+    const icaltimetype movedStart = MovedByDays(start, (cyclesForward - cyclesBack) * cycle);
+    if (movedStart.year < kFirstRuleYear) {
+        return false;
+    }
+    if (rule.count != 0 && cyclesForward > 0) {
+        const int perCycle = OccurrencesInACycle(rule, start, cycle);
+        if (perCycle < 0) {
+            return false;
+        }
+        if (perCycle == 0 || cyclesForward * perCycle >= rule.count) {
+            none = true;
+            return true;
+        }
+        rule.count -= static_cast<int>(cyclesForward * perCycle);
+    }
+    frame = {movedStart, cyclesBack * cycle};
+    return true;
+}
+
+QString FollowedUpToTheLastYear() {
+    return QStringLiteral(
+               "a repeat rule could be followed up to the year %1 only; its later occurrences "
+               "are left out")
+        .arg(kLastRuleYear);
+}
+
+// An iterator over `rule` from `start`, brought to `near` when the rule
 // allows it. A rule repeating more often than daily keeps its step from
 // DTSTART only when followed from there, and one with a count must be counted
 // from there.
 RecurIteratorPtr IteratorNear(const icalrecurrencetype& rule, const icaltimetype& start,
-                              qint64 from) {
+                              const icaltimetype& near, bool startIsNear) {
     RecurIteratorPtr iterator(icalrecur_iterator_new(rule, start));
-    if (iterator == nullptr || rule.count != 0 || !RepeatsDailyOrLess(rule.freq) ||
-        TimeKey(start) >= from - 2 * kDay) {
+    if (iterator == nullptr || rule.count != 0 || !RepeatsDailyOrLess(rule.freq) || startIsNear) {
         return iterator;
     }
-    icaltimetype near = TimeAtKey(from - 2 * kDay, start);
-    near.hour = start.hour;
-    near.minute = start.minute;
-    near.second = start.second;
     if (icalrecur_iterator_set_start(iterator.get(), near) == 0) {
         iterator.reset(icalrecur_iterator_new(rule, start));
     }
@@ -87,12 +250,28 @@ void ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
         (icaltime_is_null_time(rule.until) || icaltime_compare(rule.until, windowEnd) > 0)) {
         rule.until = windowEnd;
     }
-    RecurIteratorPtr iterator = IteratorNear(rule, start, from);
+    icaltimetype near = TimeAtKey(from - 2 * kDay, start);
+    near.hour = start.hour;
+    near.minute = start.minute;
+    near.second = start.second;
+    // Past the last year libical follows, the rule is followed in a frame
+    // that is; failing that, as far as libical goes.
+    RuleFrame frame{start, 0};
+    bool none = false;
+    const bool pastLibical = windowEnd.year > kLastRuleYear;
+    const bool moved = pastLibical && FrameFor(rule, start, near, windowEnd, frame, none);
+    if (none) {
+        return;
+    }
+    rule.until = MovedByDays(rule.until, -frame.DaysBack);
+    RecurIteratorPtr iterator = IteratorNear(rule, frame.Start, MovedByDays(near, -frame.DaysBack),
+                                             TimeKey(start) >= from - 2 * kDay);
     if (iterator == nullptr) {
         warnings << QStringLiteral("a repeat rule libical cannot follow is left out");
         return;
     }
     int steps = 0;
+    bool ranOut = true;
     for (icaltimetype next = icalrecur_iterator_next(iterator.get()); !icaltime_is_null_time(next);
          next = icalrecur_iterator_next(iterator.get())) {
         if (++steps > kMostRuleSteps) {
@@ -100,9 +279,14 @@ void ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
                             .arg(kMostRuleSteps);
             return;
         }
-        if (!collector.Take(next)) {
+        if (!collector.Take(MovedByDays(next, frame.DaysBack))) {
+            ranOut = false;
             break;
         }
+    }
+    // libical ends a rule at its last year as if it were done.
+    if (pastLibical && !moved && ranOut && (rule.count == 0 || steps < rule.count)) {
+        warnings << FollowedUpToTheLastYear();
     }
     if (collector.Full()) {
         warnings << QStringLiteral(
@@ -115,12 +299,39 @@ void ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
 }  // namespace
 
 qint64 TimeKey(const icaltimetype& time) {
+    icaltimetype floating = time;
+    floating.zone = nullptr;
+    const qint64 wallClock = static_cast<qint64>(icaltime_as_timet(floating));
     if (time.is_date || time.zone == nullptr) {
-        icaltimetype floating = time;
-        floating.zone = nullptr;
-        return static_cast<qint64>(icaltime_as_timet(floating));
+        return wallClock;
     }
-    return static_cast<qint64>(icaltime_as_timet_with_zone(time, time.zone));
+    return InstantOfWallClock(wallClock, time.zone);
+}
+
+int UtcOffsetAt(const icaltimezone* zone, qint64 key) {
+    const qint64 cycles = CyclesPastTheLastRules(key);
+    icaltimetype utc = icaltime_from_timet_with_zone(
+        static_cast<time_t>(key - cycles * kSecondsIn400Years), 0, icaltimezone_get_utc_timezone());
+    int isDaylight = 0;
+    // libical takes the zone as changeable only to extend its list of changes.
+    return icaltimezone_get_utc_offset_of_utc_time(const_cast<icaltimezone*>(zone), &utc,
+                                                   &isDaylight);
+}
+
+qint64 InstantOfWallClock(qint64 wallClock, const icaltimezone* zone) {
+    // libical reads both a skipped and a repeated time with the offset after
+    // the change; RFC 5545 (3.3.5) wants the offset before the gap, and the
+    // first of the two instants.
+    const int before = UtcOffsetAt(zone, wallClock - kDay);
+    const int after = UtcOffsetAt(zone, wallClock + kDay);
+    const qint64 underBefore = wallClock - before;
+    const qint64 underAfter = wallClock - after;
+    const bool beforeHolds = UtcOffsetAt(zone, underBefore) == before;
+    const bool afterHolds = UtcOffsetAt(zone, underAfter) == after;
+    if (beforeHolds && afterHolds) {
+        return std::min(underBefore, underAfter);
+    }
+    return afterHolds ? underAfter : underBefore;
 }
 
 icaltimetype InFrameOf(icaltimetype time, const icaltimetype& start) {
@@ -132,13 +343,19 @@ icaltimetype InFrameOf(icaltimetype time, const icaltimetype& start) {
     return time;
 }
 
+icaltimetype TimeInZoneAt(qint64 key, const icaltimezone* zone, bool isDate) {
+    const qint64 cycles = zone == nullptr ? 0 : CyclesPastTheLastRules(key);
+    icaltimetype time = icaltime_from_timet_with_zone(
+        static_cast<time_t>(key - cycles * kSecondsIn400Years), isDate, zone);
+    time.year += static_cast<int>(cycles * 400);
+    // libical works the fields out in the zone but leaves the time without it.
+    time.zone = zone;
+    return time;
+}
+
 icaltimetype TimeAtKey(qint64 key, const icaltimetype& start) {
     const bool floating = start.is_date || start.zone == nullptr;
-    icaltimetype time = icaltime_from_timet_with_zone(static_cast<time_t>(key), start.is_date,
-                                                      floating ? nullptr : start.zone);
-    // libical works the fields out in the zone but leaves the time without it.
-    time.zone = floating ? nullptr : start.zone;
-    return time;
+    return TimeInZoneAt(key, floating ? nullptr : start.zone, start.is_date);
 }
 
 std::vector<icaltimetype> OccurrencesBetween(icalcomponent* event, const icaltimetype& start,

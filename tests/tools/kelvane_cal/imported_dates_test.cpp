@@ -174,7 +174,7 @@ TEST(ImportedDates, IgnoresDatesNoSlotHolds) {
     EXPECT_TRUE(dates.Empty());
 }
 
-TEST(ImportedDates, FillsUpAnExistingScheduleTo39AndKeepsAllItHeld) {
+TEST(ImportedDates, FillsUpAnExistingScheduleTo39WithTheEarliestOfAll) {
     CalendarFileContent calendar;
     CalendarFileDate date;
     date.Month = 8;
@@ -195,8 +195,36 @@ TEST(ImportedDates, FillsUpAnExistingScheduleTo39AndKeepsAllItHeld) {
     const auto& schedule = calendar.Dates[0].Schedule;
     ASSERT_EQ(schedule.size(), 39u);
     EXPECT_EQ(schedule[0].Description.Trimmed(), "held 0");
-    EXPECT_EQ(schedule[38].Description.Trimmed(), "new early");
+    EXPECT_EQ(schedule[36].Description.Trimmed(), "held 36");
+    EXPECT_EQ(schedule[37].Description.Trimmed(), "new early");
+    EXPECT_EQ(schedule[38].Description.Trimmed(), "new later");
     EXPECT_EQ(warnings, QStringList{"8 August: 1 activity after the 39 earliest left out"});
+}
+
+TEST(ImportedDates, KeepsTheEarliestOfHeldAndImportedActivitiesOfAFullDate) {
+    CalendarFileContent calendar;
+    CalendarFileDate date;
+    date.Month = 8;
+    date.Day = 8;
+    for (int i = 0; i < ImportedDates::kActivitiesPerDate; ++i) {
+        Appointment entry;
+        entry.Description = QStringLiteral("held %1").arg(i);
+        entry.StartTime = {20, static_cast<qint16>(i)};
+        entry.EndTime = {-1, 0};
+        date.Schedule.push_back(entry);
+    }
+    calendar.Dates = {date};
+    ImportedDates dates;
+    dates.AddActivity(8, 8, "new early", {6, 0}, {-1, 0});
+    dates.AddActivity(8, 8, "new too late", {21, 0}, {-1, 0});
+    QStringList warnings;
+    dates.MergeInto(calendar, warnings);
+    const auto& schedule = calendar.Dates[0].Schedule;
+    ASSERT_EQ(schedule.size(), 39u);
+    EXPECT_EQ(schedule[0].Description.Trimmed(), "held 0");
+    EXPECT_EQ(schedule[37].Description.Trimmed(), "held 37");
+    EXPECT_EQ(schedule[38].Description.Trimmed(), "new early");
+    EXPECT_EQ(warnings, QStringList{"8 August: 2 activities after the 39 earliest left out"});
 }
 
 CalendarFileContent HeldCalendar(const QString& title, const QString& note) {

@@ -1,0 +1,265 @@
+#include <gtest/gtest.h>
+
+#include <QDate>
+
+#include "CalRun.h"
+
+// An import neither loses events nor moves them in time.
+namespace kelvane::cal {
+namespace {
+
+using testing::CalRun;
+using testing::ICalLines;
+using testing::RunCal;
+
+QStringList Calendar(const QStringList& inside) {
+    return QStringList{"BEGIN:VCALENDAR", "VERSION:2.0", "PRODID:-//Kelvane tests//EN"} + inside +
+           QStringList{"END:VCALENDAR"};
+}
+
+QStringList Event(const QString& uid, const QStringList& properties) {
+    return QStringList{"BEGIN:VEVENT", "UID:" + uid, "DTSTAMP:20260101T000000Z"} + properties +
+           QStringList{"END:VEVENT"};
+}
+
+const CalendarFileDate* Find(const CalendarFileContent& content, int month, int day) {
+    for (const CalendarFileDate& date : content.Dates) {
+        if (date.Month == month && date.Day == day) {
+            return &date;
+        }
+    }
+    return nullptr;
+}
+
+class ImportKeepsEvents : public ::testing::Test {
+  protected:
+    void SetUp() override { ASSERT_TRUE(folder_.isValid()); }
+    QString Path(const QString& name) const { return folder_.filePath(name); }
+    // Imports these lines for `year` into "out.cal", with times put into `zone`.
+    CalRun Import(const QStringList& lines, int year, const QString& zone = "UTC") {
+        EXPECT_TRUE(testing::WriteBytes(Path("in.ics"), ICalLines(lines)));
+        return RunCal({"import", Path("in.ics"), "--year", QString::number(year), "--timezone",
+                       zone, "-o", Path("out.cal"), "--force"});
+    }
+    CalendarFileContent Imported() const {
+        return testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+    }
+    // The imported dates of `year` as "d/M".
+    QStringList ImportedDays() const {
+        QStringList days;
+        for (const CalendarFileDate& date : Imported().Dates) {
+            days << QStringLiteral("%1/%2").arg(date.Day).arg(date.Month);
+        }
+        return days;
+    }
+
+    QTemporaryDir folder_;
+};
+
+template <typename Test>
+QStringList DaysOfYear(int year, Test test) {
+    QStringList days;
+    for (QDate date(year, 1, 1); date.year() == year; date = date.addDays(1)) {
+        if (test(date)) {
+            days << date.toString("d/M");
+        }
+    }
+    return days;
+}
+
+TEST_F(ImportKeepsEvents, ExpandsRepeatingEventsInTheYearsLibicalStopsBefore) {
+    const QStringList lines = Calendar(
+        Event("weekly", {"DTSTART:20260105T090000", "RRULE:FREQ=WEEKLY", "SUMMARY:Weekly"}) +
+        Event("fortnightly", {"DTSTART;VALUE=DATE:20260101",
+                              "RRULE:FREQ=WEEKLY;INTERVAL=2;BYDAY=TH", "SUMMARY:Fortnightly"}) +
+        Event("month-end", {"DTSTART;VALUE=DATE:20260131", "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1",
+                            "SUMMARY:Month end"}) +
+        Event("leap-day",
+              {"DTSTART;VALUE=DATE:20280229", "RRULE:FREQ=YEARLY", "SUMMARY:Leap day"}));
+    const QDate firstThursday(2026, 1, 1);
+    for (int year : {2582, 2583, 2800, 3001, 5555, 9998}) {
+        SCOPED_TRACE(year);
+        const CalRun run = Import(lines, year);
+        ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+        EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
+        const QStringList expected = DaysOfYear(year, [&](const QDate& date) {
+            const bool fortnightly =
+                date.dayOfWeek() == Qt::Thursday && firstThursday.daysTo(date) % 14 == 0;
+            return date.dayOfWeek() == Qt::Monday || fortnightly ||
+                   date.day() == date.daysInMonth() || (date.month() == 2 && date.day() == 29);
+        });
+        EXPECT_EQ(ImportedDays(), expected);
+        QDate firstMonday(year, 1, 1);
+        while (firstMonday.dayOfWeek() != Qt::Monday) {
+            firstMonday = firstMonday.addDays(1);
+        }
+        const CalendarFileDate* monday = Find(Imported(), 1, firstMonday.day());
+        ASSERT_NE(monday, nullptr);
+        ASSERT_EQ(monday->Schedule.size(), 1u);
+        EXPECT_EQ(monday->Schedule[0].StartTime, (ClockTime{9, 0}));
+    }
+}
+
+TEST_F(ImportKeepsEvents, ExpandsARuleOfAZoneAndAnEndInTheYearsLibicalStopsBefore) {
+    const CalRun run =
+        Import(Calendar(Event("a", {"DTSTART;TZID=Europe/Berlin:20260102T120000",
+                                    "RRULE:FREQ=DAILY;INTERVAL=3;UNTIL=30001231T000000Z",
+                                    "SUMMARY:Every third day"})),
+               3000);
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    const QDate first(2026, 1, 2);
+    EXPECT_EQ(ImportedDays(), DaysOfYear(3000, [&](const QDate& date) {
+                  return first.daysTo(date) % 3 == 0 && date.month() * 100 + date.day() < 1231;
+              }));
+}
+
+TEST_F(ImportKeepsEvents, ExpandsACountedRuleInTheYearsLibicalStopsBefore) {
+    const QStringList lines =
+        Calendar(Event("a", {"DTSTART;TZID=Europe/Berlin:20260101T100000",
+                             "RRULE:FREQ=WEEKLY;COUNT=50000;BYDAY=TH", "SUMMARY:Counted"}) +
+                 Event("b", {"DTSTART;VALUE=DATE:20260131",
+                             "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1;COUNT=9000", "SUMMARY:Month end"}));
+    const QDate last = QDate(2026, 1, 1).addDays(7 * 49999);  // 1 April 2984
+    for (int year : {2800, 2984}) {
+        SCOPED_TRACE(year);
+        const CalRun run = Import(lines, year);
+        ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+        EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
+        EXPECT_EQ(ImportedDays(), DaysOfYear(year, [&](const QDate& date) {
+                      return date.dayOfWeek() == Qt::Thursday && date <= last;
+                  }));
+    }
+    const CalRun run = Import(lines, 2775);  // the last of the 9000 months
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_EQ(ImportedDays(), DaysOfYear(2775, [](const QDate& date) {
+                  return date.dayOfWeek() == Qt::Thursday || date.day() == date.daysInMonth();
+              }));
+    ASSERT_NE(Find(Imported(), 12, 31), nullptr);
+    EXPECT_EQ(Find(Imported(), 12, 31)->Entry.Title.Trimmed(), "Month end");
+}
+
+// Every seventh month comes back to the same months only after 2800 years.
+TEST_F(ImportKeepsEvents, SaysSoWhenARuleCannotBeFollowedPastTheYearsLibicalFollows) {
+    const CalRun run =
+        Import(Calendar(Event("a", {"DTSTART:20260131T100000", "RRULE:FREQ=MONTHLY;INTERVAL=7",
+                                    "SUMMARY:Seventh month"})),
+               2800);
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_TRUE(
+        run.Err.contains("line 4: a repeat rule could be followed up to the year 2582 "
+                         "only; its later occurrences are left out"))
+        << run.Err.toStdString();
+}
+
+TEST_F(ImportKeepsEvents, ReadsATimeInTheSpringGapWithTheOffsetBeforeIt) {
+    const QStringList lines =
+        Calendar(Event("gap", {"DTSTART;TZID=Europe/Berlin:20240331T023000",
+                               "DTEND;TZID=Europe/Berlin:20240331T040000", "SUMMARY:Gap"}));
+    ASSERT_EQ(Import(lines, 2024).Status, kDone);
+    const CalendarFileDate* inUtc = Find(Imported(), 3, 31);
+    ASSERT_NE(inUtc, nullptr);
+    ASSERT_EQ(inUtc->Schedule.size(), 1u);
+    EXPECT_EQ(inUtc->Schedule[0].StartTime, (ClockTime{1, 30}));
+    EXPECT_EQ(inUtc->Schedule[0].EndTime, (ClockTime{2, 0}));
+
+    ASSERT_EQ(Import(lines, 2024, "Europe/Berlin").Status, kDone);
+    const CalendarFileDate* inBerlin = Find(Imported(), 3, 31);
+    ASSERT_NE(inBerlin, nullptr);
+    ASSERT_EQ(inBerlin->Schedule.size(), 1u);
+    EXPECT_EQ(inBerlin->Schedule[0].StartTime, (ClockTime{3, 30}));
+    EXPECT_EQ(inBerlin->Schedule[0].EndTime, (ClockTime{4, 0}));
+}
+
+TEST_F(ImportKeepsEvents, ReadsATimeTheAutumnShowsTwiceAsTheFirst) {
+    const QStringList lines =
+        Calendar(Event("twice", {"DTSTART;TZID=Europe/Berlin:20241027T023000", "DURATION:PT1H",
+                                 "SUMMARY:Twice"}) +
+                 Event("daily", {"DTSTART;TZID=Europe/Berlin:20241020T023000",
+                                 "RRULE:FREQ=DAILY;COUNT=10", "SUMMARY:Daily"}));
+    ASSERT_EQ(Import(lines, 2024).Status, kDone);
+    const CalendarFileDate* inUtc = Find(Imported(), 10, 27);
+    ASSERT_NE(inUtc, nullptr);
+    ASSERT_EQ(inUtc->Schedule.size(), 2u);
+    EXPECT_EQ(inUtc->Schedule[0].StartTime, (ClockTime{0, 30}));
+    EXPECT_EQ(inUtc->Schedule[0].EndTime, (ClockTime{1, 30}));
+    EXPECT_EQ(inUtc->Schedule[1].StartTime, (ClockTime{0, 30}));
+
+    ASSERT_EQ(Import(lines, 2024, "Europe/Berlin").Status, kDone);
+    for (int day = 20; day <= 29; ++day) {
+        const CalendarFileDate* inBerlin = Find(Imported(), 10, day);
+        ASSERT_NE(inBerlin, nullptr) << day;
+        EXPECT_EQ(inBerlin->Schedule[0].StartTime, (ClockTime{2, 30})) << day;
+    }
+}
+
+TEST_F(ImportKeepsEvents, PutsATimedEventsDescriptionIntoTheDatesNote) {
+    const CalRun run =
+        Import(Calendar(Event("a", {"DTSTART;VALUE=DATE:20260310", "SUMMARY:Board day",
+                                    "DESCRIPTION:Bring the figures"}) +
+                        Event("b", {"DTSTART:20260310T100000", "DTEND:20260310T110000",
+                                    "SUMMARY:Meeting", "DESCRIPTION:agenda\\nminutes"}) +
+                        Event("c", {"DTSTART:20260310T140000", "DESCRIPTION:no summary"}) +
+                        Event("d", {"DTSTART:20260311T090000", "SUMMARY:Long",
+                                    "DESCRIPTION:" + QString(900, QLatin1Char('x'))})),
+               2026);
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_TRUE(run.Err.contains(": 11 March: the note was cut to 800 characters\n"))
+        << run.Err.toStdString();
+    const CalendarFileContent content = Imported();
+    const CalendarFileDate* tenth = Find(content, 3, 10);
+    ASSERT_NE(tenth, nullptr);
+    EXPECT_EQ(tenth->Note,
+              "Bring the figures\r\n10:00 Meeting: "
+              "agenda\r\nminutes\r\n14:00 (no title): no "
+              "summary");
+    ASSERT_EQ(tenth->Schedule.size(), 2u);
+    EXPECT_EQ(tenth->Schedule[0].Description.Trimmed(), "Meeting");
+    const CalendarFileDate* eleventh = Find(content, 3, 11);
+    ASSERT_NE(eleventh, nullptr);
+    EXPECT_EQ(eleventh->Note.size(), NoteLength);
+    EXPECT_TRUE(eleventh->Note.startsWith("09:00 Long: xxx"));
+}
+
+TEST_F(ImportKeepsEvents, KeepsTheDescriptionsNoteExactThroughAnExportAndImport) {
+    ASSERT_EQ(Import(Calendar(Event("b", {"DTSTART:20260310T100000", "SUMMARY:Meeting",
+                                          "DESCRIPTION:agenda"})),
+                     2026)
+                  .Status,
+              kDone);
+    const QByteArray first = testing::ReadBytes(Path("out.cal"));
+    ASSERT_EQ(RunCal({"export", Path("out.cal"), "--year", "2026", "-o", Path("back.ics")}).Status,
+              kDone);
+    ASSERT_EQ(
+        RunCal({"import", Path("back.ics"), "--year", "2026", "-o", Path("again.cal")}).Status,
+        kDone);
+    EXPECT_EQ(testing::ReadBytes(Path("again.cal")), first);
+    ASSERT_EQ(RunCal({"import", Path("back.ics"), "--year", "2026", "--into", Path("out.cal"), "-o",
+                      Path("merged.cal")})
+                  .Status,
+              kDone);
+    EXPECT_EQ(testing::ReadBytes(Path("merged.cal")), first);
+    const CalendarFileDate* tenth = Find(Imported(), 3, 10);
+    ASSERT_NE(tenth, nullptr);
+    EXPECT_EQ(tenth->Note, "10:00 Meeting: agenda");
+}
+
+// A day or longer has no end a date's clock can tell from its start.
+TEST_F(ImportKeepsEvents, GivesAnEventOfADayOrLongerNoEndAndAShorterOneItsEnd) {
+    const CalRun run = Import(
+        Calendar(Event("a", {"DTSTART:20260105T090000", "DURATION:PT24H", "SUMMARY:Hours"}) +
+                 Event("b", {"DTSTART:20260106T090000", "DURATION:P1D", "SUMMARY:Day"}) +
+                 Event("c", {"DTSTART:20260107T090000", "DTEND:20260108T090000", "SUMMARY:Until"}) +
+                 Event("d", {"DTSTART:20260108T090000", "DURATION:PT23H59M", "SUMMARY:Nearly"})),
+        2026);
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    const CalendarFileContent content = Imported();
+    for (int day : {5, 6, 7}) {
+        const CalendarFileDate* date = Find(content, 1, day);
+        ASSERT_NE(date, nullptr) << day;
+        EXPECT_EQ(date->Schedule[0].EndTime, (ClockTime{-1, 0})) << day;
+    }
+    EXPECT_EQ(Find(content, 1, 8)->Schedule[0].EndTime, (ClockTime{8, 59}));
+}
+
+}  // namespace
+}  // namespace kelvane::cal
