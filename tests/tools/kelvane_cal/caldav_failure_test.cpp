@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QProcess>
 
 #include "CalDavFixture.h"
 #include "NginxProxy.h"
@@ -85,6 +86,33 @@ TEST_F(CalDavFailureTest, ASilentServerTimesOut) {
               QStringLiteral("kelvane-cal: %1: no answer within 1 second; check that the server "
                              "is running and can be reached, or give it longer with --timeout\n")
                   .arg(target));
+}
+
+// The program itself, whose standard error would also show what Qt prints.
+TEST_F(CalDavFailureTest, ATimeOutLeavesOnlyOurOwnMessageOnTheStandardError) {
+    const QString target = proxy.SilentUrl(QStringLiteral("/alice/plan/"));
+    for (const QStringList& words :
+         {QStringList{QStringLiteral("import"), target},
+          QStringList{QStringLiteral("publish"), file, QStringLiteral("--url"), target}}) {
+        QProcess run;
+        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+        variables.insert(QStringLiteral("KELVANE_CALDAV_PASSWORD"), QStringLiteral("secret"));
+        variables.insert(QStringLiteral("XDG_STATE_HOME"), environment.StateFolder);
+        variables.insert(QStringLiteral("HOME"), folder.path());
+        run.setProcessEnvironment(variables);
+        run.start(QStringLiteral(KELVANE_CAL_BINARY),
+                  words + QStringList{QStringLiteral("--year"), QStringLiteral("2026"),
+                                      QStringLiteral("--user"), QStringLiteral("alice"),
+                                      QStringLiteral("--timeout"), QStringLiteral("1")});
+        ASSERT_TRUE(run.waitForFinished(30000));
+        EXPECT_EQ(run.exitCode(), 1);
+        const QString err = QString::fromUtf8(run.readAllStandardError());
+        EXPECT_EQ(err,
+                  QStringLiteral("kelvane-cal: %1: no answer within 1 second; check that the "
+                                 "server is running and can be reached, or give it longer with "
+                                 "--timeout\n")
+                      .arg(target));
+    }
 }
 
 TEST_F(CalDavFailureTest, ATimeoutIsAWholeNumberOfSeconds) {
