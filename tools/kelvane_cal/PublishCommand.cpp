@@ -7,6 +7,7 @@
 #include "kelvane_cal/DavXml.h"
 #include "kelvane_cal/Files.h"
 #include "kelvane_cal/ICalExport.h"
+#include "kelvane_cal/MarkedEnds.h"
 #include "kelvane_cal/PublishPlan.h"
 #include "store/Module1.h"
 
@@ -174,6 +175,11 @@ bool Publisher::Export(QString& problem) {
         Warn(words_.File + QStringLiteral(": ") + warning, err_);
     }
     for (EventText& event : SplitEvents(result.Text)) {
+        // What has no end, or ends as it starts, goes in a form every server takes.
+        const QByteArray marked = WithMarkedEnds(event.Text);
+        if (marked != event.Text) {
+            event = SplitEvents(marked).front();
+        }
         local_[event.Uid] = std::move(event);
     }
     return true;
