@@ -42,7 +42,9 @@ DavReply CalDavClient::Finish(QNetworkReply* reply) const {
     DavReply answer;
     answer.Url = reply->request().url();
     answer.Status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    answer.Body = reply->readAll();
+    // A reply aborted by its time-out is closed: reading it would only make
+    // Qt print a warning of its own.
+    answer.Body = reply->isOpen() ? reply->readAll() : QByteArray();
     answer.ETag = reply->rawHeader("ETag");
     answer.Location = reply->rawHeader("Location");
     const QNetworkReply::NetworkError error = reply->error();

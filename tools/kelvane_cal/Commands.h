@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QDateTime>
+#include <QIODevice>
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
@@ -17,6 +18,7 @@ struct Environment {
     QString NetrcFile;         // ~/.netrc
     QString PasswordVariable;  // the value of KELVANE_CALDAV_PASSWORD
     bool PasswordVariableSet = false;
+    QIODevice* StandardInput = nullptr;  // what "import -" reads; none reads nothing
 };
 
 // Exit statuses.

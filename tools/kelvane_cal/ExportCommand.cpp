@@ -80,11 +80,10 @@ int RunExport(const QStringList& words, const Environment& environment, QTextStr
     if (!WriteOutput(output, result.Text, force, out, problem)) {
         return FileError(problem, err);
     }
-    if (!IsStandardOutput(output)) {
-        out << output << ": " << result.AllDayEvents << " all-day and " << result.TimedEvents
-            << " timed events\n";
-    }
-    out.flush();
+    // The summary goes where the import's and the warnings go, never into the
+    // written text.
+    err << (IsStandardOutput(output) ? QStringLiteral("standard output") : output) << ": "
+        << result.AllDayEvents << " all-day and " << result.TimedEvents << " timed events\n";
     err.flush();
     return kDone;
 }

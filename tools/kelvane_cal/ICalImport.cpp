@@ -10,6 +10,7 @@
 #include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/ICalExport.h"
 #include "kelvane_cal/ICalReader.h"
+#include "kelvane_cal/MarkedEnds.h"
 #include "kelvane_cal/Occurrences.h"
 #include "kelvane_cal/ZoneBook.h"
 
@@ -144,6 +145,25 @@ struct EventShape {
     bool HasLength = false;
     qint64 Length = 0;
 };
+
+// An event publish made one minute long in place of no end or a zero length
+// reads back as what it was; one made longer since then keeps its length.
+void TakeEndMark(icalcomponent* event, EventShape& shape) {
+    if (!shape.HasLength || shape.Length != kMarkedLength) {
+        return;
+    }
+    switch (MarkedEndOf(event)) {
+        case MarkedEnd::NoEnd:
+            shape.HasLength = false;
+            shape.Length = 0;
+            break;
+        case MarkedEnd::ZeroLength:
+            shape.Length = 0;
+            break;
+        case MarkedEnd::None:
+            break;
+    }
+}
 
 icaltimetype FirstOfJanuary(int year) {
     icaltimetype date = icaltime_null_date();
@@ -311,6 +331,7 @@ bool Importer::ShapeOf(icalcomponent* event, int line, EventShape& shape) {
                    icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY)) {
         TakeDuration(length, line, shape);
     }
+    TakeEndMark(event, shape);
     if (unknownZone) {
         tally_.Add(QStringLiteral("a time zone nobody knows is taken as local time"), line);
     }

@@ -15,6 +15,9 @@ namespace {
 // than read into memory.
 constexpr qint64 kLongestLine = 16 * 1024 * 1024;
 
+const QString kNotCalendarStart =
+    QStringLiteral("not an iCalendar file: it does not start with BEGIN:VCALENDAR");
+
 // The component name of a "BEGIN:NAME" or "END:NAME" line, in capitals, or
 // nothing for any other line.
 QByteArray NameAfter(const QByteArray& line, const char* keyword) {
@@ -185,12 +188,21 @@ bool ICalendarReader::ReadPhysicalLine(QByteArray& line, int& number) {
     while (line.endsWith('\n') || line.endsWith('\r')) {
         line.chop(1);
     }
+    if (number == 1 && line.startsWith("\xEF\xBB\xBF")) {
+        line.remove(0, 3);  // a byte order mark
+    }
+    // The first text decides whether this is iCalendar at all: a binary file
+    // is refused as such, not for the CRs it happens to hold.
+    if (!sawText_ && !line.trimmed().isEmpty()) {
+        sawText_ = true;
+        const qsizetype firstCr = line.indexOf('\r');
+        if (NameAfter(firstCr < 0 ? line : line.left(firstCr), "BEGIN") != "VCALENDAR") {
+            return Fail(number, kNotCalendarStart);
+        }
+    }
     if (line.contains('\r')) {
         return Fail(number, QStringLiteral("the lines end in CR alone; save the file with CR LF "
                                            "or LF line ends"));
-    }
-    if (number == 1 && line.startsWith("\xEF\xBB\xBF")) {
-        line.remove(0, 3);  // a byte order mark
     }
     return true;
 }
@@ -343,8 +355,7 @@ bool ICalendarReader::TakeLine(const QByteArray& line, int number, ComponentPtr&
                 return false;
             }
             return Fail(number, place_ == Place::BeforeCalendar
-                                    ? QStringLiteral("not an iCalendar file: it does not start "
-                                                     "with BEGIN:VCALENDAR")
+                                    ? kNotCalendarStart
                                     : QStringLiteral("there is text after END:VCALENDAR"));
         case Place::InCalendar:
             return TakeCalendarLine(line, number);

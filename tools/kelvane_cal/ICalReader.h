@@ -77,6 +77,7 @@ class ICalendarReader {
     QByteArray pending_;
     int pendingNumber_ = 0;
     bool havePending_ = false;
+    bool sawText_ = false;  // a line that is not blank was read
     LineTally blankInFold_;
     LineTally notUtf8_;
 

@@ -25,14 +25,14 @@ const char* const kImportHelp =
     "                          [--password-file FILE] [--allow-http]\n"
     "                          [--timeout SECONDS]\n"
     "\n"
-    "Makes a calendar file from the events of an iCalendar file, or of a CalDAV\n"
-    "calendar collection at an http(s) URL, that fall in year YYYY. Repeating events are expanded "
-    "within the year and cancelled\n"
-    "ones left out. All-day events become titles (several on one day are joined\n"
-    "with \"; \") and their descriptions notes (cut to 800 characters, with a\n"
-    "warning). Timed events become activities: the 39 earliest of each date are\n"
-    "kept and the rest reported. An event that goes past midnight keeps its end\n"
-    "as a clock time; one longer than a day gets no end time.\n"
+    "Makes a calendar file from the events of an iCalendar file ('-' for the\n"
+    "standard input), or of a CalDAV calendar collection at an http(s) URL, that\n"
+    "fall in year YYYY. Repeating events are expanded within the year and\n"
+    "cancelled ones left out. All-day events become titles (several on one day\n"
+    "are joined with \"; \") and their descriptions notes (cut to 800 characters,\n"
+    "with a warning). Timed events become activities: the 39 earliest of each\n"
+    "date are kept and the rest reported. An event that goes past midnight keeps\n"
+    "its end as a clock time; one longer than a day gets no end time.\n"
     "\n"
     "An unreadable date, time or repeat rule stops the import with its line,\n"
     "and nothing is written; any other property libical cannot read is left\n"
@@ -173,9 +173,33 @@ QString LayoutWarning(const ImportWords& words, const CalendarFileContent& calen
              WeekdayName(layout.FirstWeekday()), from, QString::number(words.Year));
 }
 
-// The iCalendar text to read: the file, or the collection's events of the year.
+// Whether the input named is the standard input: "-", as for -o.
+bool IsStandardInput(const QString& input) {
+    return input == QStringLiteral("-");
+}
+
+// The input as messages name it.
+QString InputName(const QString& input) {
+    return IsStandardInput(input) ? QStringLiteral("standard input") : input;
+}
+
+// The standard input, read whole: the import reads its text twice.
+std::unique_ptr<QIODevice> ReadStandardInput(const Environment& environment) {
+    auto buffer = std::make_unique<QBuffer>();
+    if (environment.StandardInput != nullptr) {
+        buffer->setData(environment.StandardInput->readAll());
+    }
+    buffer->open(QIODevice::ReadOnly);
+    return buffer;
+}
+
+// The iCalendar text to read: the file, the standard input for "-", or the
+// collection's events of the year.
 std::unique_ptr<QIODevice> OpenImport(const ImportWords& words, const Environment& environment,
                                       QString& problem) {
+    if (IsStandardInput(words.Input)) {
+        return ReadStandardInput(environment);
+    }
     if (words.Url.isEmpty()) {
         auto file = std::make_unique<QFile>(words.Input);
         return OpenInput(words.Input, *file, problem) ? std::move(file) : nullptr;
@@ -207,9 +231,10 @@ int Import(const ImportWords& words, const Environment& environment, QTextStream
     ImportedDates dates;
     ImportReport report;
     if (!ImportICalendar(*input, {words.Year, words.Zone}, dates, report)) {
-        return FileError(QStringLiteral("%1: line %2: %3; nothing was written")
-                             .arg(words.Input, QString::number(report.ProblemLine), report.Problem),
-                         err);
+        return FileError(
+            QStringLiteral("%1: line %2: %3; nothing was written")
+                .arg(InputName(words.Input), QString::number(report.ProblemLine), report.Problem),
+            err);
     }
     QStringList warnings = report.Warnings;
     if (!words.ZoneWarning.isEmpty()) {
@@ -225,12 +250,12 @@ int Import(const ImportWords& words, const Environment& environment, QTextStream
         dates.MergeInto(calendar, warnings);
     }
     for (const QString& warning : warnings) {
-        Warn(words.Input + QStringLiteral(": ") + warning, err);
+        Warn(InputName(words.Input) + QStringLiteral(": ") + warning, err);
     }
     if (!WriteOutput(words.Output, CalendarBytes(calendar), words.Force, out, problem)) {
         return FileError(problem, err);
     }
-    err << words.Input << ": "
+    err << InputName(words.Input) << ": "
         << Counted(report.Events, QStringLiteral("event"), QStringLiteral("events")) << " read; "
         << Counted(report.Occurrences, QStringLiteral("occurrence"), QStringLiteral("occurrences"))
         << " in " << words.Year << " on "

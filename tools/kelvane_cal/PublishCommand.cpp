@@ -7,6 +7,7 @@
 #include "kelvane_cal/DavXml.h"
 #include "kelvane_cal/Files.h"
 #include "kelvane_cal/ICalExport.h"
+#include "kelvane_cal/MarkedEnds.h"
 #include "kelvane_cal/PublishPlan.h"
 #include "store/Module1.h"
 
@@ -30,7 +31,10 @@ const char* const kPublishHelp =
     "at a time.\n"
     "\n"
     "An event changed on the server since the last publish is a conflict: it is\n"
-    "reported, left as the server has it, and the exit status is 1.\n"
+    "reported, left as the server has it, and the exit status is 1. An event the\n"
+    "server refuses for good is reported and not sent again until it changes.\n"
+    "An activity without an end, or one that ends as it starts, is sent one\n"
+    "minute long, marked so that import reads it back as it was.\n"
     "\n"
     "The password comes from --password-file (which only its owner may read),\n"
     "from ~/.netrc, or from the environment variable KELVANE_CALDAV_PASSWORD.\n"
@@ -54,6 +58,8 @@ QByteArray PublishHelp() {
 }
 
 constexpr int kParallel = 4;
+// Server errors (5xx) in a row after which a run sends nothing more.
+constexpr int kMostServerErrors = 3;
 
 struct PublishWords {
     QString File;
@@ -119,6 +125,18 @@ bool Answered(const DavReply& reply) {
     return reply.Status != 0 || reply.RedirectRefused;
 }
 
+// A refusal of the event itself that sending it again cannot change: a 403
+// that names a condition other than the user's rights (such as Cyrus's
+// "valid-calendar-data: DTEND must occur after DTSTART").
+QString LastingRefusal(const DavReply& reply) {
+    const QString reason = reply.Status == 403 ? DavErrorText(reply.Body) : QString();
+    return reason.contains(QStringLiteral("need-privileges")) ? QString() : reason;
+}
+
+QString Plural(int count, const char* one, const char* many) {
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
+}
+
 // Runs one publish from its words to its exit status.
 class Publisher {
   public:
@@ -143,6 +161,9 @@ class Publisher {
     void Record(const PublishAction& action, const DavReply& reply);
     void FillMissingETags();
     void Conflict(const QString& uid, const QString& reason);
+    void Refused(const QString& uid, const QString& reason);
+    void ForgetRefusalsOfGoneEvents();
+    void TellUnfinished();
     int Finish();
     bool OwnUid(const QString& uid) const {
         return uid.startsWith(QString::number(words_.Year).rightJustified(4, QLatin1Char('0'))) &&
@@ -163,6 +184,10 @@ class Publisher {
     int deleted_ = 0;
     int unchanged_ = 0;
     int conflicts_ = 0;
+    int refused_ = 0;       // refused for good in this run
+    int staysRefused_ = 0;  // refused by an earlier run and unchanged since
+    int notSent_ = 0;       // left unsent once the server stopped answering
+    int serverErrorsInARow_ = 0;
     bool etagsMissing_ = false;
     QStringList failures_;
 };
@@ -178,6 +203,11 @@ bool Publisher::Export(QString& problem) {
         Warn(words_.File + QStringLiteral(": ") + warning, err_);
     }
     for (EventText& event : SplitEvents(result.Text)) {
+        // What has no end, or ends as it starts, goes in a form every server takes.
+        const QByteArray marked = WithMarkedEnds(event.Text);
+        if (marked != event.Text) {
+            event = SplitEvents(marked).front();
+        }
         local_[event.Uid] = std::move(event);
     }
     return true;
@@ -229,7 +259,11 @@ void Publisher::Check(PublishPlan& plan) {
         const EventText& event = local_[action.Uid];
         const std::vector<EventText> there = SplitEvents(reply.Body);
         const QByteArray etag = action.IfMatch.isEmpty() ? reply.ETag : action.IfMatch;
-        if (reply.Status != 200) {
+        if (reply.NotSent) {
+            ++notSent_;
+            action.Step = PublishStep::Forget;
+            action.Uid.clear();
+        } else if (reply.Status != 200) {
             failures_.append(DescribeFailure(reply, client_->TimeoutSeconds()));
             action.Step = PublishStep::Forget;  // left alone until a run can read it
             action.Uid.clear();
@@ -272,11 +306,21 @@ void Publisher::Conflict(const QString& uid, const QString& reason) {
          << "; left as the server has it (--force replaces it)\n";
 }
 
+void Publisher::Refused(const QString& uid, const QString& reason) {
+    ++refused_;
+    err_ << "kelvane-cal: refused: " << uid << " (" << DateOfUid(uid)
+         << "): the server refuses this (403): " << reason
+         << "; it is not sent again until it changes\n";
+}
+
 // Records what a request did; false when the run should send no more: the
-// server stopped answering, or what is done can no longer be recorded.
+// server stopped answering or kept failing, or what is done can no longer be
+// recorded.
 bool Publisher::Applied(const PublishAction& action, const DavReply& reply) {
     Record(action, reply);
-    return Answered(reply) && state_.JournalProblem().isEmpty();
+    serverErrorsInARow_ = reply.Status >= 500 ? serverErrorsInARow_ + 1 : 0;
+    return Answered(reply) && serverErrorsInARow_ < kMostServerErrors &&
+           state_.JournalProblem().isEmpty();
 }
 
 void Publisher::Record(const PublishAction& action, const DavReply& reply) {
@@ -286,6 +330,12 @@ void Publisher::Record(const PublishAction& action, const DavReply& reply) {
     }
     if (action.Step == PublishStep::Delete && (reply.Status == 404 || reply.Status == 410)) {
         state_.Erase(action.Uid);
+        return;
+    }
+    const QString refusal = LastingRefusal(reply);
+    if (action.Step != PublishStep::Delete && !refusal.isEmpty()) {
+        state_.Refuse(action.Uid, local_[action.Uid].Hash);
+        Refused(action.Uid, refusal);
         return;
     }
     if (reply.Status < 200 || reply.Status >= 300) {
@@ -326,9 +376,7 @@ void Publisher::Execute(const PublishPlan& plan) {
             return Applied(*actions[index], reply);
         });
     for (const DavReply& reply : replies) {
-        if (reply.NotSent) {
-            failures_.append(DescribeFailure(reply, client_->TimeoutSeconds()));
-        }
+        notSent_ += reply.NotSent ? 1 : 0;
     }
 }
 
@@ -353,6 +401,39 @@ void Publisher::FillMissingETags() {
     }
 }
 
+// An event the server refused that the file no longer has is forgotten;
+// another year's stay.
+void Publisher::ForgetRefusalsOfGoneEvents() {
+    std::vector<QString> gone;
+    for (const auto& [uid, hash] : state_.Refused()) {
+        if (local_.find(uid) == local_.end() && OwnUid(uid)) {
+            gone.push_back(uid);
+        }
+    }
+    for (const QString& uid : gone) {
+        state_.Refuse(uid, {});
+    }
+}
+
+// The first failure in full, then how many more failed and how many were
+// not sent, which another run completes.
+void Publisher::TellUnfinished() {
+    if (!failures_.isEmpty()) {
+        err_ << "kelvane-cal: " << failures_.first() << '\n';
+    }
+    QStringList counts;
+    if (failures_.size() > 1) {
+        counts << Plural(failures_.size() - 1, "more request failed", "more requests failed");
+    }
+    if (notSent_ > 0) {
+        counts << Plural(notSent_, "request was not sent", "requests were not sent");
+    }
+    if (!counts.isEmpty()) {
+        err_ << "kelvane-cal: " << counts.join(QStringLiteral(", "))
+             << "; run publish again to complete the calendar\n";
+    }
+}
+
 int Publisher::Finish() {
     QString problem;
     if (!state_.JournalProblem().isEmpty()) {
@@ -364,20 +445,23 @@ int Publisher::Finish() {
     const QString verb = words_.DryRun ? QStringLiteral("would be ") : QString();
     out_ << words_.Url.toString() << ": " << created_ << ' ' << verb << "created, " << replaced_
          << ' ' << verb << "replaced, " << deleted_ << ' ' << verb << "deleted, " << unchanged_
-         << " unchanged, " << conflicts_ << (conflicts_ == 1 ? " conflict" : " conflicts")
-         << "; requests: " << client_->Sent("PROPFIND") << " PROPFIND, " << client_->Sent("GET")
+         << " unchanged, " << conflicts_ << (conflicts_ == 1 ? " conflict" : " conflicts");
+    if (refused_ + staysRefused_ > 0) {
+        out_ << ", " << refused_ + staysRefused_ << " refused";
+    }
+    out_ << "; requests: " << client_->Sent("PROPFIND") << " PROPFIND, " << client_->Sent("GET")
          << " GET, " << client_->Sent("PUT") << " PUT, " << client_->Sent("DELETE") << " DELETE\n";
     out_.flush();
-    if (!failures_.isEmpty()) {
-        err_ << "kelvane-cal: " << failures_.first() << '\n';
-        if (failures_.size() > 1) {
-            err_ << "kelvane-cal: " << failures_.size() - 1
-                 << (failures_.size() == 2 ? " more request" : " more requests")
-                 << " failed; run publish again to complete the calendar\n";
-        }
+    TellUnfinished();
+    if (staysRefused_ > 0) {
+        err_ << "kelvane-cal: "
+             << Plural(staysRefused_, "event stays refused by the server",
+                       "events stay refused by the server")
+             << "; a change to one sends it again\n";
     }
     err_.flush();
-    return failures_.isEmpty() && conflicts_ == 0 ? kDone : kFileProblem;
+    const bool finished = failures_.isEmpty() && notSent_ == 0;
+    return finished && conflicts_ == 0 && refused_ == 0 ? kDone : kFileProblem;
 }
 
 int Publisher::Run() {
@@ -394,9 +478,14 @@ int Publisher::Run() {
     if (!ListServer(problem) || (!words_.DryRun && !state_.StartJournal(problem))) {
         return FileError(problem, err_);
     }
-    PublishPlan plan = PlanPublish(local_, state_.Events(), server_, words_.Force,
-                                   [this](const QString& uid) { return OwnUid(uid); });
+    PublishPlan plan = PlanPublish(
+        local_, state_.Events(), server_, words_.Force,
+        [this](const QString& uid) { return OwnUid(uid); }, state_.Refused());
     unchanged_ = plan.Unchanged;
+    staysRefused_ = plan.StaysRefused;
+    if (!words_.DryRun) {
+        ForgetRefusalsOfGoneEvents();
+    }
     Check(plan);
     for (const PublishAction& action : plan.Actions) {
         if (action.Step == PublishStep::Conflict) {

@@ -61,9 +61,15 @@ void PlanGoneEvent(const QString& uid, const std::map<QString, PublishedEvent>& 
 PublishPlan PlanPublish(const std::map<QString, EventText>& local,
                         const std::map<QString, PublishedEvent>& published,
                         const std::map<QString, ServerEvent>& server, bool force,
-                        const std::function<bool(const QString&)>& ownUid) {
+                        const std::function<bool(const QString&)>& ownUid,
+                        const std::map<QString, QByteArray>& refused) {
     PublishPlan plan;
     for (const auto& [uid, event] : local) {
+        const auto refusal = refused.find(uid);
+        if (refusal != refused.end() && refusal->second == event.Hash) {
+            ++plan.StaysRefused;
+            continue;
+        }
         PlanLocalEvent(event, published, server, force, plan);
     }
     std::map<QString, bool> gone;

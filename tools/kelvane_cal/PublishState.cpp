@@ -35,6 +35,15 @@ bool BelongsTo(const QJsonObject& root, const QString& url, const QString& seed)
            root.value(QStringLiteral("seed")).toString() == seed;
 }
 
+void SetRefusal(std::map<QString, QByteArray>& refused, const QString& uid,
+                const QByteArray& hash) {
+    if (hash.isEmpty()) {
+        refused.erase(uid);
+    } else {
+        refused[uid] = hash;
+    }
+}
+
 QString Damaged(const QString& fileName) {
     return QStringLiteral(
                "%1: is damaged or belongs to another collection; move it away "
@@ -114,6 +123,10 @@ bool PublishState::ReadSaved(QString& problem) {
     for (auto event = events.begin(); event != events.end(); ++event) {
         events_[event.key()] = EventOf(event.value().toObject());
     }
+    const QJsonObject refused = root.value(QStringLiteral("refused")).toObject();
+    for (auto event = refused.begin(); event != refused.end(); ++event) {
+        refused_[event.key()] = event.value().toString().toLatin1();
+    }
     return true;
 }
 
@@ -146,8 +159,13 @@ bool PublishState::ReplayJournal(QString& problem) {
         }
         if (change.value(QStringLiteral("gone")).toBool()) {
             events_.erase(uid);
+            refused_.erase(uid);
+        } else if (change.contains(QStringLiteral("refused"))) {
+            SetRefusal(refused_, uid,
+                       change.value(QStringLiteral("refused")).toString().toLatin1());
         } else {
             events_[uid] = EventOf(change);
+            refused_.erase(uid);
         }
     }
     return true;
@@ -195,6 +213,7 @@ void PublishState::AddToJournal(const QByteArray& line) {
 
 void PublishState::Put(const QString& uid, const PublishedEvent& event) {
     events_[uid] = event;
+    refused_.erase(uid);
     QJsonObject change = EventFields(event);
     change.insert(QStringLiteral("uid"), uid);
     AddToJournal(Compact(change));
@@ -202,7 +221,14 @@ void PublishState::Put(const QString& uid, const PublishedEvent& event) {
 
 void PublishState::Erase(const QString& uid) {
     events_.erase(uid);
+    refused_.erase(uid);
     AddToJournal(Compact({{QStringLiteral("uid"), uid}, {QStringLiteral("gone"), true}}));
+}
+
+void PublishState::Refuse(const QString& uid, const QByteArray& hash) {
+    SetRefusal(refused_, uid, hash);
+    AddToJournal(Compact(
+        {{QStringLiteral("uid"), uid}, {QStringLiteral("refused"), QString::fromLatin1(hash)}}));
 }
 
 bool PublishState::Save(QString& problem) {
@@ -212,6 +238,13 @@ bool PublishState::Save(QString& problem) {
     }
     QJsonObject root{{QStringLiteral("url"), url_}, {QStringLiteral("seed"), seed_}};
     root.insert(QStringLiteral("events"), events);
+    if (!refused_.empty()) {
+        QJsonObject refused;
+        for (const auto& [uid, hash] : refused_) {
+            refused.insert(uid, QString::fromLatin1(hash));
+        }
+        root.insert(QStringLiteral("refused"), refused);
+    }
     if (!MakeFolder(problem)) {
         return false;
     }

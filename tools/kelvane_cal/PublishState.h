@@ -41,8 +41,14 @@ class PublishState {
     // when it cannot be written.
     bool Save(QString& problem);
 
+    // Put also forgets a refusal of the event; Erase forgets the event and
+    // its refusal.
     void Put(const QString& uid, const PublishedEvent& event);
     void Erase(const QString& uid);
+    // Remembers that the server refused the event whose text has `hash` for
+    // good, so that it is not sent again until it changes; an empty hash
+    // forgets the refusal.
+    void Refuse(const QString& uid, const QByteArray& hash);
     // Why the journal could not be written to, once it could not; empty while
     // all went well.
     QString JournalProblem() const { return journalProblem_; }
@@ -50,6 +56,8 @@ class PublishState {
     QString FileName() const { return fileName_; }
     QString JournalName() const { return journalName_; }
     const std::map<QString, PublishedEvent>& Events() const { return events_; }
+    // The hashes of the events the server refused for good, by UID.
+    const std::map<QString, QByteArray>& Refused() const { return refused_; }
 
   private:
     bool MakeFolder(QString& problem) const;
@@ -65,6 +73,7 @@ class PublishState {
     QString url_;
     QString seed_;
     std::map<QString, PublishedEvent> events_;  // by UID
+    std::map<QString, QByteArray> refused_;     // by UID
     bool loaded_ = false;
     std::unique_ptr<QLockFile> lock_;
     std::unique_ptr<QFile> journal_;

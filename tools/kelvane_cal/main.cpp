@@ -1,6 +1,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QTimeZone>
 
 #include "kelvane_cal/Commands.h"
@@ -21,5 +22,9 @@ int main(int argc, char* argv[]) {
     environment.NetrcFile = home + QStringLiteral("/.netrc");
     environment.PasswordVariableSet = qEnvironmentVariableIsSet("KELVANE_CALDAV_PASSWORD");
     environment.PasswordVariable = qEnvironmentVariable("KELVANE_CALDAV_PASSWORD");
+    QFile input;
+    if (input.open(stdin, QIODevice::ReadOnly)) {
+        environment.StandardInput = &input;
+    }
     return kelvane::cal::RunCommand(QCoreApplication::arguments().mid(1), environment, out, err);
 }

@@ -12,6 +12,9 @@
 //   /away/NAME     301 to the same path on "localhost", another origin
 //   /full/...      507 Insufficient Storage
 //   /no-room-to-put/NAME/...  507 for a PUT, else alice's calendar NAME
+//   /refuses/NAME/...  403 with Cyrus's DAV:error "DTEND must occur after
+//                  DTSTART" for a PUT of a resource whose name holds "-a2-"
+//                  (a date's second activity), else alice's calendar NAME
 //   /stalls/NAME/...  a PUT goes to a port that never answers, anything else
 //                  to alice's calendar NAME
 //   /files/        a folder of plain files, which allows no WebDAV (405)

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "CalRun.h"
 #include "kelvane_cal/Arguments.h"
 
 namespace kelvane::cal {
@@ -69,6 +70,20 @@ TEST(Arguments, ReadsWholeNumbersInARange) {
     EXPECT_FALSE(ParseWholeNumber("2.5", 1, 12, value));
     EXPECT_FALSE(ParseWholeNumber("", 1, 12, value));
     EXPECT_FALSE(ParseWholeNumber("twelve", 1, 12, value));
+}
+
+TEST(Arguments, EveryHelpLineFitsEightyColumns) {
+    for (const QStringList& words :
+         {QStringList{"--help"}, QStringList{"check", "--help"}, QStringList{"show", "--help"},
+          QStringList{"export", "--help"}, QStringList{"import", "--help"},
+          QStringList{"publish", "--help"}}) {
+        const testing::CalRun run = testing::RunCal(words);
+        ASSERT_EQ(run.Status, kDone) << words.join(' ').toStdString();
+        for (const QString& line : run.Out.split(QLatin1Char('\n'))) {
+            EXPECT_LE(line.size(), 80)
+                << words.join(' ').toStdString() << ": " << line.toStdString();
+        }
+    }
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QProcess>
+#include <QRegularExpression>
 
 #include "CalDavFixture.h"
 #include "NginxProxy.h"
@@ -87,6 +89,33 @@ TEST_F(CalDavFailureTest, ASilentServerTimesOut) {
                   .arg(target));
 }
 
+// The program itself, whose standard error would also show what Qt prints.
+TEST_F(CalDavFailureTest, ATimeOutLeavesOnlyOurOwnMessageOnTheStandardError) {
+    const QString target = proxy.SilentUrl(QStringLiteral("/alice/plan/"));
+    for (const QStringList& words :
+         {QStringList{QStringLiteral("import"), target},
+          QStringList{QStringLiteral("publish"), file, QStringLiteral("--url"), target}}) {
+        QProcess run;
+        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+        variables.insert(QStringLiteral("KELVANE_CALDAV_PASSWORD"), QStringLiteral("secret"));
+        variables.insert(QStringLiteral("XDG_STATE_HOME"), environment.StateFolder);
+        variables.insert(QStringLiteral("HOME"), folder.path());
+        run.setProcessEnvironment(variables);
+        run.start(QStringLiteral(KELVANE_CAL_BINARY),
+                  words + QStringList{QStringLiteral("--year"), QStringLiteral("2026"),
+                                      QStringLiteral("--user"), QStringLiteral("alice"),
+                                      QStringLiteral("--timeout"), QStringLiteral("1")});
+        ASSERT_TRUE(run.waitForFinished(30000));
+        EXPECT_EQ(run.exitCode(), 1);
+        const QString err = QString::fromUtf8(run.readAllStandardError());
+        EXPECT_EQ(err,
+                  QStringLiteral("kelvane-cal: %1: no answer within 1 second; check that the "
+                                 "server is running and can be reached, or give it longer with "
+                                 "--timeout\n")
+                      .arg(target));
+    }
+}
+
 TEST_F(CalDavFailureTest, ATimeoutIsAWholeNumberOfSeconds) {
     for (const QString& wrong :
          {QStringLiteral("0"), QStringLiteral("soon"), QStringLiteral("3601")}) {
@@ -155,8 +184,75 @@ TEST_F(CalDavFailureTest, ARunStopsSendingWhenTheServerStopsAnswering) {
         << run.Out.toStdString();
     EXPECT_TRUE(run.Err.contains(QStringLiteral(".ics: no answer within 1 second;")))
         << run.Err.toStdString();
-    EXPECT_TRUE(run.Err.contains(QStringLiteral("209 more requests failed; run publish again")))
+    EXPECT_TRUE(run.Err.contains(
+        QStringLiteral("3 more requests failed, 206 requests were not sent; run publish again")))
         << run.Err.toStdString();
+}
+
+// The number of PUTs a publish's summary says it sent.
+int PutsSent(const QString& summary) {
+    static const QRegularExpression puts(QStringLiteral(" (\\d+) PUT"));
+    return puts.match(summary).captured(1).toInt();
+}
+
+// Every PUT meets 507: after three server errors in a row the rest of the 210
+// events are not sent, and counted apart from those that failed.
+TEST_F(CalDavFailureTest, ARunStopsSendingAfterServerErrorsInARow) {
+    WriteBusyDates();
+    url = proxy.Url(QStringLiteral("/no-room-to-put/plan/"));
+    const CalRun run = Publish();
+    EXPECT_EQ(run.Status, 1);
+    const int sent = PutsSent(run.Out);
+    EXPECT_GE(sent, 3) << run.Out.toStdString();
+    EXPECT_LE(sent, 6) << run.Out.toStdString();
+    EXPECT_TRUE(run.Err.contains(QStringLiteral("%1 more requests failed, %2 requests were not "
+                                                "sent; run publish again to complete the "
+                                                "calendar\n")
+                                     .arg(sent - 1)
+                                     .arg(210 - sent)))
+        << run.Err.toStdString();
+}
+
+// The server refuses one event for good: it is named, remembered and not
+// sent again until it changes, and the run after ends well.
+TEST_F(CalDavFailureTest, ARefusedEventIsNamedAndNotSentAgainUntilItChanges) {
+    url = proxy.Url(QStringLiteral("/refuses/plan/"));
+    const QString refusal =
+        QStringLiteral(
+            "kelvane-cal: refused: %1 (17 March 2026): the server refuses this (403): "
+            "valid-calendar-data: DTEND must occur after DTSTART; it is not sent again "
+            "until it changes\n")
+            .arg(testing::Uid(3, 17, 2));
+    const CalRun first = Publish();
+    EXPECT_EQ(first.Status, 1);
+    EXPECT_EQ(first.Err, refusal);
+    EXPECT_TRUE(
+        first.Out.contains(QStringLiteral("3 created, 0 replaced, 0 deleted, 0 unchanged, "
+                                          "0 conflicts, 1 refused;")))
+        << first.Out.toStdString();
+
+    const CalRun second = Publish();
+    EXPECT_EQ(second.Status, 0) << second.Err.toStdString();
+    EXPECT_TRUE(second.Out.contains(QStringLiteral("requests: 1 PROPFIND, 0 GET, 0 PUT, 0 DELETE")))
+        << second.Out.toStdString();
+    EXPECT_EQ(second.Err, QStringLiteral("kelvane-cal: 1 event stays refused by the server; a "
+                                         "change to one sends it again\n"));
+
+    Change([](CalendarFileContent& content) {
+        content.Dates[0].Schedule[1].Description = QStringLiteral("Code review");
+    });
+    const CalRun changed = Publish();
+    EXPECT_EQ(changed.Status, 1);
+    EXPECT_EQ(changed.Err, refusal);
+    EXPECT_TRUE(
+        changed.Out.contains(QStringLiteral("requests: 1 PROPFIND, 0 GET, 1 PUT, 0 DELETE")))
+        << changed.Out.toStdString();
+
+    // Once the file no longer has it, the refusal is forgotten.
+    Change([](CalendarFileContent& content) { content.Dates[0].Schedule.pop_back(); });
+    const CalRun gone = Publish();
+    EXPECT_EQ(gone.Status, 0) << gone.Err.toStdString();
+    EXPECT_EQ(gone.Err, QString());
 }
 
 // A client told to stop after the first answer starts no other request.

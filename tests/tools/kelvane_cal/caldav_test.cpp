@@ -37,6 +37,39 @@ TEST_F(CalDavTest, AnUnchangedPublishSendsOnlyOnePropfind) {
     EXPECT_EQ(EventOnServer(Uid(3, 18, 0)), before);
 }
 
+// Cyrus refuses a timed event with DTSTART alone or a zero length; both go
+// one minute long and marked, and come back as they were.
+TEST_F(CalDavTest, ActivitiesWithoutALengthGoOneMinuteLongAndComeBackAsTheyWere) {
+    Change([](CalendarFileContent& content) {
+        content.Dates[0].Schedule.push_back(
+            testing::Activity(QStringLiteral("Call"), {16, 0}, {16, 0}));
+    });
+    const CalRun run = Publish();
+    ASSERT_EQ(run.Status, 0) << run.Err.toStdString();
+    const QByteArray noEnd = EventOnServer(Uid(3, 17, 2));
+    EXPECT_TRUE(noEnd.contains("DURATION:PT1M\r\n")) << noEnd.toStdString();
+    EXPECT_TRUE(noEnd.contains("X-KELVANE-NO-END:TRUE\r\n")) << noEnd.toStdString();
+    const QByteArray zeroLength = EventOnServer(Uid(3, 17, 3));
+    EXPECT_TRUE(zeroLength.contains("DURATION:PT1M\r\n")) << zeroLength.toStdString();
+    EXPECT_TRUE(zeroLength.contains("X-KELVANE-ZERO-LENGTH:TRUE\r\n")) << zeroLength.toStdString();
+    EXPECT_FALSE(zeroLength.contains("DTEND")) << zeroLength.toStdString();
+
+    const CalRun again = Publish();
+    EXPECT_EQ(again.Status, 0) << again.Err.toStdString();
+    EXPECT_TRUE(again.Out.contains(QStringLiteral("requests: 1 PROPFIND, 0 GET, 0 PUT, 0 DELETE")))
+        << again.Out.toStdString();
+
+    const QString back = folder.filePath(QStringLiteral("back.cal"));
+    const CalRun import =
+        Run({QStringLiteral("import"), url, QStringLiteral("--year"), QStringLiteral("2026"),
+             QStringLiteral("--user"), QStringLiteral("alice"), QStringLiteral("-o"), back});
+    ASSERT_EQ(import.Status, 0) << import.Err.toStdString();
+    const CalendarFileContent was = testing::ReadCalendarBytes(testing::ReadBytes(file));
+    const CalendarFileContent is = testing::ReadCalendarBytes(testing::ReadBytes(back));
+    ASSERT_FALSE(is.Dates.empty());
+    EXPECT_EQ(is.Dates[0].Schedule, was.Dates[0].Schedule);
+}
+
 TEST_F(CalDavTest, AChangedTitleReplacesItsEventOnly) {
     ASSERT_EQ(Publish().Status, 0);
     Change([](CalendarFileContent& content) { content.Dates[1].Entry.Title = "Dentist at 4"; });

@@ -300,14 +300,16 @@ TEST_F(ExportCommand, WritesTheFileAndSaysWhatItHolds) {
     const CalRun run =
         RunCal({"export", Path("plans.cal"), "--year", "2027", "-o", Path("out.ics")});
     EXPECT_EQ(run.Status, kDone);
-    EXPECT_EQ(run.Out, Path("out.ics") + ": 2 all-day and 3 timed events\n");
+    // Like the import's, the summary goes to the standard error.
+    EXPECT_EQ(run.Out, "");
     EXPECT_EQ(run.Err,
               "kelvane-cal: warning: " + Path("plans.cal") +
                   ": 29 February is left out: 2027 has no 29 February\n"
                   "kelvane-cal: warning: " +
                   Path("plans.cal") +
                   ": 1 June: activity 3 (\"Broken\") starts at 24:10, which is no time of day; "
-                  "left out\n");
+                  "left out\n" +
+                  Path("out.ics") + ": 2 all-day and 3 timed events\n");
     EXPECT_EQ(EventsOf(testing::ReadBytes(Path("out.ics"))).size(), 5u);
 }
 
@@ -316,6 +318,8 @@ TEST_F(ExportCommand, WritesToTheStandardOutputWithoutAFileName) {
     EXPECT_EQ(run.Status, kDone);
     EXPECT_TRUE(run.Out.startsWith("BEGIN:VCALENDAR\r\n"));
     EXPECT_EQ(EventsOf(run.Out.toUtf8()).size(), 6u);
+    EXPECT_TRUE(run.Err.endsWith("\nstandard output: 3 all-day and 3 timed events\n"))
+        << run.Err.toStdString();
 }
 
 TEST_F(ExportCommand, ReplacesAFileOnlyWithForce) {

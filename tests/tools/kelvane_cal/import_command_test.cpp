@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QFileInfo>
+#include <QProcess>
 
 #include "CalRun.h"
 
@@ -305,6 +306,21 @@ TEST_F(ImportCommand, SaysSoForLinesThatEndInCarriageReturnsAlone) {
                            "line ends; nothing was written\n");
 }
 
+// The first bytes of a program: a CR among them makes no file of CR line ends.
+TEST_F(ImportCommand, SaysABinaryFileIsNoICalendarFile) {
+    const QByteArray binary(
+        "\x7f"
+        "ELF\x02\x01\x01\x00\x00\x00\r\x00\x03\x00>\x00\x01\xf0=\r\n\x00@",
+        26);
+    ASSERT_TRUE(testing::WriteBytes(Path("program"), binary));
+    const CalRun run = RunCal({"import", Path("program"), "--year", "2026", "-o", Path("out.cal")});
+    EXPECT_EQ(run.Status, kFileProblem);
+    EXPECT_EQ(run.Err, "kelvane-cal: " + Path("program") +
+                           ": line 1: not an iCalendar file: it does not start with "
+                           "BEGIN:VCALENDAR; nothing was written\n");
+    EXPECT_FALSE(QFileInfo::exists(Path("out.cal")));
+}
+
 TEST_F(ImportCommand, NamesAFileWhoseNameLooksLikeAPlaceholder) {
     ASSERT_TRUE(testing::WriteBytes(Path("a%1%2.ics"), "nothing\r\n"));
     const CalRun run = RunCal({"import", Path("a%1%2.ics"), "--year", "2026"});
@@ -397,6 +413,52 @@ TEST_F(ImportCommand, WritesTheCalendarToTheStandardOutputWithoutAFileName) {
     const CalRun run = RunCal({"import", CalData("over_midnight.ics"), "--year", "2026"});
     EXPECT_EQ(run.Status, kDone);
     EXPECT_TRUE(run.Out.startsWith("Marrowby Kelvane 2000 File\r\n-2026 \r\n 5 \r\n"));
+}
+
+TEST_F(ImportCommand, ReadsTheStandardInputForADash) {
+    QFile input(CalData("over_midnight.ics"));
+    ASSERT_TRUE(input.open(QIODevice::ReadOnly));
+    Environment environment = testing::FixedEnvironment();
+    environment.StandardInput = &input;
+    CalRun run;
+    QTextStream out(&run.Out);
+    QTextStream err(&run.Err);
+    run.Status = RunCommand({"import", "-", "--year", "2026", "--timezone", "Europe/London", "-o",
+                             Path("over_midnight.cal")},
+                            environment, out, err);
+    err.flush();
+    EXPECT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_TRUE(run.Err.startsWith("standard input: ")) << run.Err.toStdString();
+    EXPECT_EQ(testing::ReadBytes(Path("over_midnight.cal")),
+              testing::ReadBytes(CalData("over_midnight.expected.cal")));
+}
+
+// The program itself, its standard input a pipe that cannot be read twice.
+TEST_F(ImportCommand, TheProgramReadsAPipedCalendarForADash) {
+    QProcess import;
+    import.start(QStringLiteral(KELVANE_CAL_BINARY),
+                 {"import", "-", "--year", "2026", "--timezone", "Europe/London"});
+    ASSERT_TRUE(import.waitForStarted());
+    import.write(testing::ReadBytes(CalData("over_midnight.ics")));
+    import.closeWriteChannel();
+    ASSERT_TRUE(import.waitForFinished(30000));
+    EXPECT_EQ(import.exitCode(), kDone) << import.readAllStandardError().toStdString();
+    EXPECT_EQ(import.readAllStandardOutput(),
+              testing::ReadBytes(CalData("over_midnight.expected.cal")));
+}
+
+// A .PP inside a command's entry would end the entry and push the rest of it
+// out to the left margin.
+TEST_F(ImportCommand, TheManualKeepsEveryParagraphOfACommandInItsEntry) {
+    const QByteArray manual = testing::ReadBytes(
+        QStringLiteral(KELVANE_CAL_DATA_DIR "/../../../../packaging/kelvane-cal.1"));
+    const qsizetype start = manual.indexOf("\n.SH COMMANDS\n");
+    ASSERT_GE(start, 0);
+    const QByteArray commands = manual.mid(start + 1, manual.indexOf("\n.SH ", start + 1) - start);
+    EXPECT_TRUE(commands.contains("\n.BI import \" in.ics\"\n"));
+    for (const QByteArray& line : commands.split('\n')) {
+        EXPECT_FALSE(line == ".PP" || line == ".P" || line == ".LP") << line.toStdString();
+    }
 }
 
 TEST_F(ImportCommand, RefusesBadWords) {

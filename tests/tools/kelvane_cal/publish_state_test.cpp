@@ -52,6 +52,32 @@ TEST_F(PublishStateTest, ASavedStateComesBackAndTheJournalGoes) {
     EXPECT_TRUE(events.at(QStringLiteral("b")) == (PublishedEvent{"\"2\"", "h2"}));
 }
 
+// A refusal is kept by the journal and by the saved state; an accepted
+// event, an erased one or an empty hash forgets it.
+TEST_F(PublishStateTest, RefusalsAreKeptUntilForgotten) {
+    auto state = Fresh();
+    QString problem;
+    ASSERT_TRUE(state->StartJournal(problem)) << problem.toStdString();
+    for (const char* uid : {"a", "b", "c", "d"}) {
+        state->Refuse(QString::fromLatin1(uid), "h");
+    }
+    state->Put(QStringLiteral("b"), {"\"2\"", "h2"});
+    state->Erase(QStringLiteral("c"));
+    state->Refuse(QStringLiteral("d"), {});
+    const std::map<QString, QByteArray> kept{{QStringLiteral("a"), "h"}};
+    EXPECT_EQ(state->Refused(), kept);
+    {
+        auto journalled = Fresh();
+        ASSERT_TRUE(journalled->Load(problem)) << problem.toStdString();
+        EXPECT_EQ(journalled->Refused(), kept);
+    }
+    ASSERT_TRUE(state->Save(problem)) << problem.toStdString();
+    auto saved = Fresh();
+    ASSERT_TRUE(saved->Load(problem)) << problem.toStdString();
+    EXPECT_EQ(saved->Refused(), kept);
+    EXPECT_EQ(saved->Events().size(), 1u);
+}
+
 TEST_F(PublishStateTest, EveryChangeIsKeptBeforeTheStateIsSaved) {
     auto state = Fresh();
     QString problem;
