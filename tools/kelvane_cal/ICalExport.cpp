@@ -7,6 +7,7 @@
 #include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/LibIcal.h"
+#include "kelvane_cal/MarkedEnds.h"
 #include "store/Conversions.h"
 
 namespace kelvane::cal {
@@ -55,6 +56,11 @@ icalproperty* FloatingTimeProperty(icalproperty_kind kind, const QDate& date,
 }
 
 // The seed of a request's UIDs: the one asked for, or the file's name without its folder.
+bool HasEnd(icalcomponent* event) {
+    return icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY) != nullptr ||
+           icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY) != nullptr;
+}
+
 QString UidSeedOf(const ExportRequest& request) {
     return request.UidSeed.isEmpty() ? QFileInfo(request.FileName).fileName() : request.UidSeed;
 }
@@ -163,6 +169,9 @@ void CalendarBuilder::AddActivity(const CalendarFileDate& date, const NumberedAc
     if (entry.EndTime.Hour >= 0) {
         AddEnd(event, where, day, entry);
     }
+    if (request_.EndEveryActivity && !HasEnd(event)) {
+        MarkEnd(event, MarkedEnd::NoEnd);
+    }
     const QByteArray summary = entry.Description.Trimmed().toUtf8();
     icalcomponent_add_property(event, icalproperty_new_summary(summary.constData()));
     ++result_.TimedEvents;
@@ -178,13 +187,8 @@ void CalendarBuilder::AddEnd(icalcomponent* event, const QString& where, const Q
     }
     const int order = CompareClockTime(entry.EndTime, entry.StartTime);
     if (order == 0) {
-        // calcurse refuses an end equal to the start and a duration of zero, and
-        // khal lengthens an event without an end to an hour; both show a second
-        // as no time at all. The mark tells an import the length is really none.
-        icalcomponent_add_property(event, icalproperty_new_duration(icaldurationtype_from_int(1)));
-        icalproperty* mark = icalproperty_new_x("TRUE");
-        icalproperty_set_x_name(mark, kEndsAtStartProperty);
-        icalcomponent_add_property(event, mark);
+        // khal would lengthen an event without an end to an hour.
+        MarkEnd(event, MarkedEnd::ZeroLength);
         return;
     }
     // An end before the start is past midnight: on the next day, as an import reads it.

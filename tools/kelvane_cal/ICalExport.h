@@ -21,13 +21,15 @@ bool ReadExportYear(const QString& text, int& year, QString& problem);
 // nor DURATION, which RFC 5545 reads as ending at its start; clients refuse an
 // end equal to the start or a DURATION of zero. Without the mark, an event
 // without an end is an activity without an end time.
-inline constexpr char kEndsAtStartProperty[] = "X-KELVANE-ENDS-AT-START";
 
 struct ExportRequest {
     QString FileName;  // the calendar file
     int Year = 0;      // the year the dates are put in
     QDateTime Stamp;   // when the export is made (DTSTAMP)
     QString UidSeed;   // goes into the events' UIDs; empty for the file's name
+    // Every activity gets an end, those without one a marked one (see
+    // MarkedEnds.h): some servers refuse a timed event with DTSTART alone.
+    bool EndEveryActivity = false;
 };
 
 struct ExportResult {

@@ -146,7 +146,7 @@ struct EventShape {
     qint64 Length = 0;
 };
 
-// An event publish made one minute long in place of no end or a zero length
+// An event made one second long in place of no end or a zero length
 // reads back as what it was; one made longer since then keeps its length.
 void TakeEndMark(icalcomponent* event, EventShape& shape) {
     if (!shape.HasLength || shape.Length != kMarkedLength) {
@@ -179,17 +179,6 @@ bool IsRealTime(const icaltimetype& time) {
     return time.month >= 1 && time.month <= 12 && time.day >= 1 &&
            time.day <= icaltime_days_in_month(time.month, time.year) && time.hour >= 0 &&
            time.hour <= 23 && time.minute >= 0 && time.minute <= 59;
-}
-
-// An event an export marked as ending when it starts; see kEndsAtStartProperty.
-bool EndsAtStart(icalcomponent* event) {
-    for (icalproperty* mark = icalcomponent_get_first_property(event, ICAL_X_PROPERTY);
-         mark != nullptr; mark = icalcomponent_get_next_property(event, ICAL_X_PROPERTY)) {
-        if (qstricmp(icalproperty_get_x_name(mark), kEndsAtStartProperty) == 0) {
-            return true;
-        }
-    }
-    return false;
 }
 
 class Importer {
@@ -323,9 +312,7 @@ bool Importer::ShapeOf(icalcomponent* event, int line, EventShape& shape) {
         tally_.Add(QStringLiteral("an event with an impossible start is left out"), line);
         return false;
     }
-    if (EndsAtStart(event)) {
-        shape.HasLength = true;  // of no length, whatever stands in for the end
-    } else if (icalproperty* end = icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY)) {
+    if (icalproperty* end = icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY)) {
         TakeEnd(start, end, line, unknownZone, shape);
     } else if (icalproperty* length =
                    icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY)) {

@@ -7,7 +7,6 @@
 #include "kelvane_cal/DavXml.h"
 #include "kelvane_cal/Files.h"
 #include "kelvane_cal/ICalExport.h"
-#include "kelvane_cal/MarkedEnds.h"
 #include "kelvane_cal/PublishPlan.h"
 #include "store/Module1.h"
 
@@ -197,17 +196,13 @@ bool Publisher::Export(QString& problem) {
     if (!ReadCalendar(words_.File, content, problem)) {
         return false;
     }
-    const ExportResult result =
-        ExportToICalendar(content, {words_.File, words_.Year, environment_.Now, words_.Seed});
+    ExportRequest request{words_.File, words_.Year, environment_.Now, words_.Seed};
+    request.EndEveryActivity = true;
+    const ExportResult result = ExportToICalendar(content, request);
     for (const QString& warning : result.Warnings) {
         Warn(words_.File + QStringLiteral(": ") + warning, err_);
     }
     for (EventText& event : SplitEvents(result.Text)) {
-        // What has no end, or ends as it starts, goes in a form every server takes.
-        const QByteArray marked = WithMarkedEnds(event.Text);
-        if (marked != event.Text) {
-            event = SplitEvents(marked).front();
-        }
         local_[event.Uid] = std::move(event);
     }
     return true;

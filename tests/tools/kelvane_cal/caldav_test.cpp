@@ -38,8 +38,8 @@ TEST_F(CalDavTest, AnUnchangedPublishSendsOnlyOnePropfind) {
 }
 
 // Cyrus refuses a timed event with DTSTART alone or a zero length; both go
-// one minute long and marked, and come back as they were.
-TEST_F(CalDavTest, ActivitiesWithoutALengthGoOneMinuteLongAndComeBackAsTheyWere) {
+// one second long and marked, and come back as they were.
+TEST_F(CalDavTest, ActivitiesWithoutALengthGoOneSecondLongAndComeBackAsTheyWere) {
     Change([](CalendarFileContent& content) {
         content.Dates[0].Schedule.push_back(
             testing::Activity(QStringLiteral("Call"), {16, 0}, {16, 0}));
@@ -47,10 +47,10 @@ TEST_F(CalDavTest, ActivitiesWithoutALengthGoOneMinuteLongAndComeBackAsTheyWere)
     const CalRun run = Publish();
     ASSERT_EQ(run.Status, 0) << run.Err.toStdString();
     const QByteArray noEnd = EventOnServer(Uid(3, 17, 2));
-    EXPECT_TRUE(noEnd.contains("DURATION:PT1M\r\n")) << noEnd.toStdString();
+    EXPECT_TRUE(noEnd.contains("DURATION:PT1S\r\n")) << noEnd.toStdString();
     EXPECT_TRUE(noEnd.contains("X-KELVANE-NO-END:TRUE\r\n")) << noEnd.toStdString();
     const QByteArray zeroLength = EventOnServer(Uid(3, 17, 3));
-    EXPECT_TRUE(zeroLength.contains("DURATION:PT1M\r\n")) << zeroLength.toStdString();
+    EXPECT_TRUE(zeroLength.contains("DURATION:PT1S\r\n")) << zeroLength.toStdString();
     EXPECT_TRUE(zeroLength.contains("X-KELVANE-ZERO-LENGTH:TRUE\r\n")) << zeroLength.toStdString();
     EXPECT_FALSE(zeroLength.contains("DTEND")) << zeroLength.toStdString();
 

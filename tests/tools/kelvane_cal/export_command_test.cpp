@@ -9,6 +9,7 @@
 #include "kelvane_cal/ICalExport.h"
 #include "kelvane_cal/ICalReader.h"
 #include "kelvane_cal/LibIcal.h"
+#include "kelvane_cal/MarkedEnds.h"
 
 namespace kelvane::cal {
 namespace {
@@ -254,7 +255,7 @@ TEST(ExportToICalendar, WritesAnActivityThatEndsWhenItStartsAsOneMarkedSecond) {
     EXPECT_EQ(icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY), nullptr);
     EXPECT_EQ(Property(event, ICAL_DURATION_PROPERTY), "PT1S");
     EXPECT_TRUE(EventLines(result.Text, Uid(2028, 3, 15, 1))
-                    .contains(QByteArray(kEndsAtStartProperty) + ":TRUE"));
+                    .contains(QByteArray(kZeroLengthProperty) + ":TRUE"));
     EXPECT_TRUE(result.Warnings.isEmpty());
 }
 
