@@ -1,5 +1,8 @@
 #include <QFileInfo>
 
+#include <algorithm>
+#include <iterator>
+
 #include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CalDavClient.h"
 #include "kelvane_cal/CalDavUrl.h"
@@ -132,6 +135,25 @@ QString LastingRefusal(const DavReply& reply) {
     return reason.contains(QStringLiteral("need-privileges")) ? QString() : reason;
 }
 
+// A refusal of this one event that a later run may get past, such as a 400
+// or a 413: not a matter of the URL, the user's rights or a conflict, which
+// hold for every event and have messages of their own.
+bool RefusesTheEvent(const DavReply& reply) {
+    static constexpr int kAboutTheCollection[] = {401, 403, 404, 405, 407, 412};
+    return reply.Status >= 400 && reply.Status < 500 &&
+           std::find(std::begin(kAboutTheCollection), std::end(kAboutTheCollection),
+                     reply.Status) == std::end(kAboutTheCollection);
+}
+
+// The server's words on a refusal: its DAV:error, or a short text body.
+QString ServerWords(const DavReply& reply) {
+    const QString reason = DavErrorText(reply.Body);
+    if (!reason.isEmpty() || reply.Body.size() > 300 || reply.Body.contains('<')) {
+        return reason;
+    }
+    return QString::fromUtf8(reply.Body).simplified();
+}
+
 QString Plural(int count, const char* one, const char* many) {
     return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
@@ -161,6 +183,7 @@ class Publisher {
     void FillMissingETags();
     void Conflict(const QString& uid, const QString& reason);
     void Refused(const QString& uid, const QString& reason);
+    void RefusedThisTime(const QString& uid, const DavReply& reply);
     void ForgetRefusalsOfGoneEvents();
     void TellUnfinished();
     int Finish();
@@ -183,9 +206,10 @@ class Publisher {
     int deleted_ = 0;
     int unchanged_ = 0;
     int conflicts_ = 0;
-    int refused_ = 0;       // refused for good in this run
-    int staysRefused_ = 0;  // refused by an earlier run and unchanged since
-    int notSent_ = 0;       // left unsent once the server stopped answering
+    int refused_ = 0;          // refused for good in this run
+    int refusedThisTime_ = 0;  // refused in this run, sent again by the next
+    int staysRefused_ = 0;     // refused by an earlier run and unchanged since
+    int notSent_ = 0;          // left unsent once the server stopped answering
     int serverErrorsInARow_ = 0;
     bool etagsMissing_ = false;
     QStringList failures_;
@@ -308,6 +332,14 @@ void Publisher::Refused(const QString& uid, const QString& reason) {
          << "; it is not sent again until it changes\n";
 }
 
+void Publisher::RefusedThisTime(const QString& uid, const DavReply& reply) {
+    ++refusedThisTime_;
+    const QString words = ServerWords(reply);
+    err_ << "kelvane-cal: refused: " << uid << " (" << DateOfUid(uid) << "): the server answered "
+         << reply.Status << (words.isEmpty() ? QString() : QStringLiteral(": ") + words)
+         << "; the next run sends it again\n";
+}
+
 // Records what a request did; false when the run should send no more: the
 // server stopped answering or kept failing, or what is done can no longer be
 // recorded.
@@ -331,6 +363,10 @@ void Publisher::Record(const PublishAction& action, const DavReply& reply) {
     if (action.Step != PublishStep::Delete && !refusal.isEmpty()) {
         state_.Refuse(action.Uid, local_[action.Uid].Hash);
         Refused(action.Uid, refusal);
+        return;
+    }
+    if (action.Step != PublishStep::Delete && RefusesTheEvent(reply)) {
+        RefusedThisTime(action.Uid, reply);
         return;
     }
     if (reply.Status < 200 || reply.Status >= 300) {
@@ -441,8 +477,8 @@ int Publisher::Finish() {
     out_ << words_.Url.toString() << ": " << created_ << ' ' << verb << "created, " << replaced_
          << ' ' << verb << "replaced, " << deleted_ << ' ' << verb << "deleted, " << unchanged_
          << " unchanged, " << conflicts_ << (conflicts_ == 1 ? " conflict" : " conflicts");
-    if (refused_ + staysRefused_ > 0) {
-        out_ << ", " << refused_ + staysRefused_ << " refused";
+    if (const int refused = refused_ + staysRefused_ + refusedThisTime_; refused > 0) {
+        out_ << ", " << refused << " refused";
     }
     out_ << "; requests: " << client_->Sent("PROPFIND") << " PROPFIND, " << client_->Sent("GET")
          << " GET, " << client_->Sent("PUT") << " PUT, " << client_->Sent("DELETE") << " DELETE\n";
@@ -455,7 +491,7 @@ int Publisher::Finish() {
              << "; a change to one sends it again\n";
     }
     err_.flush();
-    const bool finished = failures_.isEmpty() && notSent_ == 0;
+    const bool finished = failures_.isEmpty() && notSent_ == 0 && refusedThisTime_ == 0;
     return finished && conflicts_ == 0 && refused_ == 0 ? kDone : kFileProblem;
 }
 

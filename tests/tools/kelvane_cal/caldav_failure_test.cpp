@@ -255,6 +255,28 @@ TEST_F(CalDavFailureTest, ARefusedEventIsNamedAndNotSentAgainUntilItChanges) {
     EXPECT_EQ(gone.Err, QString());
 }
 
+// Each event a server will not take is named with the server's words, and
+// the next run sends it again.
+TEST_F(CalDavFailureTest, EveryEventTheServerWillNotTakeIsNamed) {
+    url = proxy.Url(QStringLiteral("/rejects/plan/"));
+    const QString refusals =
+        QStringLiteral(
+            "kelvane-cal: refused: %1 (17 March 2026): the server answered 400: Invalid calendar "
+            "data; the next run sends it again\n"
+            "kelvane-cal: refused: %2 (17 March 2026): the server answered 400: Invalid calendar "
+            "data; the next run sends it again\n")
+            .arg(testing::Uid(3, 17, 1), testing::Uid(3, 17, 2));
+    const CalRun first = Publish();
+    EXPECT_EQ(first.Status, 1);
+    EXPECT_EQ(first.Err, refusals);
+    EXPECT_TRUE(first.Out.contains(QStringLiteral("2 refused;"))) << first.Out.toStdString();
+
+    const CalRun second = Publish();
+    EXPECT_EQ(second.Status, 1);
+    EXPECT_EQ(second.Err, refusals);
+    EXPECT_TRUE(second.Out.contains(QStringLiteral("2 PUT"))) << second.Out.toStdString();
+}
+
 // A client told to stop after the first answer starts no other request.
 TEST_F(CalDavFailureTest, NoRequestIsStartedOnceTheRunIsToldToStop) {
     CalDavClient client({QStringLiteral("alice"), QStringLiteral("secret")}, 10);
