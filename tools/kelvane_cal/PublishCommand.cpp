@@ -124,7 +124,9 @@ class Publisher {
           environment_(environment),
           out_(out),
           err_(err),
-          state_(environment.StateFolder, words.Url.toString(), SeedOf(words)),
+          // Older versions kept the state under the URL as it was given.
+          state_(environment.StateFolder, CollectionKey(words.Url), SeedOf(words),
+                 words.Url.toString()),
           ownSuffix_(EventUid(SeedOf(words), words.Year, 1, 1, 0).section(QLatin1Char('-'), -1)) {}
 
     int Run();
