@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "kelvane_cal/Arguments.h"
+#include "kelvane_cal/CalDavClient.h"
 #include "kelvane_cal/CommandRunners.h"
 
 namespace kelvane::cal {
@@ -140,6 +141,14 @@ bool ReadTimeout(const Arguments& arguments, int& seconds, QString& problem) {
         return false;
     }
     return true;
+}
+
+bool ReadCaFile(const Arguments& arguments, QList<QSslCertificate>& certificates,
+                QString& problem) {
+    const QString option = QStringLiteral("--ca-file");
+    certificates.clear();
+    return !arguments.HasValue(option) ||
+           ReadCertificates(arguments.Value(option), certificates, problem);
 }
 
 QString UidOfHref(const QString& href) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+#include <QSslCertificate>
 #include <QString>
 #include <QTextStream>
 #include <QUrl>
@@ -31,6 +33,10 @@ QString CollectionKey(const QUrl& collection);
 // The seconds of --timeout, or the default when it is not given; false with
 // the problem when it is no whole number from 1 to 3600.
 bool ReadTimeout(const Arguments& arguments, int& seconds, QString& problem);
+
+// The certificates of --ca-file, or none when it is not given; false with the
+// problem when the file cannot be read or holds no certificate.
+bool ReadCaFile(const Arguments& arguments, QList<QSslCertificate>& certificates, QString& problem);
 
 // The URL of an event's resource in a collection: its UID, percent-encoded, and ".ics".
 QUrl EventUrl(const QUrl& collection, const QString& uid);

@@ -18,7 +18,7 @@ const char* const kPublishHelp =
     "usage: kelvane-cal publish FILE --year YYYY --url COLLECTION-URL [--user NAME]\n"
     "                           [--uid-seed TEXT] [--password-file FILE]\n"
     "                           [--dry-run] [--force] [--allow-http]\n"
-    "                           [--timeout SECONDS]\n"
+    "                           [--timeout SECONDS] [--ca-file FILE]\n"
     "\n"
     "Makes a CalDAV calendar collection hold exactly the events that 'export'\n"
     "writes for year YYYY, one resource <UID>.ics per event: new events are\n"
@@ -46,7 +46,10 @@ const char* const kPublishHelp =
     "  --force              replace or delete events changed on the server\n"
     "  --allow-http         allow plain http to other computers (a warning each run)\n"
     "  --timeout SECONDS    how long the server may go without answering (60 when\n"
-    "                       left out)\n";
+    "                       left out)\n"
+    "  --ca-file FILE       trust the certificates in FILE (PEM), besides the\n"
+    "                       system's, such as the certificate a home server made\n"
+    "                       for itself\n";
 
 constexpr int kParallel = 4;
 
@@ -58,6 +61,7 @@ struct PublishWords {
     QString Seed;
     QString PasswordFile;
     int TimeoutSeconds = kDefaultTimeoutSeconds;
+    QList<QSslCertificate> Trusted;  // --ca-file
     bool DryRun = false;
     bool Force = false;
 };
@@ -84,7 +88,8 @@ bool ReadPublishWords(const Arguments& arguments, PublishWords& words, QString& 
     }
     words.User = arguments.Value(QStringLiteral("--user"));
     words.PasswordFile = arguments.Value(QStringLiteral("--password-file"));
-    if (!ReadTimeout(arguments, words.TimeoutSeconds, problem)) {
+    if (!ReadTimeout(arguments, words.TimeoutSeconds, problem) ||
+        !ReadCaFile(arguments, words.Trusted, problem)) {
         return false;
     }
     words.DryRun = arguments.Has(QStringLiteral("--dry-run"));
@@ -388,7 +393,7 @@ int Publisher::Run() {
         (!words_.DryRun && !state_.Lock(problem)) || !state_.Load(problem)) {
         return FileError(problem, err_);
     }
-    client_ = std::make_unique<CalDavClient>(credentials, words_.TimeoutSeconds);
+    client_ = std::make_unique<CalDavClient>(credentials, words_.TimeoutSeconds, words_.Trusted);
     if (!ListServer(problem) || (!words_.DryRun && !state_.StartJournal(problem))) {
         return FileError(problem, err_);
     }
@@ -430,7 +435,8 @@ int RunPublish(const QStringList& words, const Environment& environment, QTextSt
                        {QStringLiteral("--timeout"), QString(), true},
                        {QStringLiteral("--dry-run"), QString(), false},
                        {QStringLiteral("--force"), QString(), false},
-                       {QStringLiteral("--allow-http"), QString(), false}},
+                       {QStringLiteral("--allow-http"), QString(), false},
+                       {QStringLiteral("--ca-file"), QString(), true}},
                       kPublishHelp, arguments, out, err, status)) {
         return status;
     }
