@@ -87,6 +87,7 @@ DavReply CalDavClient::Finish(QNetworkReply* reply) const {
     answer.TimedOut =
         error == QNetworkReply::OperationCanceledError || error == QNetworkReply::TimeoutError;
     answer.TlsRefused = error == QNetworkReply::SslHandshakeFailedError;
+    answer.Anonymous = authorization_.isEmpty();
     const bool httpError = error >= QNetworkReply::ContentAccessDenied &&
                            error <= QNetworkReply::UnknownServerError && answer.Status != 0;
     const bool redirect = answer.Status >= 300 && answer.Status < 400;
@@ -259,6 +260,13 @@ QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
     if (reply.Status == 403 && !reason.isEmpty() &&
         !reason.contains(QStringLiteral("need-privileges"))) {
         return QStringLiteral("%1: the server refuses this (403): %2").arg(url, reason);
+    }
+    if (reply.Status == 401 && reply.Anonymous) {
+        return QStringLiteral(
+                   "%1: the server asks for a user name and password (401), and none was found; "
+                   "give the user with --user, and the password with --password-file FILE, in "
+                   "~/.netrc or in the environment variable KELVANE_CALDAV_PASSWORD")
+            .arg(url);
     }
     QString message = url + QStringLiteral(": ") + StatusAdvice(reply.Status);
     if (!reason.isEmpty() && reply.Status != 412) {

@@ -31,6 +31,7 @@ struct DavReply {
     QString NetworkError;  // why no status came, or why the answer was refused
     bool TimedOut = false;
     bool TlsRefused = false;       // the server's certificate, or its TLS, was not accepted
+    bool Anonymous = false;        // sent without a user name and password
     bool RedirectRefused = false;  // to another server, or one that would change the method
     bool NotSent = false;          // left unsent once the run was told to stop
 };

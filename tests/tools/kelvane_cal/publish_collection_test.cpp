@@ -233,5 +233,21 @@ TEST_F(PublishCollectionTest, WithoutAPasswordTheRunSaysWhereOneMayComeFrom) {
     EXPECT_EQ(import.Err.toStdString(), expected.toStdString());
 }
 
+// Without a user the requests go out without a password, for a server that
+// asks for none; one that does ask is told of.
+TEST_F(PublishCollectionTest, WithoutAUserOrPasswordARefusalSaysWhereTheyMayComeFrom) {
+    environment.PasswordVariableSet = false;
+    const CalRun run = Run({QStringLiteral("publish"), file, QStringLiteral("--year"),
+                            QStringLiteral("2026"), QStringLiteral("--url"), url});
+    EXPECT_EQ(run.Status, 1);
+    EXPECT_EQ(run.Err.toStdString(),
+              QStringLiteral("kelvane-cal: %1: the server asks for a user name and password "
+                             "(401), and none was found; give the user with --user, and the "
+                             "password with --password-file FILE, in ~/.netrc or in the "
+                             "environment variable KELVANE_CALDAV_PASSWORD\n")
+                  .arg(url)
+                  .toStdString());
+}
+
 }  // namespace
 }  // namespace kelvane::cal
