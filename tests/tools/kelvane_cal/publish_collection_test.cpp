@@ -64,6 +64,10 @@ TEST(CollectionKey, MakesTheDefaultPortAndTheEncodingPlain) {
     EXPECT_EQ(Key("http://[::1]/dav/a%2Fb/"), "http://[::1]:80/dav/a%2Fb/");
 }
 
+TEST(CollectionKey, KeepsTheNameOfAHostThatResolvesToNothing) {
+    EXPECT_EQ(Key("https://No-Such-Host.invalid/dav"), "https://no-such-host.invalid:443/dav/");
+}
+
 TEST(CollectionKey, KeepsOtherPortsPathsAndSchemesApart) {
     const std::string key = Key("http://127.0.0.1:8090/alice/plan/");
     EXPECT_NE(Key("http://127.0.0.1:8091/alice/plan/"), key);
