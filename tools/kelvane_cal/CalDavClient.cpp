@@ -2,6 +2,8 @@
 
 #include <QAuthenticator>
 #include <QEventLoop>
+#include <QFile>
+#include <QFileInfo>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
@@ -9,8 +11,41 @@
 
 namespace kelvane::cal {
 
-CalDavClient::CalDavClient(const Credentials& credentials, int timeoutSeconds)
+QSslConfiguration TrustingConfiguration(const QList<QSslCertificate>& trusted) {
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setCaCertificates(QSslConfiguration::systemCaCertificates() + trusted);
+    return configuration;
+}
+
+bool ReadCertificates(const QString& fileName, QList<QSslCertificate>& certificates,
+                      QString& problem) {
+    if (QFileInfo(fileName).isDir()) {
+        problem = QStringLiteral("%1: is a folder, not a certificate file").arg(fileName);
+        return false;
+    }
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        problem = QStringLiteral("%1: cannot be read: %2").arg(fileName, file.errorString());
+        return false;
+    }
+    certificates = QSslCertificate::fromData(file.readAll(), QSsl::Pem);
+    if (certificates.isEmpty()) {
+        problem = QStringLiteral(
+                      "%1: holds no certificate; give one in PEM form, which begins with "
+                      "-----BEGIN CERTIFICATE-----")
+                      .arg(fileName);
+        return false;
+    }
+    return true;
+}
+
+CalDavClient::CalDavClient(const Credentials& credentials, int timeoutSeconds,
+                           const QList<QSslCertificate>& trusted)
     : timeoutSeconds_(timeoutSeconds) {
+    if (!trusted.isEmpty()) {
+        tls_ = TrustingConfiguration(trusted);
+        ownTls_ = true;
+    }
     if (!credentials.User.isEmpty()) {
         authorization_ =
             "Basic " +
@@ -28,6 +63,9 @@ QNetworkReply* CalDavClient::Start(const DavRequest& request) {
     http.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                       QNetworkRequest::ManualRedirectPolicy);
     http.setTransferTimeout(timeoutSeconds_ * 1000);
+    if (ownTls_) {
+        http.setSslConfiguration(tls_);
+    }
     if (!authorization_.isEmpty()) {
         http.setRawHeader("Authorization", authorization_);
     }
@@ -50,6 +88,8 @@ DavReply CalDavClient::Finish(QNetworkReply* reply) const {
     const QNetworkReply::NetworkError error = reply->error();
     answer.TimedOut =
         error == QNetworkReply::OperationCanceledError || error == QNetworkReply::TimeoutError;
+    answer.TlsRefused = error == QNetworkReply::SslHandshakeFailedError;
+    answer.Anonymous = authorization_.isEmpty();
     const bool httpError = error >= QNetworkReply::ContentAccessDenied &&
                            error <= QNetworkReply::UnknownServerError && answer.Status != 0;
     const bool redirect = answer.Status >= 300 && answer.Status < 400;
@@ -206,6 +246,12 @@ QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
     if (reply.RedirectRefused) {
         return QStringLiteral("%1: %2").arg(url, reply.NetworkError);
     }
+    if (reply.TlsRefused) {
+        return QStringLiteral(
+                   "%1: %2; if the server has a certificate of its own, give that certificate "
+                   "with --ca-file")
+            .arg(url, reply.NetworkError);
+    }
     if (reply.Status == 0) {
         return QStringLiteral("%1: %2; check the URL and that the server is running")
             .arg(url, reply.NetworkError);
@@ -216,6 +262,13 @@ QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
     if (reply.Status == 403 && !reason.isEmpty() &&
         !reason.contains(QStringLiteral("need-privileges"))) {
         return QStringLiteral("%1: the server refuses this (403): %2").arg(url, reason);
+    }
+    if (reply.Status == 401 && reply.Anonymous) {
+        return QStringLiteral(
+                   "%1: the server asks for a user name and password (401), and none was found; "
+                   "give the user with --user, and the password with --password-file FILE, in "
+                   "~/.netrc or in the environment variable KELVANE_CALDAV_PASSWORD")
+            .arg(url);
     }
     QString message = url + QStringLiteral(": ") + StatusAdvice(reply.Status);
     if (!reason.isEmpty() && reply.Status != 412) {

@@ -4,6 +4,8 @@
 #include <QList>
 #include <QNetworkAccessManager>
 #include <QPair>
+#include <QSslCertificate>
+#include <QSslConfiguration>
 #include <QUrl>
 
 #include <map>
@@ -28,6 +30,8 @@ struct DavReply {
     QByteArray Location;   // where a redirect points
     QString NetworkError;  // why no status came, or why the answer was refused
     bool TimedOut = false;
+    bool TlsRefused = false;       // the server's certificate, or its TLS, was not accepted
+    bool Anonymous = false;        // sent without a user name and password
     bool RedirectRefused = false;  // to another server, or one that would change the method
     bool NotSent = false;          // left unsent once the run was told to stop
 };
@@ -38,7 +42,9 @@ struct DavReply {
 // object; waits in a local event loop.
 class CalDavClient {
   public:
-    CalDavClient(const Credentials& credentials, int timeoutSeconds);
+    // `trusted`: certificates that may sign the server's, besides the system's.
+    CalDavClient(const Credentials& credentials, int timeoutSeconds,
+                 const QList<QSslCertificate>& trusted = {});
 
     DavReply Send(const DavRequest& request);
     // Sends every request, at most `parallel` at a time, and gives the
@@ -58,9 +64,19 @@ class CalDavClient {
 
     QNetworkAccessManager manager_;
     QByteArray authorization_;
+    QSslConfiguration tls_;
+    bool ownTls_ = false;  // tls_ trusts more than the system's certificates
     int timeoutSeconds_;
     std::map<QByteArray, int> sent_;
 };
+
+// Qt's TLS configuration that trusts the system's certificates and `trusted`.
+QSslConfiguration TrustingConfiguration(const QList<QSslCertificate>& trusted);
+
+// The certificates of a PEM file, for --ca-file; false with the problem when
+// it cannot be read or holds none.
+bool ReadCertificates(const QString& fileName, QList<QSslCertificate>& certificates,
+                      QString& problem);
 
 // One clear message for a reply that failed, naming the URL and what to do;
 // empty for a reply with a 2xx status.

@@ -17,8 +17,8 @@ QString UtcMidnight(const QDate& date) {
 }  // namespace
 
 bool FetchYear(const QUrl& collection, int year, const Credentials& credentials, int timeoutSeconds,
-               QByteArray& calendar, QString& problem) {
-    CalDavClient client(credentials, timeoutSeconds);
+               const QList<QSslCertificate>& trusted, QByteArray& calendar, QString& problem) {
+    CalDavClient client(credentials, timeoutSeconds, trusted);
     const QByteArray body = EventsInRangeRequestBody(UtcMidnight(QDate(year, 1, 1).addDays(-1)),
                                                      UtcMidnight(QDate(year + 1, 1, 1).addDays(1)));
     const DavReply reply =

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
+#include <QSslCertificate>
 #include <QString>
 #include <QUrl>
 
@@ -11,9 +13,9 @@ namespace kelvane::cal {
 // The events of a CalDAV collection that fall in `year` (give or take a day,
 // for times without a zone), read with a calendar-query REPORT and joined into
 // one iCalendar text, waiting at most `timeoutSeconds` for the server to say
-// something. False with a message naming the URL when the server
-// cannot be read.
+// something, and trusting the certificates `trusted` besides the system's.
+// False with a message naming the URL when the server cannot be read.
 bool FetchYear(const QUrl& collection, int year, const Credentials& credentials, int timeoutSeconds,
-               QByteArray& calendar, QString& problem);
+               const QList<QSslCertificate>& trusted, QByteArray& calendar, QString& problem);
 
 }  // namespace kelvane::cal

@@ -1,8 +1,12 @@
 #include "kelvane_cal/CalDavUrl.h"
 
 #include <QHostAddress>
+#include <QHostInfo>
+
+#include <algorithm>
 
 #include "kelvane_cal/Arguments.h"
+#include "kelvane_cal/CalDavClient.h"
 #include "kelvane_cal/CommandRunners.h"
 
 namespace kelvane::cal {
@@ -17,7 +21,69 @@ bool IsLoopback(const QString& host) {
     return !address.isNull() && address.isLoopback();
 }
 
+// IPv4 addresses before IPv6 ones, each in numeric order; an IPv6 address
+// that stands for an IPv4 one counts as that.
+bool ComesFirst(const QHostAddress& a, const QHostAddress& b) {
+    bool aIsV4 = false;
+    bool bIsV4 = false;
+    const quint32 a4 = a.toIPv4Address(&aIsV4);
+    const quint32 b4 = b.toIPv4Address(&bIsV4);
+    if (aIsV4 != bIsV4) {
+        return aIsV4;
+    }
+    if (aIsV4) {
+        return a4 < b4;
+    }
+    const Q_IPV6ADDR a6 = a.toIPv6Address();
+    const Q_IPV6ADDR b6 = b.toIPv6Address();
+    return std::lexicographical_compare(a6.c, a6.c + 16, b6.c, b6.c + 16);
+}
+
+// The one address that stands for a host, written as in a URL.
+QString AddressOfHost(const QString& host) {
+    const QHostAddress literal(host);
+    const QList<QHostAddress> addresses =
+        literal.isNull() ? QHostInfo::fromName(host).addresses() : QList<QHostAddress>{literal};
+    if (addresses.isEmpty()) {
+        return host.toLower();
+    }
+    const QHostAddress first = *std::min_element(addresses.begin(), addresses.end(), ComesFirst);
+    bool isV4 = false;
+    const quint32 v4 = first.toIPv4Address(&isV4);
+    return isV4 ? QHostAddress(v4).toString()
+                : QLatin1Char('[') + first.toString() + QLatin1Char(']');
+}
+
+// Each segment of the path decoded and encoded again, so that "%61" and "a"
+// are one (an encoded "/" stays inside its segment), "." and ".." resolved.
+QString UniformPath(const QUrl& url) {
+    QStringList kept;
+    for (const QString& segment : url.path(QUrl::FullyEncoded).split(QLatin1Char('/'))) {
+        const QString decoded = QUrl::fromPercentEncoding(segment.toLatin1());
+        if (decoded == QLatin1String("..")) {
+            if (kept.size() > 1) {
+                kept.removeLast();
+            }
+        } else if (decoded != QLatin1String(".")) {
+            kept.append(QString::fromLatin1(QUrl::toPercentEncoding(decoded)));
+        }
+    }
+    QString path = kept.join(QLatin1Char('/'));
+    while (path.endsWith(QLatin1Char('/'))) {
+        path.chop(1);
+    }
+    return path + QLatin1Char('/');
+}
+
 }  // namespace
+
+QString CollectionKey(const QUrl& collection) {
+    const QString scheme = collection.scheme().toLower();
+    const int port = collection.port(scheme == QLatin1String("https") ? 443 : 80);
+    return QStringLiteral("%1://%2:%3%4")
+        .arg(scheme, AddressOfHost(collection.host(QUrl::FullyEncoded)), QString::number(port),
+             UniformPath(collection));
+}
 
 bool IsWebAddress(const QString& text) {
     return text.startsWith(QStringLiteral("http://"), Qt::CaseInsensitive) ||
@@ -75,6 +141,14 @@ bool ReadTimeout(const Arguments& arguments, int& seconds, QString& problem) {
         return false;
     }
     return true;
+}
+
+bool ReadCaFile(const Arguments& arguments, QList<QSslCertificate>& certificates,
+                QString& problem) {
+    const QString option = QStringLiteral("--ca-file");
+    certificates.clear();
+    return !arguments.HasValue(option) ||
+           ReadCertificates(arguments.Value(option), certificates, problem);
 }
 
 QString UidOfHref(const QString& href) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+#include <QSslCertificate>
 #include <QString>
 #include <QTextStream>
 #include <QUrl>
@@ -20,9 +22,21 @@ bool IsWebAddress(const QString& text);
 bool CollectionUrl(const QString& text, bool allowHttp, QUrl& url, QString& problem,
                    QTextStream& err);
 
+// The collection as publish knows it, the same for every spelling of its URL:
+// the scheme, the address the host resolves to (the lowest IPv4 address, else
+// the lowest IPv6 one; the name itself when it resolves to none), the port
+// even when it is the default, and the path with its percent-encoding made
+// uniform and one "/" at its end. "http://localhost:8090/alice/plan" gives
+// "http://127.0.0.1:8090/alice/plan/".
+QString CollectionKey(const QUrl& collection);
+
 // The seconds of --timeout, or the default when it is not given; false with
 // the problem when it is no whole number from 1 to 3600.
 bool ReadTimeout(const Arguments& arguments, int& seconds, QString& problem);
+
+// The certificates of --ca-file, or none when it is not given; false with the
+// problem when the file cannot be read or holds no certificate.
+bool ReadCaFile(const Arguments& arguments, QList<QSslCertificate>& certificates, QString& problem);
 
 // The URL of an event's resource in a collection: its UID, percent-encoded, and ".ics".
 QUrl EventUrl(const QUrl& collection, const QString& uid);

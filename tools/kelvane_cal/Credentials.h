@@ -26,7 +26,8 @@ struct Credentials {
 // The user and password for `url`: the user from --user (or the netrc entry
 // of the server), the password from the password file, the netrc entry or
 // the environment, in this order. False with the problem when the password
-// file cannot be used.
+// file or the netrc file cannot be used (others than their owner may read
+// them), or when a user has no password from any of them.
 bool FindCredentials(const QUrl& url, const QString& user, const PasswordSources& sources,
                      Credentials& credentials, QString& problem);
 

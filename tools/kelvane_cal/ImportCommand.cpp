@@ -23,7 +23,7 @@ const char* const kImportHelp =
     "                          [--timezone ZONE] [--force]\n"
     "       kelvane-cal import URL --year YYYY [...] [--user NAME]\n"
     "                          [--password-file FILE] [--allow-http]\n"
-    "                          [--timeout SECONDS]\n"
+    "                          [--timeout SECONDS] [--ca-file FILE]\n"
     "\n"
     "Makes a calendar file from the events of an iCalendar file ('-' for the\n"
     "standard input), or of a CalDAV calendar collection at an http(s) URL, that\n"
@@ -55,7 +55,9 @@ const char* const kImportHelp =
     "  --allow-http     allow plain http to other computers (a warning each run)\n"
     "  --timeout SECONDS\n"
     "                   how long the server may go without answering (60 when\n"
-    "                   left out)\n";
+    "                   left out)\n"
+    "  --ca-file FILE   trust the certificates in FILE (PEM), besides the system's,\n"
+    "                   such as the certificate a home server made for itself\n";
 
 // The years libical can count seconds in, with a year to spare at the end.
 constexpr int kFirstYear = 1902;
@@ -72,6 +74,7 @@ struct ImportWords {
     QString User;
     QString PasswordFile;
     int TimeoutSeconds = kDefaultTimeoutSeconds;
+    QList<QSslCertificate> Trusted;  // --ca-file
     icaltimezone* Zone = nullptr;
     QString ZoneWarning;  // when the system's zone is unknown
 };
@@ -208,7 +211,8 @@ std::unique_ptr<QIODevice> OpenImport(const ImportWords& words, const Environmen
     QByteArray text;
     if (!FindCredentials(words.Url, words.User, PasswordSourcesOf(words.PasswordFile, environment),
                          credentials, problem) ||
-        !FetchYear(words.Url, words.Year, credentials, words.TimeoutSeconds, text, problem)) {
+        !FetchYear(words.Url, words.Year, credentials, words.TimeoutSeconds, words.Trusted, text,
+                   problem)) {
         return nullptr;
     }
     auto buffer = std::make_unique<QBuffer>();
@@ -280,7 +284,8 @@ int RunImport(const QStringList& words, const Environment& environment, QTextStr
                        {QStringLiteral("--user"), QString(), true},
                        {QStringLiteral("--password-file"), QString(), true},
                        {QStringLiteral("--allow-http"), QString(), false},
-                       {QStringLiteral("--timeout"), QString(), true}},
+                       {QStringLiteral("--timeout"), QString(), true},
+                       {QStringLiteral("--ca-file"), QString(), true}},
                       kImportHelp, arguments, out, err, status)) {
         return status;
     }
@@ -296,7 +301,8 @@ int RunImport(const QStringList& words, const Environment& environment, QTextStr
         }
         importWords.User = arguments.Value(QStringLiteral("--user"));
         importWords.PasswordFile = arguments.Value(QStringLiteral("--password-file"));
-        if (!ReadTimeout(arguments, importWords.TimeoutSeconds, problem)) {
+        if (!ReadTimeout(arguments, importWords.TimeoutSeconds, problem) ||
+            !ReadCaFile(arguments, importWords.Trusted, problem)) {
             return UsageError(command, problem, err);
         }
     }

@@ -21,7 +21,7 @@ const char* const kPublishHelp =
     "usage: kelvane-cal publish FILE --year YYYY --url COLLECTION-URL [--user NAME]\n"
     "                           [--uid-seed TEXT] [--password-file FILE]\n"
     "                           [--dry-run] [--force] [--allow-http]\n"
-    "                           [--timeout SECONDS]\n"
+    "                           [--timeout SECONDS] [--ca-file FILE]\n"
     "\n"
     "Makes a CalDAV calendar collection hold exactly the events that 'export'\n"
     "writes for year YYYY, one resource <UID>.ics per event: new events are\n"
@@ -52,7 +52,10 @@ const char* const kPublishHelp =
     "  --force              replace or delete events changed on the server\n"
     "  --allow-http         allow plain http to other computers (a warning each run)\n"
     "  --timeout SECONDS    how long the server may go without answering (60 when\n"
-    "                       left out)\n";
+    "                       left out)\n"
+    "  --ca-file FILE       trust the certificates in FILE (PEM), besides the\n"
+    "                       system's, such as the certificate a home server made\n"
+    "                       for itself\n";
 
 // The help with the years an export writes.
 QByteArray PublishHelp() {
@@ -71,6 +74,7 @@ struct PublishWords {
     QString Seed;
     QString PasswordFile;
     int TimeoutSeconds = kDefaultTimeoutSeconds;
+    QList<QSslCertificate> Trusted;  // --ca-file
     bool DryRun = false;
     bool Force = false;
 };
@@ -96,7 +100,8 @@ bool ReadPublishWords(const Arguments& arguments, PublishWords& words, QString& 
     }
     words.User = arguments.Value(QStringLiteral("--user"));
     words.PasswordFile = arguments.Value(QStringLiteral("--password-file"));
-    if (!ReadTimeout(arguments, words.TimeoutSeconds, problem)) {
+    if (!ReadTimeout(arguments, words.TimeoutSeconds, problem) ||
+        !ReadCaFile(arguments, words.Trusted, problem)) {
         return false;
     }
     words.DryRun = arguments.Has(QStringLiteral("--dry-run"));
@@ -167,7 +172,9 @@ class Publisher {
           environment_(environment),
           out_(out),
           err_(err),
-          state_(environment.StateFolder, words.Url.toString(), SeedOf(words)),
+          // Older versions kept the state under the URL as it was given.
+          state_(environment.StateFolder, CollectionKey(words.Url), SeedOf(words),
+                 words.Url.toString()),
           ownSuffix_(EventUid(SeedOf(words), words.Year, 1, 1, 0).section(QLatin1Char('-'), -1)) {}
 
     int Run();
@@ -505,7 +512,7 @@ int Publisher::Run() {
         (!words_.DryRun && !state_.Lock(problem)) || !state_.Load(problem)) {
         return FileError(problem, err_);
     }
-    client_ = std::make_unique<CalDavClient>(credentials, words_.TimeoutSeconds);
+    client_ = std::make_unique<CalDavClient>(credentials, words_.TimeoutSeconds, words_.Trusted);
     if (!ListServer(problem) || (!words_.DryRun && !state_.StartJournal(problem))) {
         return FileError(problem, err_);
     }
@@ -552,7 +559,8 @@ int RunPublish(const QStringList& words, const Environment& environment, QTextSt
                        {QStringLiteral("--timeout"), QString(), true},
                        {QStringLiteral("--dry-run"), QString(), false},
                        {QStringLiteral("--force"), QString(), false},
-                       {QStringLiteral("--allow-http"), QString(), false}},
+                       {QStringLiteral("--allow-http"), QString(), false},
+                       {QStringLiteral("--ca-file"), QString(), true}},
                       PublishHelp().constData(), arguments, out, err, status)) {
         return status;
     }

@@ -2,10 +2,13 @@
 
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include "store/ReplacingFile.h"
+
+#include <unistd.h>
 
 namespace kelvane::cal {
 
@@ -44,6 +47,20 @@ void SetRefusal(std::map<QString, QByteArray>& refused, const QString& uid,
     }
 }
 
+QString StateBaseName(const QString& url, const QString& seed) {
+    return QStringLiteral("caldav-") + Key(url + QLatin1Char('\n') + seed);
+}
+
+constexpr QFileDevice::Permissions kOwnerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+constexpr QFileDevice::Permissions kOthers = QFileDevice::ReadGroup | QFileDevice::WriteGroup |
+                                             QFileDevice::ExeGroup | QFileDevice::ReadOther |
+                                             QFileDevice::WriteOther | QFileDevice::ExeOther;
+
+bool IsOurs(const QFileInfo& info) {
+    return info.ownerId() == ::geteuid();
+}
+
 QString Damaged(const QString& fileName) {
     return QStringLiteral(
                "%1: is damaged or belongs to another collection; move it away "
@@ -53,11 +70,15 @@ QString Damaged(const QString& fileName) {
 
 }  // namespace
 
-PublishState::PublishState(const QString& folder, const QString& url, const QString& seed)
-    : folder_(folder), url_(url), seed_(seed) {
-    const QString base = QStringLiteral("caldav-") + Key(url + QLatin1Char('\n') + seed);
+PublishState::PublishState(const QString& folder, const QString& url, const QString& seed,
+                           const QString& formerUrl)
+    : folder_(folder), url_(url), seed_(seed), formerUrl_(formerUrl) {
+    const QString base = StateBaseName(url, seed);
     fileName_ = QDir(folder).filePath(base + QStringLiteral(".json"));
     journalName_ = QDir(folder).filePath(base + QStringLiteral(".journal"));
+    const QString formerBase = StateBaseName(formerUrl, seed);
+    formerFileName_ = QDir(folder).filePath(formerBase + QStringLiteral(".json"));
+    formerJournalName_ = QDir(folder).filePath(formerBase + QStringLiteral(".journal"));
     // One run at a time writes to a collection, whatever its seed.
     lockName_ =
         QDir(folder).filePath(QStringLiteral("caldav-") + Key(url) + QStringLiteral(".lock"));
@@ -65,12 +86,32 @@ PublishState::PublishState(const QString& folder, const QString& url, const QStr
 
 PublishState::~PublishState() = default;
 
-bool PublishState::MakeFolder(QString& problem) const {
-    if (QDir().mkpath(folder_)) {
+bool PublishState::MakeFolder(QString& problem) {
+    if (folderMade_) {
         return true;
     }
-    problem = QStringLiteral("%1: the folder cannot be made").arg(folder_);
-    return false;
+    if (!QDir().mkpath(folder_)) {
+        problem = QStringLiteral("%1: the folder cannot be made").arg(folder_);
+        return false;
+    }
+    KeepToOwner();
+    folderMade_ = true;
+    return true;
+}
+
+// The states name the collection and every date published: the folder and
+// its files are made (or, left by older versions, turned) private.
+void PublishState::KeepToOwner() const {
+    if (IsOurs(QFileInfo(folder_))) {
+        QFile::setPermissions(folder_, kOwnerOnly | QFileDevice::ExeOwner);
+    }
+    const QFileInfoList files =
+        QDir(folder_).entryInfoList({QStringLiteral("caldav-*")}, QDir::Files | QDir::Hidden);
+    for (const QFileInfo& file : files) {
+        if (IsOurs(file) && (file.permissions() & kOthers)) {
+            QFile::setPermissions(file.filePath(), kOwnerOnly);
+        }
+    }
 }
 
 bool PublishState::Lock(QString& problem) {
@@ -82,6 +123,7 @@ bool PublishState::Lock(QString& problem) {
     // is stale.
     lock_->setStaleLockTime(0);
     if (lock_->tryLock(0)) {
+        QFile::setPermissions(lockName_, kOwnerOnly);
         return true;
     }
     qint64 pid = 0;
@@ -98,25 +140,35 @@ bool PublishState::Lock(QString& problem) {
     return false;
 }
 
+bool PublishState::KeptUnderFormerUrl() const {
+    return !formerUrl_.isEmpty() && formerUrl_ != url_ && !QFile::exists(fileName_) &&
+           !QFile::exists(journalName_) &&
+           (QFile::exists(formerFileName_) || QFile::exists(formerJournalName_));
+}
+
 bool PublishState::Load(QString& problem) {
     events_.clear();
-    loaded_ = ReadSaved(problem) && ReplayJournal(problem);
+    readFormer_ = KeptUnderFormerUrl();
+    loaded_ = readFormer_ ? ReadSaved(formerFileName_, formerUrl_, problem) &&
+                                ReplayJournal(formerJournalName_, formerUrl_, problem)
+                          : ReadSaved(fileName_, url_, problem) &&
+                                ReplayJournal(journalName_, url_, problem);
     return loaded_;
 }
 
-bool PublishState::ReadSaved(QString& problem) {
-    QFile file(fileName_);
+bool PublishState::ReadSaved(const QString& fileName, const QString& url, QString& problem) {
+    QFile file(fileName);
     if (!file.exists()) {
         return true;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        problem = QStringLiteral("%1: cannot be read: %2").arg(fileName_, file.errorString());
+        problem = QStringLiteral("%1: cannot be read: %2").arg(fileName, file.errorString());
         return false;
     }
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
     const QJsonObject root = document.object();
-    if (!document.isObject() || !BelongsTo(root, url_, seed_)) {
-        problem = Damaged(fileName_);
+    if (!document.isObject() || !BelongsTo(root, url, seed_)) {
+        problem = Damaged(fileName);
         return false;
     }
     const QJsonObject events = root.value(QStringLiteral("events")).toObject();
@@ -134,21 +186,21 @@ bool PublishState::ReadSaved(QString& problem) {
 // puts or erases one event. A last line without its line end was cut short
 // when the run stopped, and is passed over; so is everything from a line that
 // cannot be read on, which the next run's checks of the server put right.
-bool PublishState::ReplayJournal(QString& problem) {
-    QFile file(journalName_);
+bool PublishState::ReplayJournal(const QString& journalName, const QString& url, QString& problem) {
+    QFile file(journalName);
     if (!file.exists()) {
         return true;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        problem = QStringLiteral("%1: cannot be read: %2").arg(journalName_, file.errorString());
+        problem = QStringLiteral("%1: cannot be read: %2").arg(journalName, file.errorString());
         return false;
     }
     const QList<QByteArray> lines = file.readAll().split('\n');
     if (lines.size() < 2) {
         return true;  // stopped while it wrote its first line: nothing recorded
     }
-    if (!BelongsTo(QJsonDocument::fromJson(lines.first()).object(), url_, seed_)) {
-        problem = Damaged(journalName_);
+    if (!BelongsTo(QJsonDocument::fromJson(lines.first()).object(), url, seed_)) {
+        problem = Damaged(journalName);
         return false;
     }
     for (qsizetype index = 1; index + 1 < lines.size(); ++index) {
@@ -182,14 +234,15 @@ bool PublishState::StartJournal(QString& problem) {
     }
     // What an earlier run that stopped left in the journal goes into the
     // saved state first, so that a line it cut short ends the old journal.
-    if (QFile::exists(journalName_) && !Save(problem)) {
+    // A state read under the former URL is saved under the new one.
+    if ((QFile::exists(journalName_) || readFormer_) && !Save(problem)) {
         return false;
     }
     if (!MakeFolder(problem)) {
         return false;
     }
     journal_ = std::make_unique<QFile>(journalName_);
-    if (!journal_->open(QIODevice::WriteOnly | QIODevice::Truncate) ||
+    if (!journal_->open(QIODevice::WriteOnly | QIODevice::Truncate, kOwnerOnly) ||
         journal_->write(Header() + '\n') < 0 || !journal_->flush()) {
         problem =
             QStringLiteral("%1: cannot be written: %2").arg(journalName_, journal_->errorString());
@@ -253,11 +306,23 @@ bool PublishState::Save(QString& problem) {
         problem = QStringLiteral("%1: cannot be written: %2").arg(fileName_, error);
         return false;
     }
+    QFile::setPermissions(fileName_, kOwnerOnly);
     // Everything the journal says is in the saved state now. Should the
     // removal fail, reading the journal again changes nothing.
     journal_.reset();
     QFile::remove(journalName_);
+    RemoveFormerFiles();
     return true;
+}
+
+// Once the state is saved under the new URL, what was kept under the former
+// one is in it.
+void PublishState::RemoveFormerFiles() {
+    if (readFormer_) {
+        QFile::remove(formerJournalName_);
+        QFile::remove(formerFileName_);
+        readFormer_ = false;
+    }
 }
 
 }  // namespace kelvane::cal

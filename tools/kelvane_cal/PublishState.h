@@ -19,11 +19,15 @@ struct PublishedEvent {
 // What a calendar file published to one collection: kept for each collection
 // URL and UID seed in a file of its own, replaced whole by Save, and in a
 // journal beside it to which every change is added as it is made, so that a
-// run that is stopped at any point loses none of what it did.
+// run that is stopped at any point loses none of what it did. The folder and
+// its files are for their owner alone.
 class PublishState {
   public:
     // The state of `url` and `seed` in `folder`; empty when none was saved.
-    PublishState(const QString& folder, const QString& url, const QString& seed);
+    // When none is kept under `url`, one kept under `formerUrl` (the name an
+    // older version gave the collection) is read, and saved under `url`.
+    PublishState(const QString& folder, const QString& url, const QString& seed,
+                 const QString& formerUrl = QString());
     ~PublishState();
     PublishState(const PublishState&) = delete;
     PublishState& operator=(const PublishState&) = delete;
@@ -60,9 +64,12 @@ class PublishState {
     const std::map<QString, QByteArray>& Refused() const { return refused_; }
 
   private:
-    bool MakeFolder(QString& problem) const;
-    bool ReadSaved(QString& problem);
-    bool ReplayJournal(QString& problem);
+    bool MakeFolder(QString& problem);
+    void KeepToOwner() const;
+    bool ReadSaved(const QString& fileName, const QString& url, QString& problem);
+    bool ReplayJournal(const QString& journalName, const QString& url, QString& problem);
+    bool KeptUnderFormerUrl() const;
+    void RemoveFormerFiles();
     void AddToJournal(const QByteArray& line);
     QByteArray Header() const;
 
@@ -72,6 +79,11 @@ class PublishState {
     QString lockName_;
     QString url_;
     QString seed_;
+    QString formerUrl_;
+    QString formerFileName_;
+    QString formerJournalName_;
+    bool readFormer_ = false;  // what was loaded is kept under the former URL
+    bool folderMade_ = false;
     std::map<QString, PublishedEvent> events_;  // by UID
     std::map<QString, QByteArray> refused_;     // by UID
     bool loaded_ = false;

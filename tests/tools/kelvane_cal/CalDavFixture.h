@@ -32,6 +32,8 @@ inline QString Uid(int month, int day, int slot) {
 
 class CalDavFixture : public ::testing::Test {
   protected:
+    explicit CalDavFixture(Tls tls = Tls::Off) : server(tls) {}
+
     void SetUp() override {
         if (!server.Problem().isEmpty()) {
             GTEST_FAIL() << server.Problem().toStdString();

@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QSslCertificate>
+#include <QSslConfiguration>
 #include <QStandardPaths>
 #include <QThread>
 
@@ -18,11 +20,14 @@
 
 namespace kelvane::cal::testing {
 
-RadicaleServer::RadicaleServer() {
+RadicaleServer::RadicaleServer(Tls tls) : tls_(tls == Tls::On) {
     const QString radicale = QStandardPaths::findExecutable(QStringLiteral("radicale"));
     if (radicale.isEmpty()) {
         problem_ =
             QStringLiteral("radicale is not installed (scripts/install-deps.sh installs it)");
+        return;
+    }
+    if (tls_ && !MakeCertificate()) {
         return;
     }
     port_ = FreePort();
@@ -39,15 +44,42 @@ RadicaleServer::RadicaleServer() {
     }
 }
 
+// A certificate signed by its own key, as a home server makes for itself.
+bool RadicaleServer::MakeCertificate() {
+    QProcess openssl;
+    openssl.setProcessChannelMode(QProcess::MergedChannels);
+    openssl.start(
+        QStringLiteral("openssl"),
+        {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
+         QStringLiteral("ec"), QStringLiteral("-pkeyopt"),
+         QStringLiteral("ec_paramgen_curve:prime256v1"), QStringLiteral("-nodes"),
+         QStringLiteral("-subj"), QStringLiteral("/CN=localhost"), QStringLiteral("-addext"),
+         QStringLiteral("subjectAltName=IP:127.0.0.1,DNS:localhost"), QStringLiteral("-days"),
+         QStringLiteral("2"), QStringLiteral("-keyout"),
+         folder_.filePath(QStringLiteral("key.pem")), QStringLiteral("-out"), CertificateFile()});
+    if (!openssl.waitForFinished(60000) || openssl.exitStatus() != QProcess::NormalExit ||
+        openssl.exitCode() != 0) {
+        problem_ = QStringLiteral("openssl made no certificate: ") +
+                   QString::fromLocal8Bit(openssl.readAll()) + openssl.errorString();
+        return false;
+    }
+    return true;
+}
+
 QByteArray RadicaleServer::Config() const {
+    const QString tls =
+        tls_ ? QStringLiteral("ssl = True\ncertificate = %1\nkey = %2\n")
+                   .arg(CertificateFile(), folder_.filePath(QStringLiteral("key.pem")))
+             : QString();
     return QStringLiteral(
-               "[server]\nhosts = 127.0.0.1:%1\n"
+               "[server]\nhosts = 127.0.0.1:%1\n%4"
                "[auth]\ntype = htpasswd\nhtpasswd_filename = %2\n"
                "htpasswd_encryption = plain\ndelay = 0\n"
                "[storage]\nfilesystem_folder = %3\n"
                "[logging]\nlevel = warning\n")
         .arg(port_)
-        .arg(folder_.filePath(QStringLiteral("users")), folder_.filePath(QStringLiteral("storage")))
+        .arg(folder_.filePath(QStringLiteral("users")), folder_.filePath(QStringLiteral("storage")),
+             tls)
         .toUtf8();
 }
 
@@ -93,6 +125,11 @@ RadicaleServer::Answer RadicaleServer::Request(
     QNetworkAccessManager manager;
     QNetworkRequest request(url);
     request.setTransferTimeout(20000);
+    if (tls_) {
+        QSslConfiguration trusting = QSslConfiguration::defaultConfiguration();
+        trusting.setCaCertificates(QSslCertificate::fromPath(CertificateFile()));
+        request.setSslConfiguration(trusting);
+    }
     request.setRawHeader("Authorization", "Basic " + QByteArray("alice:secret").toBase64());
     for (const auto& [name, value] : headers) {
         request.setRawHeader(name, value);
@@ -108,7 +145,10 @@ RadicaleServer::Answer RadicaleServer::Request(
 }
 
 QString RadicaleServer::Calendar(const QString& name) {
-    const QString url = QStringLiteral("http://127.0.0.1:%1/alice/%2/").arg(port_).arg(name);
+    const QString url = QStringLiteral("%1://127.0.0.1:%2/alice/%3/")
+                            .arg(tls_ ? QStringLiteral("https") : QStringLiteral("http"))
+                            .arg(port_)
+                            .arg(name);
     Request("MKCALENDAR", QUrl(url));
     return url;
 }

@@ -10,12 +10,15 @@
 
 // A real CalDAV server for the tests: Debian's Radicale on 127.0.0.1, on a
 // free port, with its own storage folder and one user, alice, whose password
-// is "secret". Stopped when the object goes.
+// is "secret". Stopped when the object goes. With TLS, it answers https only,
+// with a certificate of its own made for 127.0.0.1 and localhost.
 namespace kelvane::cal::testing {
+
+enum class Tls { Off, On };
 
 class RadicaleServer {
   public:
-    RadicaleServer();
+    explicit RadicaleServer(Tls tls = Tls::Off);
     ~RadicaleServer();
     RadicaleServer(const RadicaleServer&) = delete;
     RadicaleServer& operator=(const RadicaleServer&) = delete;
@@ -29,6 +32,8 @@ class RadicaleServer {
     // a publish that stops in the middle of a run.
     void KillWhenHolding(const QString& name, int count, qint64 pid = 0);
     int Port() const { return port_; }
+    // The PEM file of the server's own certificate, with TLS.
+    QString CertificateFile() const { return folder_.filePath(QStringLiteral("cert.pem")); }
 
     // The URL of alice's calendar `name`, made when first asked for.
     QString Calendar(const QString& name);
@@ -47,11 +52,13 @@ class RadicaleServer {
 
   private:
     QByteArray Config() const;
+    bool MakeCertificate();
 
     QTemporaryDir folder_;
     std::thread killer_;
     QProcess process_;
     int port_ = 0;
+    bool tls_ = false;
     QString problem_;
 };
 

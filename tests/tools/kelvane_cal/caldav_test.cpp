@@ -327,6 +327,7 @@ TEST_F(CalDavTest, TheNetrcGivesUserAndPassword) {
     ASSERT_TRUE(testing::WriteBytes(environment.NetrcFile,
                                     "machine other.example.org login bob password nope\n"
                                     "machine 127.0.0.1\n  login alice\n  password secret\n"));
+    QFile::setPermissions(environment.NetrcFile, QFile::ReadOwner | QFile::WriteOwner);
     const CalRun run = Run({QStringLiteral("publish"), file, QStringLiteral("--year"),
                             QStringLiteral("2026"), QStringLiteral("--url"), url});
     EXPECT_EQ(run.Status, 0) << run.Err.toStdString();

@@ -169,6 +169,69 @@ TEST_F(PublishStateTest, OtherSeedsHaveStatesOfTheirOwnButShareTheCollectionsLoc
     EXPECT_TRUE(elsewhere.Lock(problem));
 }
 
+// Older versions named a collection's state after its URL as it was given.
+TEST_F(PublishStateTest, AStateKeptUnderTheFormerUrlIsReadAndSavedUnderTheNewOne) {
+    const QString former = QStringLiteral("https://Cloud.example.org:443/dav/alice/plan");
+    auto old = std::make_unique<PublishState>(folder.path(), former, QStringLiteral("plan.cal"));
+    QString problem;
+    ASSERT_TRUE(old->StartJournal(problem));
+    old->Put(QStringLiteral("a"), {"\"1\"", "h1"});
+    ASSERT_TRUE(old->Save(problem));
+    ASSERT_TRUE(old->StartJournal(problem));
+    old->Put(QStringLiteral("b"), {"\"2\"", "h2"});
+    const QString oldFile = old->FileName();
+    const QString oldJournal = old->JournalName();
+    old.reset();
+
+    PublishState state(folder.path(), kUrl, QStringLiteral("plan.cal"), former);
+    ASSERT_TRUE(state.Load(problem)) << problem.toStdString();
+    EXPECT_EQ(state.Events().size(), 2u);
+    EXPECT_TRUE(QFile::exists(oldFile));  // a dry run changes nothing
+    ASSERT_TRUE(state.StartJournal(problem)) << problem.toStdString();
+    EXPECT_FALSE(QFile::exists(oldFile));
+    EXPECT_FALSE(QFile::exists(oldJournal));
+    EXPECT_EQ(Reloaded().size(), 2u);
+}
+
+TEST_F(PublishStateTest, TheFormerUrlIsNotReadOnceTheNewOneHasAState) {
+    const QString former = QStringLiteral("https://Cloud.example.org:443/dav/alice/plan");
+    PublishState old(folder.path(), former, QStringLiteral("plan.cal"));
+    QString problem;
+    ASSERT_TRUE(old.StartJournal(problem));
+    old.Put(QStringLiteral("a"), {"\"1\"", "h1"});
+    ASSERT_TRUE(old.Save(problem));
+    auto current = Fresh();
+    ASSERT_TRUE(current->Save(problem));
+    PublishState state(folder.path(), kUrl, QStringLiteral("plan.cal"), former);
+    ASSERT_TRUE(state.Load(problem)) << problem.toStdString();
+    EXPECT_TRUE(state.Events().empty());
+}
+
+TEST_F(PublishStateTest, TheFolderAndItsFilesAreForTheOwnerAlone) {
+    const QString stateFolder = folder.filePath(QStringLiteral("state"));
+    PublishState state(stateFolder, kUrl, QStringLiteral("plan.cal"));
+    QString problem;
+    ASSERT_TRUE(state.Lock(problem)) << problem.toStdString();
+    ASSERT_TRUE(state.StartJournal(problem)) << problem.toStdString();
+    state.Put(QStringLiteral("a"), {"\"1\"", "h1"});
+    const QFileDevice::Permissions others = QFileDevice::ReadGroup | QFileDevice::WriteGroup |
+                                            QFileDevice::ExeGroup | QFileDevice::ReadOther |
+                                            QFileDevice::WriteOther | QFileDevice::ExeOther;
+    EXPECT_FALSE(QFileInfo(stateFolder).permissions() & others);
+    const QStringList whileRunning = QDir(stateFolder).entryList(QDir::Files);
+    EXPECT_EQ(whileRunning.size(), 2);  // the lock and the journal
+    ASSERT_TRUE(state.Save(problem));
+    for (const QFileInfo& file : QDir(stateFolder).entryInfoList(QDir::Files)) {
+        EXPECT_FALSE(file.permissions() & others) << file.fileName().toStdString();
+    }
+    for (const QString& name : whileRunning) {
+        if (QFile::exists(QDir(stateFolder).filePath(name))) {
+            EXPECT_FALSE(QFileInfo(QDir(stateFolder).filePath(name)).permissions() & others)
+                << name.toStdString();
+        }
+    }
+}
+
 TEST_F(PublishStateTest, AnUnreadableLineEndsTheJournal) {
     auto state = Fresh();
     QString problem;
