@@ -85,4 +85,23 @@ inline QByteArray ICalLines(const QStringList& lines) {
     return (lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toUtf8();
 }
 
+// The lines of a VCALENDAR holding `inside`.
+inline QStringList VCalendar(const QStringList& inside) {
+    return QStringList{"BEGIN:VCALENDAR", "VERSION:2.0", "PRODID:-//Kelvane tests//EN"} + inside +
+           QStringList{"END:VCALENDAR"};
+}
+
+// The lines of a VEVENT with `uid`, a stamp and `properties`.
+inline QStringList VEvent(const QString& uid, const QStringList& properties) {
+    return QStringList{"BEGIN:VEVENT", "UID:" + uid, "DTSTAMP:20260101T000000Z"} + properties +
+           QStringList{"END:VEVENT"};
+}
+
+inline CalendarFileDate DateOf(qint16 month, qint16 day) {
+    CalendarFileDate date;
+    date.Month = month;
+    date.Day = day;
+    return date;
+}
+
 }  // namespace kelvane::cal::testing

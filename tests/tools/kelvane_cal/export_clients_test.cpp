@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "CalRun.h"
+#include "SameDates.h"
 #include "kelvane_cal/ICalExport.h"
 
 // Exports read by other calendar programs: calcurse and python-icalendar, run
@@ -16,18 +17,12 @@ namespace {
 
 using testing::Activity;
 using testing::CalRun;
+using testing::DateOf;
 using testing::RunCal;
 
 const QString kCalcurse = QStringLiteral("/usr/bin/calcurse");
 // Debian's own Python, which python3-icalendar installs into.
 const QString kPython = QStringLiteral("/usr/bin/python3");
-
-CalendarFileDate DateOf(qint16 month, qint16 day) {
-    CalendarFileDate date;
-    date.Month = month;
-    date.Day = day;
-    return date;
-}
 
 // A calendar with every kind of event an export writes, in several scripts.
 CalendarFileContent RichCalendar() {
@@ -177,14 +172,6 @@ TEST_P(ExportReadByClients, PythonIcalendarReadsEveryEventWithoutAProblem) {
 
 INSTANTIATE_TEST_SUITE_P(Years, ExportReadByClients, ::testing::ValuesIn(kYears));
 
-std::vector<Appointment> ByStartTime(std::vector<Appointment> schedule) {
-    std::stable_sort(schedule.begin(), schedule.end(),
-                     [](const Appointment& a, const Appointment& b) {
-                         return CompareClockTime(a.StartTime, b.StartTime) < 0;
-                     });
-    return schedule;
-}
-
 // Years an import takes: all but the first and the last.
 class RichRoundTrip : public ::testing::TestWithParam<int> {};
 
@@ -209,17 +196,7 @@ TEST_P(RichRoundTrip, ImportGivesBackTheCalendarExported) {
 
     const CalendarFileContent back =
         testing::ReadCalendarBytes(testing::ReadBytes(folder.filePath("back.cal")));
-    ASSERT_EQ(back.Dates.size(), original.Dates.size());
-    for (std::size_t i = 0; i < original.Dates.size(); ++i) {
-        const CalendarFileDate& was = original.Dates[i];
-        const CalendarFileDate& is = back.Dates[i];
-        SCOPED_TRACE(QStringLiteral("%1/%2").arg(was.Day).arg(was.Month).toStdString());
-        EXPECT_EQ(is.Month, was.Month);
-        EXPECT_EQ(is.Day, was.Day);
-        EXPECT_EQ(is.Entry.Title.Trimmed(), was.Entry.Title.Trimmed());
-        EXPECT_EQ(is.Note, was.Note);
-        EXPECT_EQ(is.Schedule, ByStartTime(was.Schedule));
-    }
+    testing::ExpectSameDates(original, back);
 }
 
 INSTANTIATE_TEST_SUITE_P(Years, RichRoundTrip, ::testing::Values(2024, 2025, 5000));

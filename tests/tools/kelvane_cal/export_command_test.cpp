@@ -16,14 +16,8 @@ namespace {
 
 using testing::Activity;
 using testing::CalRun;
+using testing::DateOf;
 using testing::RunCal;
-
-CalendarFileDate DateOf(qint16 month, qint16 day) {
-    CalendarFileDate date;
-    date.Month = month;
-    date.Day = day;
-    return date;
-}
 
 CalendarFileContent SampleCalendar() {
     CalendarFileContent content;

@@ -26,16 +26,6 @@ class ImportCommand : public ::testing::Test {
     QTemporaryDir folder_;
 };
 
-QStringList Calendar(const QStringList& inside) {
-    return QStringList{"BEGIN:VCALENDAR", "VERSION:2.0", "PRODID:-//Kelvane tests//EN"} + inside +
-           QStringList{"END:VCALENDAR"};
-}
-
-QStringList Event(const QString& uid, const QStringList& properties) {
-    return QStringList{"BEGIN:VEVENT", "UID:" + uid, "DTSTAMP:20260101T000000Z"} + properties +
-           QStringList{"END:VEVENT"};
-}
-
 TEST_F(ImportCommand, TurnsTheSampleFilesIntoTheExpectedCalendarsByteForByte) {
     for (const QString name :
          {"weekly_meetings", "all_day_events", "over_midnight", "time_zones"}) {
@@ -76,13 +66,13 @@ TEST_F(ImportCommand, TakesOnlyTheEventsOfTheYearAsked) {
 TEST_F(ImportCommand, KeepsTheThirtyNineEarliestActivitiesOfADate) {
     QStringList events;
     for (int i = 40; i >= 0; --i) {
-        events << Event(QStringLiteral("e%1").arg(i),
-                        {QStringLiteral("DTSTART:20260301T%1%2000")
-                             .arg(i / 4 + 6, 2, 10, QLatin1Char('0'))
-                             .arg((i % 4) * 15, 2, 10, QLatin1Char('0')),
-                         QStringLiteral("SUMMARY:Slot %1").arg(i)});
+        events << testing::VEvent(QStringLiteral("e%1").arg(i),
+                                  {QStringLiteral("DTSTART:20260301T%1%2000")
+                                       .arg(i / 4 + 6, 2, 10, QLatin1Char('0'))
+                                       .arg((i % 4) * 15, 2, 10, QLatin1Char('0')),
+                                   QStringLiteral("SUMMARY:Slot %1").arg(i)});
     }
-    const CalRun run = ImportLines(Calendar(events));
+    const CalRun run = ImportLines(testing::VCalendar(events));
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     EXPECT_TRUE(run.Err.contains("kelvane-cal: warning: " + Path("in.ics") +
                                  ": 1 March: 2 activities after the 39 earliest left out\n"));
@@ -99,11 +89,11 @@ TEST_F(ImportCommand, KeepsTheThirtyNineEarliestActivitiesOfADate) {
 // Every other Monday and Thursday from 7 January 2019, and the last day of every
 // month from January 2019: the rules run for years before the year asked.
 TEST_F(ImportCommand, ExpandsRulesThatBeganYearsBefore) {
-    const CalRun run = ImportLines(
-        Calendar(Event("a", {"DTSTART:20190107T090000", "RRULE:FREQ=WEEKLY;INTERVAL=2;BYDAY=MO,TH",
-                             "SUMMARY:Fortnightly"}) +
-                 Event("b", {"DTSTART;VALUE=DATE:20190131", "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1",
-                             "SUMMARY:Month end"})));
+    const CalRun run = ImportLines(testing::VCalendar(
+        testing::VEvent("a", {"DTSTART:20190107T090000", "RRULE:FREQ=WEEKLY;INTERVAL=2;BYDAY=MO,TH",
+                              "SUMMARY:Fortnightly"}) +
+        testing::VEvent("b", {"DTSTART;VALUE=DATE:20190131", "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1",
+                              "SUMMARY:Month end"})));
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     const CalendarFileContent content =
         testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
@@ -126,11 +116,11 @@ TEST_F(ImportCommand, ExpandsRulesThatBeganYearsBefore) {
 }
 
 TEST_F(ImportCommand, JoinsTheTitlesOfOneDay) {
-    const CalRun run = ImportLines(
-        Calendar(Event("a", {"DTSTART;VALUE=DATE:20260405", "SUMMARY:Easter"}) +
-                 Event("b", {"DTSTART;VALUE=DATE:20260405", "SUMMARY:Lunch at Mum's"}) +
-                 Event("c", {"DTSTART;VALUE=DATE:20260405", "SUMMARY:Easter"}) +
-                 Event("d", {"DTSTART;VALUE=DATE:20260405", "DESCRIPTION:Bring eggs"})));
+    const CalRun run = ImportLines(testing::VCalendar(
+        testing::VEvent("a", {"DTSTART;VALUE=DATE:20260405", "SUMMARY:Easter"}) +
+        testing::VEvent("b", {"DTSTART;VALUE=DATE:20260405", "SUMMARY:Lunch at Mum's"}) +
+        testing::VEvent("c", {"DTSTART;VALUE=DATE:20260405", "SUMMARY:Easter"}) +
+        testing::VEvent("d", {"DTSTART;VALUE=DATE:20260405", "DESCRIPTION:Bring eggs"})));
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     const CalendarFileContent content =
         testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
@@ -140,9 +130,9 @@ TEST_F(ImportCommand, JoinsTheTitlesOfOneDay) {
 }
 
 TEST_F(ImportCommand, LeavesOutEventsWithoutAStartAndSaysWhere) {
-    const CalRun run =
-        ImportLines(Calendar(Event("a", {"SUMMARY:When?"}) + Event("b", {"SUMMARY:Again?"}) +
-                             Event("c", {"DTSTART:20260102T100000", "SUMMARY:Fine"})));
+    const CalRun run = ImportLines(testing::VCalendar(
+        testing::VEvent("a", {"SUMMARY:When?"}) + testing::VEvent("b", {"SUMMARY:Again?"}) +
+        testing::VEvent("c", {"DTSTART:20260102T100000", "SUMMARY:Fine"})));
     ASSERT_EQ(run.Status, kDone);
     EXPECT_TRUE(run.Err.contains(
         Path("in.ics") + ": line 4: an event without DTSTART is left out (and 1 more like it)\n"))
@@ -150,8 +140,8 @@ TEST_F(ImportCommand, LeavesOutEventsWithoutAStartAndSaysWhere) {
 }
 
 TEST_F(ImportCommand, TakesAnUnknownZoneAsLocalTime) {
-    const CalRun run = ImportLines(
-        Calendar(Event("a", {"DTSTART;TZID=Atlantis/Capital:20260102T100000", "SUMMARY:Sunken"})));
+    const CalRun run = ImportLines(testing::VCalendar(
+        testing::VEvent("a", {"DTSTART;TZID=Atlantis/Capital:20260102T100000", "SUMMARY:Sunken"})));
     ASSERT_EQ(run.Status, kDone);
     EXPECT_TRUE(run.Err.contains(": line 4: a time zone nobody knows is taken as local time\n"));
     const CalendarFileContent content =
@@ -161,17 +151,18 @@ TEST_F(ImportCommand, TakesAnUnknownZoneAsLocalTime) {
 }
 
 TEST_F(ImportCommand, LeavesOutAStartThatIsNoDate) {
-    const CalRun run = ImportLines(Calendar(Event("a", {"DTSTART:20260231", "SUMMARY:x"})));
+    const CalRun run =
+        ImportLines(testing::VCalendar(testing::VEvent("a", {"DTSTART:20260231", "SUMMARY:x"})));
     ASSERT_EQ(run.Status, kDone);
     EXPECT_TRUE(run.Err.contains(": line 4: an event with an impossible start is left out\n"));
     EXPECT_TRUE(testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal"))).Dates.empty());
 }
 
 TEST_F(ImportCommand, DoesNotFollowRulesThatRepeatEverySecondOrMinute) {
-    const CalRun run = ImportLines(
-        Calendar(Event("a", {"DTSTART:20260102T100000",
-                             "RRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30", "SUMMARY:Never"}) +
-                 Event("b", {"DTSTART:20260103T100000", "RRULE:FREQ=MINUTELY", "SUMMARY:Tick"})));
+    const CalRun run = ImportLines(testing::VCalendar(
+        testing::VEvent("a", {"DTSTART:20260102T100000",
+                              "RRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30", "SUMMARY:Never"}) +
+        testing::VEvent("b", {"DTSTART:20260103T100000", "RRULE:FREQ=MINUTELY", "SUMMARY:Tick"})));
     ASSERT_EQ(run.Status, kDone);
     EXPECT_TRUE(
         run.Err.contains(": line 4: a rule that repeats every minute or second is not "
@@ -184,7 +175,7 @@ TEST_F(ImportCommand, DoesNotFollowRulesThatRepeatEverySecondOrMinute) {
 }
 
 TEST_F(ImportCommand, KeepsTheStepOfARuleThatRepeatsHourly) {
-    const CalRun run = ImportLines(Calendar(Event(
+    const CalRun run = ImportLines(testing::VCalendar(testing::VEvent(
         "a", {"DTSTART:20251231T220000", "RRULE:FREQ=HOURLY;INTERVAL=5", "SUMMARY:Every five"})));
     ASSERT_EQ(run.Status, kDone);
     const CalendarFileContent content =
@@ -198,14 +189,14 @@ TEST_F(ImportCommand, KeepsTheStepOfARuleThatRepeatsHourly) {
 }
 
 TEST_F(ImportCommand, PassesOverPropertiesWithoutAValue) {
-    const CalRun run = ImportLines(Calendar(
-        Event("a", {"DTSTART:20260102T100000", "DESCRIPTION:", "LOCATION:", "SUMMARY:Fine"})));
+    const CalRun run = ImportLines(testing::VCalendar(testing::VEvent(
+        "a", {"DTSTART:20260102T100000", "DESCRIPTION:", "LOCATION:", "SUMMARY:Fine"})));
     EXPECT_EQ(run.Status, kDone) << run.Err.toStdString();
     EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
 }
 
 TEST_F(ImportCommand, LeavesOutOtherLinesLibicalCannotReadWithAWarning) {
-    const CalRun run = ImportLines(Calendar(Event(
+    const CalRun run = ImportLines(testing::VCalendar(testing::VEvent(
         "a", {"DTSTART:20260102T100000", "DTEND:20260102T110000", "SUMMARY:Kept", "BEGIN:VALARM",
               "ACTION:DISPLAY", "TRIGGER:soon", "END:VALARM", "CLASS;=x:PUBLIC"})));
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
@@ -223,9 +214,9 @@ TEST_F(ImportCommand, LeavesOutOtherLinesLibicalCannotReadWithAWarning) {
 }
 
 TEST_F(ImportCommand, MeasuresAnEventBetweenTwoZones) {
-    const CalRun run =
-        ImportLines(Calendar(Event("a", {"DTSTART;TZID=America/New_York:20260310T090000",
-                                         "DTEND:20260310T140000Z", "SUMMARY:Ends in UTC"})));
+    const CalRun run = ImportLines(testing::VCalendar(
+        testing::VEvent("a", {"DTSTART;TZID=America/New_York:20260310T090000",
+                              "DTEND:20260310T140000Z", "SUMMARY:Ends in UTC"})));
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     const CalendarFileContent content =
         testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
@@ -236,9 +227,9 @@ TEST_F(ImportCommand, MeasuresAnEventBetweenTwoZones) {
 }
 
 TEST_F(ImportCommand, LeavesOutAnExceptionGivenInAZoneOfAFloatingSeries) {
-    const CalRun run = ImportLines(
-        Calendar(Event("a", {"DTSTART:20260105T091500", "RRULE:FREQ=DAILY;COUNT=3",
-                             "EXDATE;TZID=Europe/Paris:20260106T091500", "SUMMARY:Daily"})));
+    const CalRun run = ImportLines(testing::VCalendar(
+        testing::VEvent("a", {"DTSTART:20260105T091500", "RRULE:FREQ=DAILY;COUNT=3",
+                              "EXDATE;TZID=Europe/Paris:20260106T091500", "SUMMARY:Daily"})));
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     const CalendarFileContent content =
         testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
@@ -248,11 +239,13 @@ TEST_F(ImportCommand, LeavesOutAnExceptionGivenInAZoneOfAFloatingSeries) {
 }
 
 TEST_F(ImportCommand, PutsAnAllDayEventOnEveryDateItCoversInTheYear) {
-    const CalRun run = ImportLines(Calendar(
-        Event("a", {"DTSTART;VALUE=DATE:20200101", "DTEND;VALUE=DATE:20300101", "SUMMARY:Decade"}) +
-        Event("b", {"DTSTART;VALUE=DATE:20260601", "DURATION:P2D", "SUMMARY:Two days"}) +
-        Event("c", {"DTSTART;VALUE=DATE:20260701", "RDATE;VALUE=PERIOD:20260801T090000/PT1H",
-                    "SUMMARY:Also in August"})));
+    const CalRun run = ImportLines(testing::VCalendar(
+        testing::VEvent(
+            "a", {"DTSTART;VALUE=DATE:20200101", "DTEND;VALUE=DATE:20300101", "SUMMARY:Decade"}) +
+        testing::VEvent("b", {"DTSTART;VALUE=DATE:20260601", "DURATION:P2D", "SUMMARY:Two days"}) +
+        testing::VEvent("c",
+                        {"DTSTART;VALUE=DATE:20260701", "RDATE;VALUE=PERIOD:20260801T090000/PT1H",
+                         "SUMMARY:Also in August"})));
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     const CalendarFileContent content =
         testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
@@ -272,8 +265,8 @@ TEST_F(ImportCommand, PutsAnAllDayEventOnEveryDateItCoversInTheYear) {
 
 TEST_F(ImportCommand, PutsZonedTimesIntoUtcWhenTheSystemsZoneIsUnknown) {
     ASSERT_TRUE(testing::WriteBytes(
-        Path("in.ics"),
-        ICalLines(Calendar(Event("a", {"DTSTART;TZID=Asia/Tokyo:20260601T090000", "SUMMARY:x"})))));
+        Path("in.ics"), ICalLines(testing::VCalendar(testing::VEvent(
+                            "a", {"DTSTART;TZID=Asia/Tokyo:20260601T090000", "SUMMARY:x"})))));
     Environment environment = testing::FixedEnvironment();
     environment.SystemZone = "Nowhere/Special";
     QString out;
@@ -338,16 +331,20 @@ struct Rejected {
 
 TEST_F(ImportCommand, RefusesWhatLibicalRejectsNamingTheLineAndWritesNothing) {
     const std::vector<Rejected> cases = {
-        {"a bad date", Calendar(Event("a", {"DTSTART:soon", "SUMMARY:x"})), 7,
+        {"a bad date", testing::VCalendar(testing::VEvent("a", {"DTSTART:soon", "SUMMARY:x"})), 7,
          "the DTSTART value 'soon' is not a date or a date and time"},
-        {"a bad rule", Calendar(Event("a", {"DTSTART:20260102T100000", "RRULE:FREQ=SOMETIMES"})), 8,
-         "the RRULE value 'FREQ=SOMETIMES' is not a repeat rule"},
-        {"an empty start", Calendar(Event("a", {"DTSTART:", "SUMMARY:x"})), 7,
+        {"a bad rule",
+         testing::VCalendar(
+             testing::VEvent("a", {"DTSTART:20260102T100000", "RRULE:FREQ=SOMETIMES"})),
+         8, "the RRULE value 'FREQ=SOMETIMES' is not a repeat rule"},
+        {"an empty start", testing::VCalendar(testing::VEvent("a", {"DTSTART:", "SUMMARY:x"})), 7,
          "the DTSTART value '' is not a date or a date and time"},
         {"a line without a name",
-         Calendar(Event("a", {"DTSTART:20260102T100000", "just words", "SUMMARY:x"})), 8,
-         "the line 'just words' is neither a property nor a BEGIN or END"},
-        {"a bad parameter", Calendar(Event("a", {"DTSTART;=x:20260102T100000"})), 7,
+         testing::VCalendar(
+             testing::VEvent("a", {"DTSTART:20260102T100000", "just words", "SUMMARY:x"})),
+         8, "the line 'just words' is neither a property nor a BEGIN or END"},
+        {"a bad parameter",
+         testing::VCalendar(testing::VEvent("a", {"DTSTART;=x:20260102T100000"})), 7,
          "the parameters of DTSTART cannot be read: '=x'"},
         {"no calendar",
          {"BEGIN:VEVENT", "END:VEVENT"},
@@ -358,10 +355,12 @@ TEST_F(ImportCommand, RefusesWhatLibicalRejectsNamingTheLineAndWritesNothing) {
          4, "the file ends inside the VEVENT begun on line 2"},
         {"an unclosed calendar", QStringList{"BEGIN:VCALENDAR", "VERSION:2.0"}, 2,
          "the file ends before END:VCALENDAR"},
-        {"crossed ends", Calendar({"BEGIN:VEVENT", "BEGIN:VALARM", "END:VEVENT", "END:VALARM"}), 6,
+        {"crossed ends",
+         testing::VCalendar({"BEGIN:VEVENT", "BEGIN:VALARM", "END:VEVENT", "END:VALARM"}), 6,
          "END:VEVENT does not close the VALARM begun on line 5"},
-        {"an end without a begin", Calendar({"END:VTODO"}), 4, "END:VTODO without its BEGIN"},
-        {"text after the end", Calendar({}) + QStringList{"trailing"}, 5,
+        {"an end without a begin", testing::VCalendar({"END:VTODO"}), 4,
+         "END:VTODO without its BEGIN"},
+        {"text after the end", testing::VCalendar({}) + QStringList{"trailing"}, 5,
          "there is text after END:VCALENDAR"},
     };
     for (const Rejected& rejected : cases) {
@@ -378,8 +377,8 @@ TEST_F(ImportCommand, RefusesWhatLibicalRejectsNamingTheLineAndWritesNothing) {
 }
 
 TEST_F(ImportCommand, FindsTheLineOfAnErrorAfterFoldedLines) {
-    const CalRun run = ImportLines(Calendar(
-        Event("a", {"SUMMARY:A long", " summary folded", "\tover three lines", "DTEND:tomorrow"})));
+    const CalRun run = ImportLines(testing::VCalendar(testing::VEvent(
+        "a", {"SUMMARY:A long", " summary folded", "\tover three lines", "DTEND:tomorrow"})));
     EXPECT_EQ(run.Status, kFileProblem);
     EXPECT_TRUE(run.Err.contains(": line 10: the DTEND value 'tomorrow' is not a date"))
         << run.Err.toStdString();
@@ -609,12 +608,13 @@ TEST_F(ImportCommand, MergesIntoACopyOfAnExistingCalendar) {
     const QByteArray before = testing::ReadBytes(Path("mine.cal"));
     ASSERT_TRUE(testing::WriteBytes(
         Path("in.ics"),
-        ICalLines(Calendar(
-            Event("s", {"DTSTART:20260105T091500", "DTEND:20260105T093000", "SUMMARY:Stand-up"}) +
-            Event("r", {"DTSTART:20260105T140000", "SUMMARY:Review"}) +
-            Event("d", {"DTSTART;VALUE=DATE:20260105", "SUMMARY:Sprint starts",
-                        "DESCRIPTION:Plan the sprint"}) +
-            Event("n", {"DTSTART;VALUE=DATE:20260106", "SUMMARY:Epiphany"})))));
+        ICalLines(testing::VCalendar(
+            testing::VEvent(
+                "s", {"DTSTART:20260105T091500", "DTEND:20260105T093000", "SUMMARY:Stand-up"}) +
+            testing::VEvent("r", {"DTSTART:20260105T140000", "SUMMARY:Review"}) +
+            testing::VEvent("d", {"DTSTART;VALUE=DATE:20260105", "SUMMARY:Sprint starts",
+                                  "DESCRIPTION:Plan the sprint"}) +
+            testing::VEvent("n", {"DTSTART;VALUE=DATE:20260106", "SUMMARY:Epiphany"})))));
     CalRun run = RunCal({"import", Path("in.ics"), "--year", "2026", "--into", Path("mine.cal"),
                          "-o", Path("merged.cal")});
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();

@@ -12,16 +12,6 @@ using testing::CalRun;
 using testing::ICalLines;
 using testing::RunCal;
 
-QStringList Calendar(const QStringList& inside) {
-    return QStringList{"BEGIN:VCALENDAR", "VERSION:2.0", "PRODID:-//Kelvane tests//EN"} + inside +
-           QStringList{"END:VCALENDAR"};
-}
-
-QStringList Event(const QString& uid, const QStringList& properties) {
-    return QStringList{"BEGIN:VEVENT", "UID:" + uid, "DTSTAMP:20260101T000000Z"} + properties +
-           QStringList{"END:VEVENT"};
-}
-
 const CalendarFileDate* Find(const CalendarFileContent& content, int month, int day) {
     for (const CalendarFileDate& date : content.Dates) {
         if (date.Month == month && date.Day == day) {
@@ -68,14 +58,16 @@ QStringList DaysOfYear(int year, Test test) {
 }
 
 TEST_F(ImportKeepsEvents, ExpandsRepeatingEventsInTheYearsLibicalStopsBefore) {
-    const QStringList lines = Calendar(
-        Event("weekly", {"DTSTART:20260105T090000", "RRULE:FREQ=WEEKLY", "SUMMARY:Weekly"}) +
-        Event("fortnightly", {"DTSTART;VALUE=DATE:20260101",
-                              "RRULE:FREQ=WEEKLY;INTERVAL=2;BYDAY=TH", "SUMMARY:Fortnightly"}) +
-        Event("month-end", {"DTSTART;VALUE=DATE:20260131", "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1",
-                            "SUMMARY:Month end"}) +
-        Event("leap-day",
-              {"DTSTART;VALUE=DATE:20280229", "RRULE:FREQ=YEARLY", "SUMMARY:Leap day"}));
+    const QStringList lines = testing::VCalendar(
+        testing::VEvent("weekly",
+                        {"DTSTART:20260105T090000", "RRULE:FREQ=WEEKLY", "SUMMARY:Weekly"}) +
+        testing::VEvent("fortnightly",
+                        {"DTSTART;VALUE=DATE:20260101", "RRULE:FREQ=WEEKLY;INTERVAL=2;BYDAY=TH",
+                         "SUMMARY:Fortnightly"}) +
+        testing::VEvent("month-end", {"DTSTART;VALUE=DATE:20260131",
+                                      "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1", "SUMMARY:Month end"}) +
+        testing::VEvent("leap-day",
+                        {"DTSTART;VALUE=DATE:20280229", "RRULE:FREQ=YEARLY", "SUMMARY:Leap day"}));
     const QDate firstThursday(2026, 1, 1);
     for (int year : {2582, 2583, 2800, 3001, 5555, 9998}) {
         SCOPED_TRACE(year);
@@ -101,11 +93,11 @@ TEST_F(ImportKeepsEvents, ExpandsRepeatingEventsInTheYearsLibicalStopsBefore) {
 }
 
 TEST_F(ImportKeepsEvents, ExpandsARuleOfAZoneAndAnEndInTheYearsLibicalStopsBefore) {
-    const CalRun run =
-        Import(Calendar(Event("a", {"DTSTART;TZID=Europe/Berlin:20260102T120000",
-                                    "RRULE:FREQ=DAILY;INTERVAL=3;UNTIL=30001231T000000Z",
-                                    "SUMMARY:Every third day"})),
-               3000);
+    const CalRun run = Import(testing::VCalendar(testing::VEvent(
+                                  "a", {"DTSTART;TZID=Europe/Berlin:20260102T120000",
+                                        "RRULE:FREQ=DAILY;INTERVAL=3;UNTIL=30001231T000000Z",
+                                        "SUMMARY:Every third day"})),
+                              3000);
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     const QDate first(2026, 1, 2);
     EXPECT_EQ(ImportedDays(), DaysOfYear(3000, [&](const QDate& date) {
@@ -114,11 +106,11 @@ TEST_F(ImportKeepsEvents, ExpandsARuleOfAZoneAndAnEndInTheYearsLibicalStopsBefor
 }
 
 TEST_F(ImportKeepsEvents, ExpandsACountedRuleInTheYearsLibicalStopsBefore) {
-    const QStringList lines =
-        Calendar(Event("a", {"DTSTART;TZID=Europe/Berlin:20260101T100000",
-                             "RRULE:FREQ=WEEKLY;COUNT=50000;BYDAY=TH", "SUMMARY:Counted"}) +
-                 Event("b", {"DTSTART;VALUE=DATE:20260131",
-                             "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1;COUNT=9000", "SUMMARY:Month end"}));
+    const QStringList lines = testing::VCalendar(
+        testing::VEvent("a", {"DTSTART;TZID=Europe/Berlin:20260101T100000",
+                              "RRULE:FREQ=WEEKLY;COUNT=50000;BYDAY=TH", "SUMMARY:Counted"}) +
+        testing::VEvent("b", {"DTSTART;VALUE=DATE:20260131",
+                              "RRULE:FREQ=MONTHLY;BYMONTHDAY=-1;COUNT=9000", "SUMMARY:Month end"}));
     const QDate last = QDate(2026, 1, 1).addDays(7 * 49999);  // 1 April 2984
     for (int year : {2800, 2984}) {
         SCOPED_TRACE(year);
@@ -140,10 +132,10 @@ TEST_F(ImportKeepsEvents, ExpandsACountedRuleInTheYearsLibicalStopsBefore) {
 
 // Every seventh month comes back to the same months only after 2800 years.
 TEST_F(ImportKeepsEvents, SaysSoWhenARuleCannotBeFollowedPastTheYearsLibicalFollows) {
-    const CalRun run =
-        Import(Calendar(Event("a", {"DTSTART:20260131T100000", "RRULE:FREQ=MONTHLY;INTERVAL=7",
-                                    "SUMMARY:Seventh month"})),
-               2800);
+    const CalRun run = Import(testing::VCalendar(testing::VEvent(
+                                  "a", {"DTSTART:20260131T100000", "RRULE:FREQ=MONTHLY;INTERVAL=7",
+                                        "SUMMARY:Seventh month"})),
+                              2800);
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     EXPECT_TRUE(
         run.Err.contains("line 4: a repeat rule could be followed up to the year 2582 "
@@ -152,9 +144,9 @@ TEST_F(ImportKeepsEvents, SaysSoWhenARuleCannotBeFollowedPastTheYearsLibicalFoll
 }
 
 TEST_F(ImportKeepsEvents, ReadsATimeInTheSpringGapWithTheOffsetBeforeIt) {
-    const QStringList lines =
-        Calendar(Event("gap", {"DTSTART;TZID=Europe/Berlin:20240331T023000",
-                               "DTEND;TZID=Europe/Berlin:20240331T040000", "SUMMARY:Gap"}));
+    const QStringList lines = testing::VCalendar(
+        testing::VEvent("gap", {"DTSTART;TZID=Europe/Berlin:20240331T023000",
+                                "DTEND;TZID=Europe/Berlin:20240331T040000", "SUMMARY:Gap"}));
     ASSERT_EQ(Import(lines, 2024).Status, kDone);
     const CalendarFileDate* inUtc = Find(Imported(), 3, 31);
     ASSERT_NE(inUtc, nullptr);
@@ -171,11 +163,11 @@ TEST_F(ImportKeepsEvents, ReadsATimeInTheSpringGapWithTheOffsetBeforeIt) {
 }
 
 TEST_F(ImportKeepsEvents, ReadsATimeTheAutumnShowsTwiceAsTheFirst) {
-    const QStringList lines =
-        Calendar(Event("twice", {"DTSTART;TZID=Europe/Berlin:20241027T023000", "DURATION:PT1H",
-                                 "SUMMARY:Twice"}) +
-                 Event("daily", {"DTSTART;TZID=Europe/Berlin:20241020T023000",
-                                 "RRULE:FREQ=DAILY;COUNT=10", "SUMMARY:Daily"}));
+    const QStringList lines = testing::VCalendar(
+        testing::VEvent("twice", {"DTSTART;TZID=Europe/Berlin:20241027T023000", "DURATION:PT1H",
+                                  "SUMMARY:Twice"}) +
+        testing::VEvent("daily", {"DTSTART;TZID=Europe/Berlin:20241020T023000",
+                                  "RRULE:FREQ=DAILY;COUNT=10", "SUMMARY:Daily"}));
     ASSERT_EQ(Import(lines, 2024).Status, kDone);
     const CalendarFileDate* inUtc = Find(Imported(), 10, 27);
     ASSERT_NE(inUtc, nullptr);
@@ -194,13 +186,14 @@ TEST_F(ImportKeepsEvents, ReadsATimeTheAutumnShowsTwiceAsTheFirst) {
 
 TEST_F(ImportKeepsEvents, PutsATimedEventsDescriptionIntoTheDatesNote) {
     const CalRun run =
-        Import(Calendar(Event("a", {"DTSTART;VALUE=DATE:20260310", "SUMMARY:Board day",
-                                    "DESCRIPTION:Bring the figures"}) +
-                        Event("b", {"DTSTART:20260310T100000", "DTEND:20260310T110000",
-                                    "SUMMARY:Meeting", "DESCRIPTION:agenda\\nminutes"}) +
-                        Event("c", {"DTSTART:20260310T140000", "DESCRIPTION:no summary"}) +
-                        Event("d", {"DTSTART:20260311T090000", "SUMMARY:Long",
-                                    "DESCRIPTION:" + QString(900, QLatin1Char('x'))})),
+        Import(testing::VCalendar(
+                   testing::VEvent("a", {"DTSTART;VALUE=DATE:20260310", "SUMMARY:Board day",
+                                         "DESCRIPTION:Bring the figures"}) +
+                   testing::VEvent("b", {"DTSTART:20260310T100000", "DTEND:20260310T110000",
+                                         "SUMMARY:Meeting", "DESCRIPTION:agenda\\nminutes"}) +
+                   testing::VEvent("c", {"DTSTART:20260310T140000", "DESCRIPTION:no summary"}) +
+                   testing::VEvent("d", {"DTSTART:20260311T090000", "SUMMARY:Long",
+                                         "DESCRIPTION:" + QString(900, QLatin1Char('x'))})),
                2026);
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     EXPECT_TRUE(run.Err.contains(": 11 March: the note was cut to 800 characters\n"))
@@ -221,11 +214,12 @@ TEST_F(ImportKeepsEvents, PutsATimedEventsDescriptionIntoTheDatesNote) {
 }
 
 TEST_F(ImportKeepsEvents, KeepsTheDescriptionsNoteExactThroughAnExportAndImport) {
-    ASSERT_EQ(Import(Calendar(Event("b", {"DTSTART:20260310T100000", "SUMMARY:Meeting",
-                                          "DESCRIPTION:agenda"})),
-                     2026)
-                  .Status,
-              kDone);
+    ASSERT_EQ(
+        Import(testing::VCalendar(testing::VEvent(
+                   "b", {"DTSTART:20260310T100000", "SUMMARY:Meeting", "DESCRIPTION:agenda"})),
+               2026)
+            .Status,
+        kDone);
     const QByteArray first = testing::ReadBytes(Path("out.cal"));
     ASSERT_EQ(RunCal({"export", Path("out.cal"), "--year", "2026", "-o", Path("back.ics")}).Status,
               kDone);
@@ -246,10 +240,13 @@ TEST_F(ImportKeepsEvents, KeepsTheDescriptionsNoteExactThroughAnExportAndImport)
 // A day or longer has no end a date's clock can tell from its start.
 TEST_F(ImportKeepsEvents, GivesAnEventOfADayOrLongerNoEndAndAShorterOneItsEnd) {
     const CalRun run = Import(
-        Calendar(Event("a", {"DTSTART:20260105T090000", "DURATION:PT24H", "SUMMARY:Hours"}) +
-                 Event("b", {"DTSTART:20260106T090000", "DURATION:P1D", "SUMMARY:Day"}) +
-                 Event("c", {"DTSTART:20260107T090000", "DTEND:20260108T090000", "SUMMARY:Until"}) +
-                 Event("d", {"DTSTART:20260108T090000", "DURATION:PT23H59M", "SUMMARY:Nearly"})),
+        testing::VCalendar(
+            testing::VEvent("a", {"DTSTART:20260105T090000", "DURATION:PT24H", "SUMMARY:Hours"}) +
+            testing::VEvent("b", {"DTSTART:20260106T090000", "DURATION:P1D", "SUMMARY:Day"}) +
+            testing::VEvent("c",
+                            {"DTSTART:20260107T090000", "DTEND:20260108T090000", "SUMMARY:Until"}) +
+            testing::VEvent("d",
+                            {"DTSTART:20260108T090000", "DURATION:PT23H59M", "SUMMARY:Nearly"})),
         2026);
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     const CalendarFileContent content = Imported();

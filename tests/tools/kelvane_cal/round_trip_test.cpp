@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "CalRun.h"
+#include "SameDates.h"
 #include "kelvane_cal/ICalExport.h"
 #include "kelvane_cal/ImportedDates.h"
 
@@ -68,14 +69,6 @@ CalendarFileContent BusyYear() {
     return content;
 }
 
-std::vector<Appointment> ByStartTime(std::vector<Appointment> schedule) {
-    std::stable_sort(schedule.begin(), schedule.end(),
-                     [](const Appointment& a, const Appointment& b) {
-                         return CompareClockTime(a.StartTime, b.StartTime) < 0;
-                     });
-    return schedule;
-}
-
 TEST(RoundTrip, ExportedAndImportedBackGivesEveryTitleActivityAndNote) {
     QTemporaryDir folder;
     const CalendarFileContent original = BusyYear();
@@ -92,17 +85,7 @@ TEST(RoundTrip, ExportedAndImportedBackGivesEveryTitleActivityAndNote) {
 
     const CalendarFileContent back =
         testing::ReadCalendarBytes(testing::ReadBytes(folder.filePath("back.cal")));
-    ASSERT_EQ(back.Dates.size(), original.Dates.size());
-    for (std::size_t i = 0; i < original.Dates.size(); ++i) {
-        const CalendarFileDate& was = original.Dates[i];
-        const CalendarFileDate& is = back.Dates[i];
-        SCOPED_TRACE(QStringLiteral("%1/%2").arg(was.Day).arg(was.Month).toStdString());
-        EXPECT_EQ(is.Month, was.Month);
-        EXPECT_EQ(is.Day, was.Day);
-        EXPECT_EQ(is.Entry.Title, was.Entry.Title);
-        EXPECT_EQ(is.Note, was.Note);
-        EXPECT_EQ(is.Schedule, ByStartTime(was.Schedule));
-    }
+    testing::ExpectSameDates(original, back);
 }
 
 TEST(RoundTrip, ACalendarImportedFromItsOwnExportIntoItselfStaysTheSame) {
