@@ -259,8 +259,7 @@ QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
     const QString reason = DavErrorText(reply.Body);
     // A refusal that names a rule other than the user's rights is about the
     // request itself, such as an event the server will not store.
-    if (reply.Status == 403 && !reason.isEmpty() &&
-        !reason.contains(QStringLiteral("need-privileges"))) {
+    if (reply.Status == 403 && NamesABrokenCondition(reply.Body)) {
         return QStringLiteral("%1: the server refuses this (403): %2").arg(url, reason);
     }
     if (reply.Status == 401 && reply.Anonymous) {

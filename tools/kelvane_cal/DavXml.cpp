@@ -128,6 +128,25 @@ bool ParseMultistatus(const QByteArray& xml, std::vector<DavResource>& resources
     return true;
 }
 
+bool NamesABrokenCondition(const QByteArray& body) {
+    QXmlStreamReader reader(body);
+    if (!reader.readNextStartElement() || reader.name() != QLatin1String("error") ||
+        reader.namespaceUri() != kDav) {
+        return false;
+    }
+    bool named = false;
+    while (reader.readNextStartElement()) {
+        const bool standard = reader.namespaceUri() == kDav || reader.namespaceUri() == kCalDav;
+        const QString name = reader.name().toString();
+        if (standard && name == QLatin1String("need-privileges")) {
+            return false;
+        }
+        named = named || (standard && name != QLatin1String("responsedescription"));
+        reader.skipCurrentElement();
+    }
+    return named && !reader.hasError();
+}
+
 QString DavErrorText(const QByteArray& body) {
     QXmlStreamReader reader(body);
     if (!reader.readNextStartElement() || reader.name() != QLatin1String("error") ||

@@ -29,4 +29,10 @@ bool ParseMultistatus(const QByteArray& xml, std::vector<DavResource>& resources
 // must occur after DTSTART"; empty when the body is no such answer.
 QString DavErrorText(const QByteArray& body);
 
+// Whether a DAV:error names a condition of WebDAV or CalDAV that the request
+// breaks (such as valid-calendar-data), other than the user's rights: a
+// refusal that sending the request again cannot change. A server's own
+// elements (such as a message) name no condition.
+bool NamesABrokenCondition(const QByteArray& body);
+
 }  // namespace kelvane::cal

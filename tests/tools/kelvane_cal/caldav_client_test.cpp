@@ -119,6 +119,28 @@ TEST(DavErrorText, NamesTheConditionsAndTheDescription) {
               QStringLiteral("no-uid-conflict /alice/plan/a.ics"));
 }
 
+// A read-only calendar on a Sabre server (Nextcloud) answers with a message
+// of its own: a matter of rights, not of the event.
+const QByteArray kReadOnlyCalendar = R"(<d:error xmlns:d="DAV:" xmlns:s="http://sabredav.org/ns">)"
+                                     R"(<s:exception>Sabre\DAV\Exception\Forbidden</s:exception>)"
+                                     R"(<s:message>Calendar is read-only</s:message></d:error>)";
+
+TEST(NamesABrokenCondition, OnlyForAStandardConditionOtherThanRights) {
+    EXPECT_TRUE(NamesABrokenCondition(kRefusedEvent));
+    EXPECT_FALSE(NamesABrokenCondition(kReadOnlyCalendar));
+    EXPECT_FALSE(NamesABrokenCondition(R"(<error xmlns="DAV:"><need-privileges/></error>)"));
+    EXPECT_FALSE(NamesABrokenCondition(
+        R"(<error xmlns="DAV:"><responsedescription>No</responsedescription></error>)"));
+    EXPECT_FALSE(NamesABrokenCondition("<html><body>403 Forbidden</body></html>"));
+}
+
+TEST(DescribeFailure, CallsAServersOwnMessageA403OfRights) {
+    EXPECT_EQ(Described(403, {}, kReadOnlyCalendar),
+              QStringLiteral("https://cloud.example.org/dav/alice/plan/: the server forbids this "
+                             "(403); check that the user may write to this calendar; the server "
+                             "says: Calendar is read-only"));
+}
+
 TEST(DavErrorText, IsEmptyForAnyOtherBody) {
     EXPECT_TRUE(DavErrorText("").isEmpty());
     EXPECT_TRUE(DavErrorText("<html><body>403 Forbidden</body></html>").isEmpty());
