@@ -165,6 +165,16 @@ void TakeEndMark(icalcomponent* event, EventShape& shape) {
     }
 }
 
+// Whether a wall-clock time `length` seconds after `local` is on its day.
+bool EndsOnItsDay(const icaltimetype& local, qint64 length) {
+    return local.hour * 3600 + local.minute * 60 + local.second + length < kDay;
+}
+
+ClockTime ClockTimeAfter(const ClockTime& begin, qint64 length) {
+    const qint64 minutes = begin.Hour * 60 + begin.Minute + length / 60;
+    return ClockTime{static_cast<qint16>(minutes / 60), static_cast<qint16>(minutes % 60)};
+}
+
 icaltimetype FirstOfJanuary(int year) {
     icaltimetype date = icaltime_null_date();
     date.year = year;
@@ -455,6 +465,12 @@ void Importer::PlaceTimed(icalcomponent* event, const EventShape& shape,
     }
     ++report_.Occurrences;
     const ClockTime begin{static_cast<qint16>(local.hour), static_cast<qint16>(local.minute)};
+    if (end.Hour >= 0 && CompareClockTime(end, begin) < 0 && shape.Length < kDay &&
+        EndsOnItsDay(local, shape.Length)) {
+        // The clocks went back while it ran: an end before the start would
+        // read as past midnight, so the end keeps the event's length instead.
+        end = ClockTimeAfter(begin, shape.Length);
+    }
     const QString summary = FromIcal(icalcomponent_get_summary(event));
     dates_.AddActivity(local.month, local.day, summary, begin, end);
     AddTimedDescription(event, local, begin, summary);
