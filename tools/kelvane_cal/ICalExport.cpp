@@ -27,11 +27,12 @@ QByteArray DateText(const QDate& date) {
 }
 
 QByteArray FloatingTimeText(const QDate& date, const ClockTime& time) {
-    return DateText(date) + QStringLiteral("T%1%2%3")
-                                .arg(time.Hour, 2, 10, QLatin1Char('0'))
-                                .arg(time.Minute, 2, 10, QLatin1Char('0'))
-                                .arg(0, 2, 10, QLatin1Char('0'))
-                                .toLatin1();
+    return DateText(date) +
+           QStringLiteral("T%1%2")
+               .arg(time.Hour, 2, 10, QLatin1Char('0'))
+               .arg(time.Minute, 2, 10, QLatin1Char('0'))
+               .toLatin1() +
+           "00";
 }
 
 // A DTSTART or DTEND holding a date, marked VALUE=DATE as RFC 5545 wants.
@@ -55,12 +56,12 @@ icalproperty* FloatingTimeProperty(icalproperty_kind kind, const QDate& date,
     return property;
 }
 
-// The seed of a request's UIDs: the one asked for, or the file's name without its folder.
 bool HasEnd(icalcomponent* event) {
     return icalcomponent_get_first_property(event, ICAL_DTEND_PROPERTY) != nullptr ||
            icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY) != nullptr;
 }
 
+// The seed of a request's UIDs: the one asked for, or the file's name without its folder.
 QString UidSeedOf(const ExportRequest& request) {
     return request.UidSeed.isEmpty() ? QFileInfo(request.FileName).fileName() : request.UidSeed;
 }

@@ -17,11 +17,6 @@ QString ExportYears();
 // Reads the year of --year for export and publish; false with the usage problem.
 bool ReadExportYear(const QString& text, int& year, QString& problem);
 
-// Marks an activity that ends when it starts. Such an event has neither DTEND
-// nor DURATION, which RFC 5545 reads as ending at its start; clients refuse an
-// end equal to the start or a DURATION of zero. Without the mark, an event
-// without an end is an activity without an end time.
-
 struct ExportRequest {
     QString FileName;  // the calendar file
     int Year = 0;      // the year the dates are put in

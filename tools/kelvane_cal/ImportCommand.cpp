@@ -38,7 +38,7 @@ const char* const kImportHelp =
     "and nothing is written; any other property libical cannot read is left\n"
     "out with a warning.\n"
     "\n"
-    "  --year YYYY      the year to import (1902 to 9998)\n"
+    "  --year YYYY      the year to import (%1 to %2)\n"
     "  -o, --output OUT.cal\n"
     "                   the file to write; '-' or none for the standard output\n"
     "  --into CAL       start from a copy of calendar file CAL: the dates the\n"
@@ -62,6 +62,11 @@ const char* const kImportHelp =
 // The years libical can count seconds in, with a year to spare at the end.
 constexpr int kFirstYear = 1902;
 constexpr int kLastYear = 9998;
+
+// The help with the years an import takes.
+QByteArray ImportHelp() {
+    return QString::fromLatin1(kImportHelp).arg(kFirstYear).arg(kLastYear).toLatin1();
+}
 
 struct ImportWords {
     QString Input;
@@ -286,7 +291,7 @@ int RunImport(const QStringList& words, const Environment& environment, QTextStr
                        {QStringLiteral("--allow-http"), QString(), false},
                        {QStringLiteral("--timeout"), QString(), true},
                        {QStringLiteral("--ca-file"), QString(), true}},
-                      kImportHelp, arguments, out, err, status)) {
+                      ImportHelp().constData(), arguments, out, err, status)) {
         return status;
     }
     QString problem;

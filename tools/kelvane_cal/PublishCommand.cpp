@@ -36,7 +36,7 @@ const char* const kPublishHelp =
     "reported, left as the server has it, and the exit status is 1. An event the\n"
     "server refuses for good is reported and not sent again until it changes.\n"
     "An activity without an end, or one that ends as it starts, is sent one\n"
-    "minute long, marked so that import reads it back as it was.\n"
+    "second long, marked so that import reads it back as it was.\n"
     "\n"
     "The password comes from --password-file (which only its owner may read),\n"
     "from ~/.netrc, or from the environment variable KELVANE_CALDAV_PASSWORD.\n"
@@ -136,8 +136,8 @@ bool Answered(const DavReply& reply) {
 // that names a condition other than the user's rights (such as Cyrus's
 // "valid-calendar-data: DTEND must occur after DTSTART").
 QString LastingRefusal(const DavReply& reply) {
-    const QString reason = reply.Status == 403 ? DavErrorText(reply.Body) : QString();
-    return reason.contains(QStringLiteral("need-privileges")) ? QString() : reason;
+    return reply.Status == 403 && NamesABrokenCondition(reply.Body) ? DavErrorText(reply.Body)
+                                                                    : QString();
 }
 
 // A refusal of this one event that a later run may get past, such as a 400

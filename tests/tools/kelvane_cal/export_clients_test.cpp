@@ -21,6 +21,7 @@ using testing::DateOf;
 using testing::RunCal;
 
 const QString kCalcurse = QStringLiteral("/usr/bin/calcurse");
+const QString kKhal = QStringLiteral("/usr/bin/khal");
 // Debian's own Python, which python3-icalendar installs into.
 const QString kPython = QStringLiteral("/usr/bin/python3");
 
@@ -158,6 +159,54 @@ TEST_P(ExportReadByClients, CalcurseImportsEveryEventAndSkipsNone) {
     EXPECT_EQ(count.Skipped, 0);
     EXPECT_EQ(count.Appointments, export_.TimedEvents);
     EXPECT_EQ(count.Events, export_.AllDayEvents);
+    // The activity that ends as it starts is one of no length at 12:00.
+    const QString appointments =
+        QString::fromUtf8(testing::ReadBytes(folder_.filePath("data/apts")));
+    const QString day = QStringLiteral("03/15/%1").arg(GetParam(), 4, 10, QLatin1Char('0'));
+    EXPECT_TRUE(appointments.contains(day + " @ 12:00 -> " + day + " @ 12:00|Stand-up"))
+        << appointments.toStdString();
+}
+
+// khal's own settings: one calendar in a folder, dates and times as ISO 8601.
+void WriteKhalConfig(const QString& home) {
+    QDir(home).mkpath(".config/khal");
+    QDir(home).mkpath("calendar");
+    const QString config = QStringLiteral(
+                               "[calendars]\n[[plans]]\npath = %1/calendar\ntype = calendar\n"
+                               "[locale]\ntimeformat = %H:%M\ndateformat = %Y-%m-%d\n"
+                               "longdateformat = %Y-%m-%d\n"
+                               "datetimeformat = %Y-%m-%d %H:%M\n"
+                               "longdatetimeformat = %Y-%m-%d %H:%M\n")
+                               .arg(home);
+    ASSERT_TRUE(testing::WriteBytes(home + "/.config/khal/config", config.toUtf8()));
+}
+
+TEST_P(ExportReadByClients, KhalImportsEveryEventAtItsTime) {
+    if (!QFileInfo(kKhal).isExecutable()) {
+        GTEST_SKIP() << "khal is not installed (scripts/install-deps.sh installs it)";
+    }
+    if (GetParam() == 9999) {
+        // Python's dates end on 31 December 9999: khal fails on any event
+        // that ends after it, such as an all-day event of that day.
+        GTEST_SKIP() << "khal cannot read events that end after the year 9999";
+    }
+    const QString home = folder_.path();
+    WriteKhalConfig(home);
+    const ProgramRun imported =
+        RunProgram(kKhal, {"import", "--batch", "-a", "plans", IcsFile()}, home);
+    ASSERT_TRUE(imported.Started);
+    ASSERT_EQ(imported.Status, 0) << imported.Output.toStdString();
+    EXPECT_EQ(QDir(home + "/calendar").entryList(QDir::Files).size(),
+              export_.AllDayEvents + export_.TimedEvents);
+    const ProgramRun listed =
+        RunProgram(kKhal,
+                   {"list", "--format", "{start-time}-{end-time} {title}", "--day-format", "",
+                    QStringLiteral("%1-03-15").arg(GetParam(), 4, 10, QLatin1Char('0')), "1d"},
+                   home);
+    ASSERT_EQ(listed.Status, 0) << listed.Output.toStdString();
+    EXPECT_TRUE(listed.Output.contains("12:00-12:00 Stand-up")) << listed.Output.toStdString();
+    EXPECT_TRUE(listed.Output.contains(QStringLiteral("09:00-10:00 Ελληνικά")))
+        << listed.Output.toStdString();
 }
 
 TEST_P(ExportReadByClients, PythonIcalendarReadsEveryEventWithoutAProblem) {
