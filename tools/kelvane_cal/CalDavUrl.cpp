@@ -75,14 +75,24 @@ QString UniformPath(const QUrl& url) {
     return path + QLatin1Char('/');
 }
 
-}  // namespace
-
-QString CollectionKey(const QUrl& collection) {
+// The collection's URL in one spelling, with the host as `hostText` gives it.
+QString UniformCollection(const QUrl& collection, const QString& hostText) {
     const QString scheme = collection.scheme().toLower();
     const int port = collection.port(scheme == QLatin1String("https") ? 443 : 80);
     return QStringLiteral("%1://%2:%3%4")
-        .arg(scheme, AddressOfHost(collection.host(QUrl::FullyEncoded)), QString::number(port),
-             UniformPath(collection));
+        .arg(scheme, hostText, QString::number(port), UniformPath(collection));
+}
+
+}  // namespace
+
+QString CollectionKey(const QUrl& collection) {
+    return UniformCollection(collection, AddressOfHost(collection.host(QUrl::FullyEncoded)));
+}
+
+QString CollectionName(const QUrl& collection) {
+    const QString host = collection.host(QUrl::FullyEncoded);
+    return UniformCollection(collection,
+                             IsLoopback(collection.host()) ? AddressOfHost(host) : host.toLower());
 }
 
 bool IsWebAddress(const QString& text) {

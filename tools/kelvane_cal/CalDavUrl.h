@@ -22,13 +22,19 @@ bool IsWebAddress(const QString& text);
 bool CollectionUrl(const QString& text, bool allowHttp, QUrl& url, QString& problem,
                    QTextStream& err);
 
-// The collection as publish knows it, the same for every spelling of its URL:
-// the scheme, the address the host resolves to (the lowest IPv4 address, else
-// the lowest IPv6 one; the name itself when it resolves to none), the port
-// even when it is the default, and the path with its percent-encoding made
-// uniform and one "/" at its end. "http://localhost:8090/alice/plan" gives
-// "http://127.0.0.1:8090/alice/plan/".
+// Where the requests to a collection go, the same for every spelling of its
+// URL: the scheme, the address the host resolves to (the lowest IPv4
+// address, else the lowest IPv6 one; the name itself when it resolves to
+// none), the port even when it is the default, and the path with its
+// percent-encoding made uniform and one "/" at its end.
+// "http://localhost:8090/alice/plan" gives "http://127.0.0.1:8090/alice/plan/".
+// One publish at a time goes there.
 QString CollectionKey(const QUrl& collection);
+
+// The collection as publish remembers it: as CollectionKey, but with the
+// host's name in small letters, as sites that share an address (one server
+// for many names) are apart; only the names of this computer are one.
+QString CollectionName(const QUrl& collection);
 
 // The seconds of --timeout, or the default when it is not given; false with
 // the problem when it is no whole number from 1 to 3600.

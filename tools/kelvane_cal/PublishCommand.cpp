@@ -173,8 +173,8 @@ class Publisher {
           out_(out),
           err_(err),
           // Older versions kept the state under the URL as it was given.
-          state_(environment.StateFolder, CollectionKey(words.Url), SeedOf(words),
-                 words.Url.toString()),
+          state_(environment.StateFolder, CollectionName(words.Url), SeedOf(words),
+                 words.Url.toString(), CollectionKey(words.Url)),
           ownSuffix_(EventUid(SeedOf(words), words.Year, 1, 1, 0).section(QLatin1Char('-'), -1)) {}
 
     int Run();

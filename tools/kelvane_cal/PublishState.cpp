@@ -71,7 +71,7 @@ QString Damaged(const QString& fileName) {
 }  // namespace
 
 PublishState::PublishState(const QString& folder, const QString& url, const QString& seed,
-                           const QString& formerUrl)
+                           const QString& formerUrl, const QString& lockKey)
     : folder_(folder), url_(url), seed_(seed), formerUrl_(formerUrl) {
     const QString base = StateBaseName(url, seed);
     fileName_ = QDir(folder).filePath(base + QStringLiteral(".json"));
@@ -81,7 +81,8 @@ PublishState::PublishState(const QString& folder, const QString& url, const QStr
     formerJournalName_ = QDir(folder).filePath(formerBase + QStringLiteral(".journal"));
     // One run at a time writes to a collection, whatever its seed.
     lockName_ =
-        QDir(folder).filePath(QStringLiteral("caldav-") + Key(url) + QStringLiteral(".lock"));
+        QDir(folder).filePath(QStringLiteral("caldav-") + Key(lockKey.isEmpty() ? url : lockKey) +
+                              QStringLiteral(".lock"));
 }
 
 PublishState::~PublishState() = default;

@@ -25,9 +25,10 @@ class PublishState {
   public:
     // The state of `url` and `seed` in `folder`; empty when none was saved.
     // When none is kept under `url`, one kept under `formerUrl` (the name an
-    // older version gave the collection) is read, and saved under `url`.
+    // older version gave the collection) is read, and saved under `url`. The
+    // lock is taken on `lockKey` (where the requests go), else on `url`.
     PublishState(const QString& folder, const QString& url, const QString& seed,
-                 const QString& formerUrl = QString());
+                 const QString& formerUrl = QString(), const QString& lockKey = QString());
     ~PublishState();
     PublishState(const PublishState&) = delete;
     PublishState& operator=(const PublishState&) = delete;

@@ -76,6 +76,26 @@ TEST(CollectionKey, KeepsOtherPortsPathsAndSchemesApart) {
     EXPECT_NE(Key("http://127.0.0.1:8090/alice/plan%2F/"), key);
 }
 
+std::string Name(const char* url) {
+    return CollectionName(QUrl(QString::fromUtf8(url))).toStdString();
+}
+
+TEST(CollectionName, IsOneForTheNamesOfThisComputer) {
+    const std::string name = "http://127.0.0.1:8090/alice/plan/";
+    EXPECT_EQ(Name("http://localhost:8090/alice/plan"), name);
+    EXPECT_EQ(Name("HTTP://LocalHost:8090/%61lice/plan//"), name);
+    EXPECT_EQ(Name("http://[::ffff:127.0.0.1]:8090/alice/plan/"), name);
+}
+
+// Two sites served from one address must not share what was published to
+// each; the name is taken as it is written, without asking for its address.
+TEST(CollectionName, KeepsTheNameOfAnyOtherHost) {
+    EXPECT_EQ(Name("https://Cloud.Example.org/remote.php/dav/calendars/alice/personal"),
+              "https://cloud.example.org:443/remote.php/dav/calendars/alice/personal/");
+    EXPECT_NE(Name("https://one.example.org/dav/alice/plan/"),
+              Name("https://two.example.org/dav/alice/plan/"));
+}
+
 TEST_F(PublishCollectionTest, AStateIsFoundWhateverTheSpellingOfTheCollection) {
     ASSERT_EQ(Publish().Status, 0);
     const CalRun byName = PublishTo(ByName(url));
