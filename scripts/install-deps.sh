@@ -13,6 +13,7 @@ packages=(
     clang libclang-rt-dev
     radicale nginx
     calcurse khal python3-icalendar
+    cyrus-common cyrus-caldav sasl2-bin curl
     "$@"
 )
 
