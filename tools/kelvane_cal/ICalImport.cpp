@@ -211,7 +211,11 @@ class Importer {
   private:
     bool Failed(const ICalendarReader& reader);
     void NoteMove(icalcomponent* event);
-    void PlaceEvent(icalcomponent* event, int line);
+    // False when the event cannot be placed and the import stops.
+    bool PlaceEvent(icalcomponent* event, int line);
+    // An import that leaves out some of an event's occurrences in the year is
+    // no import of the year.
+    void StopAtARuleCutShort(int line);
     bool ShapeOf(icalcomponent* event, int line, EventShape& shape);
     void TakeEnd(icalproperty* start, icalproperty* end, int line, bool& unknownZone,
                  EventShape& shape);
@@ -300,7 +304,9 @@ bool Importer::PlaceEvents(QIODevice& file) {
                 icalcomponent_get_first_property(component.get(), ICAL_DURATION_PROPERTY) != nullptr
                     ? reader.RawValue("DURATION")
                     : QString();
-            PlaceEvent(component.get(), line);
+            if (!PlaceEvent(component.get(), line)) {
+                return false;
+            }
         }
     }
     textWarnings_ = reader.TextWarnings();
@@ -308,6 +314,14 @@ bool Importer::PlaceEvents(QIODevice& file) {
         tally_.Add(warning + QStringLiteral("; the line is left out"), number);
     }
     return !Failed(reader);
+}
+
+void Importer::StopAtARuleCutShort(int line) {
+    report_.ProblemLine = line;
+    report_.Problem =
+        QStringLiteral("a repeat rule can be followed up to the year %1 only, not in the year %2")
+            .arg(kLastRuleYear)
+            .arg(request_.Year);
 }
 
 bool Importer::ShapeOf(icalcomponent* event, int line, EventShape& shape) {
@@ -379,13 +393,13 @@ void Importer::TakeDuration(icalproperty* duration, int line, EventShape& shape)
     shape.HasLength = true;
 }
 
-void Importer::PlaceEvent(icalcomponent* event, int line) {
+bool Importer::PlaceEvent(icalcomponent* event, int line) {
     if (icalcomponent_get_status(event) == ICAL_STATUS_CANCELLED) {
-        return;
+        return true;
     }
     EventShape shape;
     if (!ShapeOf(event, line, shape)) {
-        return;
+        return true;
     }
     const qint64 from = yearStart_ - kZoneMargin - shape.Length;
     const char* uid = icalcomponent_get_uid(event);
@@ -397,8 +411,14 @@ void Importer::PlaceEvent(icalcomponent* event, int line) {
         isMaster && uid != nullptr ? moved_.constFind(QByteArray(uid)) : moved_.cend();
     const std::vector<icaltimetype>& moved = found != moved_.cend() ? *found : noMoves;
     QStringList problems;
-    const std::vector<icaltimetype> starts = OccurrencesBetween(
-        event, shape.Start, zones_, moved, from, nextYearStart_ - 1 + kZoneMargin, problems);
+    bool cutShort = false;
+    const std::vector<icaltimetype> starts =
+        OccurrencesBetween(event, shape.Start, zones_, moved, from,
+                           nextYearStart_ - 1 + kZoneMargin, problems, cutShort);
+    if (cutShort) {
+        StopAtARuleCutShort(line);
+        return false;
+    }
     for (const QString& problem : problems) {
         tally_.Add(problem, line);
     }
@@ -411,6 +431,7 @@ void Importer::PlaceEvent(icalcomponent* event, int line) {
             break;
         }
     }
+    return true;
 }
 
 bool Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start,

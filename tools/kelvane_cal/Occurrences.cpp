@@ -53,9 +53,8 @@ bool RepeatsDailyOrLess(icalrecurrencetype_frequency frequency) {
            frequency == ICAL_MONTHLY_RECURRENCE || frequency == ICAL_YEARLY_RECURRENCE;
 }
 
-// libical follows no rule past the year 2582, and counts days before 1583
-// by the Julian calendar; a rule is followed between these years only.
-constexpr int kLastRuleYear = 2582;
+// libical counts days before 1583 by the Julian calendar; a rule is
+// followed from this year on only, and up to kLastRuleYear.
 constexpr int kFirstRuleYear = 1600;
 // The Gregorian calendar repeats itself, weekdays and leap days, every 400 years.
 constexpr qint64 kDaysIn400Years = 146097;
@@ -134,6 +133,8 @@ icaltimetype MovedByDays(icaltimetype time, qint64 days) {
 struct RuleFrame {
     icaltimetype Start;
     qint64 DaysBack = 0;
+    // Whether the start was brought up to the window already.
+    bool StartIsNear = false;
 };
 
 icaltimetype LastDayLibicalFollows() {
@@ -176,14 +177,14 @@ int OccurrencesInACycle(icalrecurrencetype rule, icaltimetype start, qint64 cycl
     return found;
 }
 
-// The frame in which libical can follow a rule over the window ending at
-// `windowEnd`, starting no later than `near`: past the year libical stops at,
-// the rule is moved back by whole cycles, and its start forward by whole
-// cycles, up to the window; a count then counts what is left of it. False,
-// leaving the rule where it is, when there is no such frame; `none` when the
-// count ends before `near`.
-bool FrameFor(icalrecurrencetype& rule, const icaltimetype& start, const icaltimetype& near,
-              const icaltimetype& windowEnd, RuleFrame& frame, bool& none) {
+// The frame in which libical can follow a rule with a count over the window
+// ending at `windowEnd`, starting no later than `near`: the rule is moved
+// back by whole cycles, and its start forward by whole cycles, up to the
+// window; the count then counts what is left of it. False, leaving the rule
+// where it is, when there is no such frame; `none` when the count ends
+// before `near`.
+bool CycleFrameFor(icalrecurrencetype& rule, const icaltimetype& start, const icaltimetype& near,
+                   const icaltimetype& windowEnd, RuleFrame& frame, bool& none) {
     frame = {start, 0};
     none = false;
     const qint64 cycle = RuleCycleDays(rule);
@@ -212,11 +213,103 @@ bool FrameFor(icalrecurrencetype& rule, const icaltimetype& start, const icaltim
     return true;
 }
 
-QString FollowedUpToTheLastYear() {
-    return QStringLiteral(
-               "a repeat rule could be followed up to the year %1 only; its later occurrences "
-               "are left out")
-        .arg(kLastRuleYear);
+// One interval of a rule that repeats daily or less often: whole months, or
+// whole days.
+struct RuleStep {
+    qint64 Months = 0;
+    qint64 Days = 0;
+};
+
+RuleStep StepOf(const icalrecurrencetype& rule) {
+    const qint64 interval = std::max<qint64>(rule.interval, 1);
+    switch (rule.freq) {
+        case ICAL_YEARLY_RECURRENCE:
+            return {12 * interval, 0};
+        case ICAL_MONTHLY_RECURRENCE:
+            return {interval, 0};
+        case ICAL_WEEKLY_RECURRENCE:
+            return {0, 7 * interval};
+        default:
+            return {0, interval};
+    }
+}
+
+// `start` moved forward by `steps` intervals, at the same time of day; false
+// when that month has no such day (a 31st, or 29 February).
+bool MovedBySteps(const icaltimetype& start, const RuleStep& step, qint64 steps,
+                  icaltimetype& moved) {
+    if (step.Days != 0) {
+        moved = MovedByDays(start, steps * step.Days);
+        return true;
+    }
+    const QDate month =
+        QDate(start.year, start.month, 1).addMonths(static_cast<int>(steps * step.Months));
+    if (start.day > month.daysInMonth()) {
+        return false;
+    }
+    moved = start;
+    moved.year = month.year();
+    moved.month = month.month();
+    return true;
+}
+
+// The most whole intervals after which `start` and one more interval are
+// still before `near`: the start's own period, which lacks the occurrences
+// before it, and the start itself, which libical gives even where the rule
+// does not match, then fall before the window.
+qint64 StepsBefore(const icaltimetype& start, const RuleStep& step, const icaltimetype& near) {
+    if (step.Days != 0) {
+        return (DayNumber(near) - DayNumber(start)) / step.Days - 1;
+    }
+    const qint64 months =
+        (qint64{near.year} * 12 + near.month) - (qint64{start.year} * 12 + start.month) - 1;
+    return months / step.Months - 1;
+}
+
+// The fewest days by which a whole rule, start and window alike, can be moved
+// and stay the same rule: its step is kept as the start moves with it.
+qint64 CalendarCycleDays(const icalrecurrencetype& rule) {
+    if (FollowsTheCalendar(rule)) {
+        return kDaysIn400Years;
+    }
+    return rule.freq == ICAL_WEEKLY_RECURRENCE || HasParts(rule.by_day) ? 7 : 1;
+}
+
+// The frame in which libical can follow a rule without a count over the
+// window ending at `windowEnd`: its start moved forward by whole intervals of
+// the rule to just before `near`, on a day that exists, then start and window
+// moved back alike by whole cycles of the calendar into the years libical
+// follows. False when there is no such frame.
+bool StepFrameFor(const icalrecurrencetype& rule, const icaltimetype& start,
+                  const icaltimetype& near, const icaltimetype& windowEnd, RuleFrame& frame) {
+    if (rule.count != 0 || !RepeatsDailyOrLess(rule.freq) || rule.rscale != nullptr) {
+        return false;
+    }
+    const RuleStep step = StepOf(rule);
+    icaltimetype movedStart = start;
+    for (qint64 steps = StepsBefore(start, step, near); steps > 0; --steps) {
+        if (MovedBySteps(start, step, steps, movedStart)) {
+            break;
+        }
+    }
+    const qint64 cycle = CalendarCycleDays(rule);
+    const qint64 pastLastDay = DayNumber(windowEnd) - DayNumber(LastDayLibicalFollows());
+    const qint64 daysBack = std::max<qint64>((pastLastDay + cycle - 1) / cycle, 0) * cycle;
+    movedStart = MovedByDays(movedStart, -daysBack);
+    if (movedStart.year < kFirstRuleYear) {
+        return false;
+    }
+    frame = {movedStart, daysBack, true};
+    return true;
+}
+
+// The frame in which libical follows a rule over the window ending at
+// `windowEnd`, past the year it stops at; see StepFrameFor and CycleFrameFor.
+bool FrameFor(icalrecurrencetype& rule, const icaltimetype& start, const icaltimetype& near,
+              const icaltimetype& windowEnd, RuleFrame& frame, bool& none) {
+    none = false;
+    return StepFrameFor(rule, start, near, windowEnd, frame) ||
+           CycleFrameFor(rule, start, near, windowEnd, frame, none);
 }
 
 // An iterator over `rule` from `start`, brought to `near` when the rule
@@ -235,14 +328,52 @@ RecurIteratorPtr IteratorNear(const icalrecurrencetype& rule, const icaltimetype
     return iterator;
 }
 
-void ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, qint64 to,
+// libical carries a time it moved out of the spring gap on to the later
+// occurrences; those of a rule without hours, minutes or seconds of its own
+// are at DTSTART's clock time, which TimeKey then reads as RFC 5545 wants.
+bool KeepsTheClockOfTheStart(const icalrecurrencetype& rule, const icaltimetype& start) {
+    return !start.is_date && RepeatsDailyOrLess(rule.freq) && !HasParts(rule.by_hour) &&
+           !HasParts(rule.by_minute) && !HasParts(rule.by_second);
+}
+
+icaltimetype AtTheClockOf(icaltimetype time, const icaltimetype& start) {
+    time.hour = start.hour;
+    time.minute = start.minute;
+    time.second = start.second;
+    return time;
+}
+
+// Hands the occurrences of `iterator` to `collector`, moved forward by the
+// frame's days. The steps taken, or -1 when it was cut short.
+int Follow(icalrecur_iterator* iterator, const icalrecurrencetype& rule, const icaltimetype& start,
+           qint64 daysForward, Collector& collector, QStringList& warnings) {
+    const bool keepsClock = KeepsTheClockOfTheStart(rule, start);
+    int steps = 0;
+    for (icaltimetype next = icalrecur_iterator_next(iterator); !icaltime_is_null_time(next);
+         next = icalrecur_iterator_next(iterator)) {
+        if (++steps > kMostRuleSteps) {
+            warnings << QStringLiteral("a repeat rule was followed for %1 steps only")
+                            .arg(kMostRuleSteps);
+            return -1;
+        }
+        const icaltimetype occurrence = keepsClock ? AtTheClockOf(next, start) : next;
+        if (!collector.Take(MovedByDays(occurrence, daysForward))) {
+            return -1;
+        }
+    }
+    return steps;
+}
+
+// False when the rule has occurrences in the window past the last year
+// libical follows that no frame brings into reach.
+bool ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, qint64 to,
                 Collector& collector, QStringList& warnings) {
     icalrecurrencetype rule = icalproperty_get_rrule(property);
     // libical steps such a rule second by second even where its BY parts
     // never match, which can take minutes; no day planner needs one.
     if (rule.freq == ICAL_SECONDLY_RECURRENCE || rule.freq == ICAL_MINUTELY_RECURRENCE) {
         warnings << QStringLiteral("a rule that repeats every minute or second is not followed");
-        return;
+        return true;
     }
     // Ending the rule with the window ends a rule that never matches, too.
     const icaltimetype windowEnd = TimeAtKey(to, start);
@@ -250,10 +381,7 @@ void ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
         (icaltime_is_null_time(rule.until) || icaltime_compare(rule.until, windowEnd) > 0)) {
         rule.until = windowEnd;
     }
-    icaltimetype near = TimeAtKey(from - 2 * kDay, start);
-    near.hour = start.hour;
-    near.minute = start.minute;
-    near.second = start.second;
+    const icaltimetype near = AtTheClockOf(TimeAtKey(from - 2 * kDay, start), start);
     // Past the last year libical follows, the rule is followed in a frame
     // that is; failing that, as far as libical goes.
     RuleFrame frame{start, 0};
@@ -261,39 +389,25 @@ void ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
     const bool pastLibical = windowEnd.year > kLastRuleYear;
     const bool moved = pastLibical && FrameFor(rule, start, near, windowEnd, frame, none);
     if (none) {
-        return;
+        return true;
     }
     rule.until = MovedByDays(rule.until, -frame.DaysBack);
-    RecurIteratorPtr iterator = IteratorNear(rule, frame.Start, MovedByDays(near, -frame.DaysBack),
-                                             TimeKey(start) >= from - 2 * kDay);
+    RecurIteratorPtr iterator =
+        IteratorNear(rule, frame.Start, MovedByDays(near, -frame.DaysBack),
+                     frame.StartIsNear || TimeKey(start) >= from - 2 * kDay);
     if (iterator == nullptr) {
         warnings << QStringLiteral("a repeat rule libical cannot follow is left out");
-        return;
+        return true;
     }
-    int steps = 0;
-    bool ranOut = true;
-    for (icaltimetype next = icalrecur_iterator_next(iterator.get()); !icaltime_is_null_time(next);
-         next = icalrecur_iterator_next(iterator.get())) {
-        if (++steps > kMostRuleSteps) {
-            warnings << QStringLiteral("a repeat rule was followed for %1 steps only")
-                            .arg(kMostRuleSteps);
-            return;
-        }
-        if (!collector.Take(MovedByDays(next, frame.DaysBack))) {
-            ranOut = false;
-            break;
-        }
-    }
-    // libical ends a rule at its last year as if it were done.
-    if (pastLibical && !moved && ranOut && (rule.count == 0 || steps < rule.count)) {
-        warnings << FollowedUpToTheLastYear();
-    }
+    const int steps = Follow(iterator.get(), rule, start, frame.DaysBack, collector, warnings);
     if (collector.Full()) {
         warnings << QStringLiteral(
                         "a repeat rule gives more than %1 occurrences; the rest are "
                         "left out")
                         .arg(kMostOccurrences);
     }
+    // libical ends a rule at its last year as if it were done.
+    return !pastLibical || moved || steps < 0 || (rule.count != 0 && steps >= rule.count);
 }
 
 }  // namespace
@@ -361,13 +475,14 @@ icaltimetype TimeAtKey(qint64 key, const icaltimetype& start) {
 std::vector<icaltimetype> OccurrencesBetween(icalcomponent* event, const icaltimetype& start,
                                              const ZoneBook& zones,
                                              const std::vector<icaltimetype>& moved, qint64 from,
-                                             qint64 to, QStringList& warnings) {
+                                             qint64 to, QStringList& warnings, bool& cutShort) {
     Collector collector(start, from, to);
     bool unknownZone = false;
+    cutShort = false;
     collector.Take(start);
     for (icalproperty* rule = icalcomponent_get_first_property(event, ICAL_RRULE_PROPERTY);
          rule != nullptr; rule = icalcomponent_get_next_property(event, ICAL_RRULE_PROPERTY)) {
-        ExpandRule(rule, start, from, to, collector, warnings);
+        cutShort = !ExpandRule(rule, start, from, to, collector, warnings) || cutShort;
     }
     for (icalproperty* date = icalcomponent_get_first_property(event, ICAL_RDATE_PROPERTY);
          date != nullptr; date = icalcomponent_get_next_property(event, ICAL_RDATE_PROPERTY)) {

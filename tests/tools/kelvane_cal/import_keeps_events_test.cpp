@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QDate>
+#include <QFileInfo>
 
 #include "CalRun.h"
 
@@ -130,17 +131,27 @@ TEST_F(ImportKeepsEvents, ExpandsACountedRuleInTheYearsLibicalStopsBefore) {
     EXPECT_EQ(Find(Imported(), 12, 31)->Entry.Title.Trimmed(), "Month end");
 }
 
-// Every seventh month comes back to the same months only after 2800 years.
-TEST_F(ImportKeepsEvents, SaysSoWhenARuleCannotBeFollowedPastTheYearsLibicalFollows) {
-    const CalRun run = Import(testing::VCalendar(testing::VEvent(
-                                  "a", {"DTSTART:20260131T100000", "RRULE:FREQ=MONTHLY;INTERVAL=7",
-                                        "SUMMARY:Seventh month"})),
-                              2800);
-    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
-    EXPECT_TRUE(
-        run.Err.contains("line 4: a repeat rule could be followed up to the year 2582 "
-                         "only; its later occurrences are left out"))
-        << run.Err.toStdString();
+// Every seventh month comes back to the same months only after 2800 years,
+// and a count must be counted from the start; libical stops in 2582.
+TEST_F(ImportKeepsEvents, StopsWhenARuleCannotBeFollowedPastTheYearsLibicalFollows) {
+    const auto seventhMonth = [](int count) {
+        return testing::VCalendar(testing::VEvent(
+            "a", {"DTSTART:20260131T100000",
+                  QStringLiteral("RRULE:FREQ=MONTHLY;INTERVAL=7;COUNT=%1").arg(count),
+                  "SUMMARY:Seventh month"}));
+    };
+    const CalRun run = Import(seventhMonth(2000), 3001);
+    EXPECT_EQ(run.Status, kFileProblem);
+    EXPECT_EQ(run.Err, "kelvane-cal: " + Path("in.ics") +
+                           ": line 4: a repeat rule can be followed up to the year 2582 only, "
+                           "not in the year 3001; nothing was written\n");
+    EXPECT_FALSE(QFileInfo::exists(Path("out.cal")));
+
+    // A count that ends before 2582 is followed to its end.
+    const CalRun ended = Import(seventhMonth(10), 3001);
+    ASSERT_EQ(ended.Status, kDone) << ended.Err.toStdString();
+    EXPECT_FALSE(ended.Err.contains("warning")) << ended.Err.toStdString();
+    EXPECT_TRUE(Imported().Dates.empty());
 }
 
 TEST_F(ImportKeepsEvents, ReadsATimeInTheSpringGapWithTheOffsetBeforeIt) {
