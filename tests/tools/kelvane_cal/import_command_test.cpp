@@ -301,10 +301,11 @@ TEST_F(ImportCommand, SaysSoForLinesThatEndInCarriageReturnsAlone) {
 
 // The first bytes of a program: a CR among them makes no file of CR line ends.
 TEST_F(ImportCommand, SaysABinaryFileIsNoICalendarFile) {
-    const QByteArray binary(
+    // The start of a program, with a CR and a CR LF among its bytes.
+    static const char kProgram[] =
         "\x7f"
-        "ELF\x02\x01\x01\x00\x00\x00\r\x00\x03\x00>\x00\x01\xf0=\r\n\x00@",
-        26);
+        "ELF\x02\x01\x01\x00\x00\x00\r\x00\x03\x00>\x00\x01\xf0=\r\n\x00@";
+    const QByteArray binary(kProgram, sizeof kProgram - 1);
     ASSERT_TRUE(testing::WriteBytes(Path("program"), binary));
     const CalRun run = RunCal({"import", Path("program"), "--year", "2026", "-o", Path("out.cal")});
     EXPECT_EQ(run.Status, kFileProblem);
