@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QDate>
+
 #include <QFileInfo>
+#include <list>
 
 #include "CalRun.h"
 
@@ -35,6 +37,10 @@ class ImportKeepsEvents : public ::testing::Test {
     CalendarFileContent Imported() const {
         return testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
     }
+    // The date of the last import, or nullptr; it stays for the whole test.
+    const CalendarFileDate* ImportedDate(int month, int day) {
+        return Find(kept_.emplace_back(Imported()), month, day);
+    }
     // The imported dates of `year` as "d/M".
     QStringList ImportedDays() const {
         QStringList days;
@@ -45,6 +51,7 @@ class ImportKeepsEvents : public ::testing::Test {
     }
 
     QTemporaryDir folder_;
+    std::list<CalendarFileContent> kept_;
 };
 
 template <typename Test>
@@ -86,7 +93,7 @@ TEST_F(ImportKeepsEvents, ExpandsRepeatingEventsInTheYearsLibicalStopsBefore) {
         while (firstMonday.dayOfWeek() != Qt::Monday) {
             firstMonday = firstMonday.addDays(1);
         }
-        const CalendarFileDate* monday = Find(Imported(), 1, firstMonday.day());
+        const CalendarFileDate* monday = ImportedDate(1, firstMonday.day());
         ASSERT_NE(monday, nullptr);
         ASSERT_EQ(monday->Schedule.size(), 1u);
         EXPECT_EQ(monday->Schedule[0].StartTime, (ClockTime{9, 0}));
@@ -127,8 +134,8 @@ TEST_F(ImportKeepsEvents, ExpandsACountedRuleInTheYearsLibicalStopsBefore) {
     EXPECT_EQ(ImportedDays(), DaysOfYear(2775, [](const QDate& date) {
                   return date.dayOfWeek() == Qt::Thursday || date.day() == date.daysInMonth();
               }));
-    ASSERT_NE(Find(Imported(), 12, 31), nullptr);
-    EXPECT_EQ(Find(Imported(), 12, 31)->Entry.Title.Trimmed(), "Month end");
+    ASSERT_NE(ImportedDate(12, 31), nullptr);
+    EXPECT_EQ(ImportedDate(12, 31)->Entry.Title.Trimmed(), "Month end");
 }
 
 // Every seventh month comes back to the same months only after 2800 years,
@@ -159,14 +166,14 @@ TEST_F(ImportKeepsEvents, ReadsATimeInTheSpringGapWithTheOffsetBeforeIt) {
         testing::VEvent("gap", {"DTSTART;TZID=Europe/Berlin:20240331T023000",
                                 "DTEND;TZID=Europe/Berlin:20240331T040000", "SUMMARY:Gap"}));
     ASSERT_EQ(Import(lines, 2024).Status, kDone);
-    const CalendarFileDate* inUtc = Find(Imported(), 3, 31);
+    const CalendarFileDate* inUtc = ImportedDate(3, 31);
     ASSERT_NE(inUtc, nullptr);
     ASSERT_EQ(inUtc->Schedule.size(), 1u);
     EXPECT_EQ(inUtc->Schedule[0].StartTime, (ClockTime{1, 30}));
     EXPECT_EQ(inUtc->Schedule[0].EndTime, (ClockTime{2, 0}));
 
     ASSERT_EQ(Import(lines, 2024, "Europe/Berlin").Status, kDone);
-    const CalendarFileDate* inBerlin = Find(Imported(), 3, 31);
+    const CalendarFileDate* inBerlin = ImportedDate(3, 31);
     ASSERT_NE(inBerlin, nullptr);
     ASSERT_EQ(inBerlin->Schedule.size(), 1u);
     EXPECT_EQ(inBerlin->Schedule[0].StartTime, (ClockTime{3, 30}));
@@ -180,7 +187,7 @@ TEST_F(ImportKeepsEvents, ReadsATimeTheAutumnShowsTwiceAsTheFirst) {
         testing::VEvent("daily", {"DTSTART;TZID=Europe/Berlin:20241020T023000",
                                   "RRULE:FREQ=DAILY;COUNT=10", "SUMMARY:Daily"}));
     ASSERT_EQ(Import(lines, 2024).Status, kDone);
-    const CalendarFileDate* inUtc = Find(Imported(), 10, 27);
+    const CalendarFileDate* inUtc = ImportedDate(10, 27);
     ASSERT_NE(inUtc, nullptr);
     ASSERT_EQ(inUtc->Schedule.size(), 2u);
     EXPECT_EQ(inUtc->Schedule[0].StartTime, (ClockTime{0, 30}));
@@ -189,7 +196,7 @@ TEST_F(ImportKeepsEvents, ReadsATimeTheAutumnShowsTwiceAsTheFirst) {
 
     ASSERT_EQ(Import(lines, 2024, "Europe/Berlin").Status, kDone);
     for (int day = 20; day <= 29; ++day) {
-        const CalendarFileDate* inBerlin = Find(Imported(), 10, day);
+        const CalendarFileDate* inBerlin = ImportedDate(10, day);
         ASSERT_NE(inBerlin, nullptr) << day;
         EXPECT_EQ(inBerlin->Schedule[0].StartTime, (ClockTime{2, 30})) << day;
     }
@@ -243,7 +250,7 @@ TEST_F(ImportKeepsEvents, KeepsTheDescriptionsNoteExactThroughAnExportAndImport)
                   .Status,
               kDone);
     EXPECT_EQ(testing::ReadBytes(Path("merged.cal")), first);
-    const CalendarFileDate* tenth = Find(Imported(), 3, 10);
+    const CalendarFileDate* tenth = ImportedDate(3, 10);
     ASSERT_NE(tenth, nullptr);
     EXPECT_EQ(tenth->Note, "10:00 Meeting: agenda");
 }
