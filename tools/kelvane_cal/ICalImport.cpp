@@ -486,10 +486,11 @@ void Importer::PlaceTimed(icalcomponent* event, const EventShape& shape,
     }
     ++report_.Occurrences;
     const ClockTime begin{static_cast<qint16>(local.hour), static_cast<qint16>(local.minute)};
-    if (end.Hour >= 0 && CompareClockTime(end, begin) < 0 && shape.Length < kDay &&
-        EndsOnItsDay(local, shape.Length)) {
+    if (end.Hour >= 0 && shape.Length > 0 && CompareClockTime(end, begin) <= 0 &&
+        shape.Length < kDay && EndsOnItsDay(local, shape.Length)) {
         // The clocks went back while it ran: an end before the start would
-        // read as past midnight, so the end keeps the event's length instead.
+        // read as past midnight, one at the start as no length, so the end
+        // keeps the event's length instead.
         end = ClockTimeAfter(begin, shape.Length);
     }
     const QString summary = FromIcal(icalcomponent_get_summary(event));
