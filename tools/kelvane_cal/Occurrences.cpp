@@ -10,6 +10,8 @@ namespace kelvane::cal {
 namespace {
 
 constexpr qint64 kDay = 24 * 60 * 60;
+// QDate(1970, 1, 1).toJulianDay()
+constexpr qint64 kJulianDayOf1970 = 2440588;
 
 // The start of the day a date or time falls on, in its own zone.
 qint64 DayKey(const icaltimetype& time) {
@@ -410,12 +412,26 @@ bool ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
     return !pastLibical || moved || steps < 0 || (rule.count != 0 && steps >= rule.count);
 }
 
+// The fields of `time` as seconds since 1970 as if in UTC. Counted from the
+// day number, as libical's own conversion stops at 1902; fields past their
+// range (a 32nd day, a 24th hour) run on into the next.
+qint64 WallClockSeconds(const icaltimetype& time) {
+    if (icaltime_is_null_time(time)) {
+        return 0;
+    }
+    const qint64 months = qint64{time.year} * 12 + time.month - 1;
+    const qint64 year = months >= 0 ? months / 12 : (months - 11) / 12;
+    const QDate firstOfMonth(static_cast<int>(year), static_cast<int>(months - year * 12 + 1), 1);
+    const qint64 days = firstOfMonth.toJulianDay() - kJulianDayOf1970 + time.day - 1;
+    const qint64 seconds =
+        time.is_date ? 0 : qint64{time.hour} * 3600 + qint64{time.minute} * 60 + time.second;
+    return days * kDay + seconds;
+}
+
 }  // namespace
 
 qint64 TimeKey(const icaltimetype& time) {
-    icaltimetype floating = time;
-    floating.zone = nullptr;
-    const qint64 wallClock = static_cast<qint64>(icaltime_as_timet(floating));
+    const qint64 wallClock = WallClockSeconds(time);
     if (time.is_date || time.zone == nullptr) {
         return wallClock;
     }

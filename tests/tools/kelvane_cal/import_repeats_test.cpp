@@ -44,19 +44,32 @@ class ImportRepeats : public ::testing::Test {
         }
         return times;
     }
+    // The dates that have content, as "d/M".
+    QStringList ImportedDays() const {
+        QStringList days;
+        for (const CalendarFileDate& date : Imported().Dates) {
+            days << QStringLiteral("%1/%2").arg(date.Day).arg(date.Month);
+        }
+        return days;
+    }
 
     QTemporaryDir folder_;
 };
 
-// The days of `year` on which `occurs` holds, as "d/M 10:00".
-QStringList DaysAtTen(int year, const std::function<bool(const QDate&)>& occurs) {
+// The days of `year` on which `occurs` holds, as "d/M" and `clock` after it.
+QStringList DaysAt(int year, const QString& clock,
+                   const std::function<bool(const QDate&)>& occurs) {
     QStringList days;
     for (QDate date(year, 1, 1); date.year() == year; date = date.addDays(1)) {
         if (occurs(date)) {
-            days << date.toString("d/M") + " 10:00";
+            days << date.toString("d/M") + clock;
         }
     }
     return days;
+}
+
+QStringList DaysAtTen(int year, const std::function<bool(const QDate&)>& occurs) {
+    return DaysAt(year, " 10:00", occurs);
 }
 
 qint64 MonthsBetween(const QDate& from, const QDate& to) {
@@ -123,6 +136,62 @@ TEST_F(ImportRepeats, KeepsTheClockTimeOfTheStartAfterTheSpringGap) {
                                "RRULE:FREQ=DAILY;UNTIL=20240312T000000Z", "SUMMARY:Daily"};
     ASSERT_EQ(Import(daily, 2024).Status, kDone);
     EXPECT_EQ(ImportedTimes(), QStringList({"9/3 07:30", "10/3 07:30", "11/3 06:30"}));
+}
+
+struct EarlyRule {
+    const char* what;
+    QStringList properties;
+    std::function<bool(const QDate&)> occurs;
+};
+
+// libical counts seconds from 1970 only back to 1902; a rule that starts
+// earlier still has its occurrences in the years after.
+TEST_F(ImportRepeats, FollowsRulesThatStartBefore1902) {
+    const std::vector<EarlyRule> rules = {
+        {"daily from 1901",
+         {"DTSTART:19011214T100000", "RRULE:FREQ=DAILY"},
+         [](const QDate&) { return true; }},
+        {"weekly on Mondays from 1800",
+         {"DTSTART:18000828T100000", "RRULE:FREQ=WEEKLY;BYDAY=MO"},
+         [](const QDate& date) { return date.dayOfWeek() == Qt::Monday; }},
+        {"monthly on the 3rd from 1753",
+         {"DTSTART:17530828T100000", "RRULE:FREQ=MONTHLY;BYMONTHDAY=3"},
+         [](const QDate& date) { return date.day() == 3; }},
+    };
+    for (const EarlyRule& rule : rules) {
+        for (int year : {1902, 1903, 1950, 1969}) {
+            SCOPED_TRACE(QStringLiteral("%1 in %2").arg(rule.what).arg(year).toStdString());
+            const CalRun run = Import(rule.properties + QStringList{"SUMMARY:Early"}, year);
+            ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+            EXPECT_EQ(ImportedTimes(), DaysAtTen(year, rule.occurs));
+        }
+    }
+}
+
+TEST_F(ImportRepeats, FollowsAllDayRulesThatStartBefore1902) {
+    const QStringList mondays = {"DTSTART;VALUE=DATE:18000828", "RRULE:FREQ=WEEKLY;BYDAY=MO",
+                                 "SUMMARY:Early"};
+    for (int year : {1902, 1950, 1969}) {
+        SCOPED_TRACE(year);
+        ASSERT_EQ(Import(mondays, year).Status, kDone);
+        EXPECT_EQ(ImportedDays(), DaysAt(year, "", [](const QDate& date) {
+                      return date.dayOfWeek() == Qt::Monday;
+                  }));
+    }
+}
+
+// The zone's offsets before 1902 are read too, for the start of the rule.
+TEST_F(ImportRepeats, FollowsAZonedRuleThatStartsBefore1902) {
+    const QStringList birthday = {"DTSTART;TZID=Europe/Berlin:18500315T100000",
+                                  "DTEND;TZID=Europe/Berlin:18500315T110000", "RRULE:FREQ=YEARLY",
+                                  "SUMMARY:Birthday"};
+    for (int year : {1950, 2024}) {
+        SCOPED_TRACE(year);
+        ASSERT_EQ(Import(birthday, year, "Europe/Berlin").Status, kDone);
+        EXPECT_EQ(ImportedTimes(), QStringList({"15/3 10:00"}));
+        ASSERT_EQ(Import(birthday, year).Status, kDone);
+        EXPECT_EQ(ImportedTimes(), QStringList({"15/3 09:00"}));
+    }
 }
 
 }  // namespace
