@@ -55,9 +55,10 @@ bool RepeatsDailyOrLess(icalrecurrencetype_frequency frequency) {
            frequency == ICAL_MONTHLY_RECURRENCE || frequency == ICAL_YEARLY_RECURRENCE;
 }
 
-// libical counts days before 1583 by the Julian calendar; a rule is
-// followed from this year on only, and up to kLastRuleYear.
-constexpr int kFirstRuleYear = 1600;
+// libical counts every fourth year up to 1752 as a leap year, 1700 too, so
+// the days it steps across 1700 come out one off; a rule is followed from
+// this year on only, and up to kLastRuleYear.
+constexpr int kFirstRuleYear = 1753;
 // The Gregorian calendar repeats itself, weekdays and leap days, every 400 years.
 constexpr qint64 kDaysIn400Years = 146097;
 
@@ -123,9 +124,13 @@ qint64 DayNumber(const icaltimetype& time) {
     return QDate(time.year, time.month, time.day).toJulianDay();
 }
 
+// By the Gregorian calendar: libical's own adjustment takes 1700 for a leap year.
 icaltimetype MovedByDays(icaltimetype time, qint64 days) {
     if (days != 0 && !icaltime_is_null_time(time)) {
-        icaltime_adjust(&time, static_cast<int>(days), 0, 0, 0);
+        const QDate moved = QDate(time.year, time.month, time.day).addDays(days);
+        time.year = moved.year();
+        time.month = moved.month();
+        time.day = moved.day();
     }
     return time;
 }
@@ -148,9 +153,13 @@ icaltimetype LastDayLibicalFollows() {
 }
 
 // How many times the rule occurs in one cycle of `cycle` days from `start`,
-// with its start moved back whole cycles into the years libical follows;
+// with its start moved by whole cycles into the years libical follows;
 // -1 when it cannot be counted.
 int OccurrencesInACycle(icalrecurrencetype rule, icaltimetype start, qint64 cycle) {
+    const qint64 firstDay = QDate(kFirstRuleYear, 1, 1).toJulianDay();
+    if (DayNumber(start) < firstDay) {
+        start = MovedByDays(start, (firstDay - DayNumber(start) + cycle - 1) / cycle * cycle);
+    }
     const qint64 lastDay = DayNumber(LastDayLibicalFollows());
     if (DayNumber(start) + cycle > lastDay) {
         start =
@@ -193,8 +202,8 @@ bool CycleFrameFor(icalrecurrencetype& rule, const icaltimetype& start, const ic
     if (cycle == 0) {
         return false;
     }
-    const qint64 cyclesBack =
-        (DayNumber(windowEnd) - DayNumber(LastDayLibicalFollows()) + cycle - 1) / cycle;
+    const qint64 pastLastDay = DayNumber(windowEnd) - DayNumber(LastDayLibicalFollows());
+    const qint64 cyclesBack = std::max<qint64>((pastLastDay + cycle - 1) / cycle, 0);
     const qint64 cyclesForward = std::max<qint64>(DayNumber(near) - DayNumber(start), 0) / cycle;
     const icaltimetype movedStart = MovedByDays(start, (cyclesForward - cyclesBack) * cycle);
     if (movedStart.year < kFirstRuleYear) {
@@ -384,12 +393,13 @@ bool ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
         rule.until = windowEnd;
     }
     const icaltimetype near = AtTheClockOf(TimeAtKey(from - 2 * kDay, start), start);
-    // Past the last year libical follows, the rule is followed in a frame
-    // that is; failing that, as far as libical goes.
+    // Outside the years libical follows well, the rule is followed in a
+    // frame within them; failing that, as far as libical goes.
     RuleFrame frame{start, 0};
     bool none = false;
     const bool pastLibical = windowEnd.year > kLastRuleYear;
-    const bool moved = pastLibical && FrameFor(rule, start, near, windowEnd, frame, none);
+    const bool framed = pastLibical || start.year < kFirstRuleYear;
+    const bool moved = framed && FrameFor(rule, start, near, windowEnd, frame, none);
     if (none) {
         return true;
     }

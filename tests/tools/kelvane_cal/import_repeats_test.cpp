@@ -122,6 +122,42 @@ TEST_F(ImportRepeats, FollowsRulesOfLongCyclesPastTheYearsLibicalFollows) {
     }
 }
 
+// libical takes 1700 for a leap year, which puts every day it steps to
+// across it one day early.
+TEST_F(ImportRepeats, FollowsRulesThatStepAcross1700) {
+    const QDate start(1600, 8, 28);
+    const auto everyDays = [start](qint64 days) {
+        return [start, days](const QDate& date) { return start.daysTo(date) % days == 0; };
+    };
+    const QStringList from1600 = {"DTSTART:16000828T233000", "SUMMARY:Early"};
+    const std::vector<FarRule> rules = {
+        {"every 365 days",
+         from1600 + QStringList{"RRULE:FREQ=DAILY;INTERVAL=365"},
+         {1950, 2583, 3000, 4220},
+         everyDays(365)},
+        {"every 30 days",
+         from1600 + QStringList{"RRULE:FREQ=DAILY;INTERVAL=30"},
+         {1902, 2582, 4220},
+         everyDays(30)},
+        {"every 30 days, 20000 times",
+         from1600 + QStringList{"RRULE:FREQ=DAILY;INTERVAL=30;COUNT=20000"},
+         {1950, 2582, 2583, 2900},
+         everyDays(30)},
+        {"every 53 weeks",
+         from1600 + QStringList{"RRULE:FREQ=WEEKLY;INTERVAL=53"},
+         {1950, 2582, 4220},
+         everyDays(53 * 7)},
+    };
+    for (const FarRule& rule : rules) {
+        for (int year : rule.years) {
+            SCOPED_TRACE(QStringLiteral("%1 in %2").arg(rule.what).arg(year).toStdString());
+            const CalRun run = Import(rule.properties, year);
+            ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+            EXPECT_EQ(ImportedTimes(), DaysAt(year, " 23:30", rule.occurs));
+        }
+    }
+}
+
 // libical moves the time out of the gap on the day the clocks skip it, and
 // keeps it moved for every later occurrence.
 TEST_F(ImportRepeats, KeepsTheClockTimeOfTheStartAfterTheSpringGap) {
