@@ -339,14 +339,6 @@ RecurIteratorPtr IteratorNear(const icalrecurrencetype& rule, const icaltimetype
     return iterator;
 }
 
-// libical carries a time it moved out of the spring gap on to the later
-// occurrences; those of a rule without hours, minutes or seconds of its own
-// are at DTSTART's clock time, which TimeKey then reads as RFC 5545 wants.
-bool KeepsTheClockOfTheStart(const icalrecurrencetype& rule, const icaltimetype& start) {
-    return !start.is_date && RepeatsDailyOrLess(rule.freq) && !HasParts(rule.by_hour) &&
-           !HasParts(rule.by_minute) && !HasParts(rule.by_second);
-}
-
 icaltimetype AtTheClockOf(icaltimetype time, const icaltimetype& start) {
     time.hour = start.hour;
     time.minute = start.minute;
@@ -356,9 +348,8 @@ icaltimetype AtTheClockOf(icaltimetype time, const icaltimetype& start) {
 
 // Hands the occurrences of `iterator` to `collector`, moved forward by the
 // frame's days. The steps taken, or -1 when it was cut short.
-int Follow(icalrecur_iterator* iterator, const icalrecurrencetype& rule, const icaltimetype& start,
-           qint64 daysForward, Collector& collector, QStringList& warnings) {
-    const bool keepsClock = KeepsTheClockOfTheStart(rule, start);
+int Follow(icalrecur_iterator* iterator, qint64 daysForward, Collector& collector,
+           QStringList& warnings) {
     int steps = 0;
     for (icaltimetype next = icalrecur_iterator_next(iterator); !icaltime_is_null_time(next);
          next = icalrecur_iterator_next(iterator)) {
@@ -367,12 +358,49 @@ int Follow(icalrecur_iterator* iterator, const icalrecurrencetype& rule, const i
                             .arg(kMostRuleSteps);
             return -1;
         }
-        const icaltimetype occurrence = keepsClock ? AtTheClockOf(next, start) : next;
-        if (!collector.Take(MovedByDays(occurrence, daysForward))) {
+        if (!collector.Take(MovedByDays(next, daysForward))) {
             return -1;
         }
     }
     return steps;
+}
+
+// libical moves a time out of the spring gap and carries the move on to the
+// later occurrences, so a rule is followed in the wall-clock times of its
+// start's zone, without the zone: Collector gives the occurrences the zone
+// back, and TimeKey reads a time in the gap or one shown twice as RFC 5545
+// wants. A rule that repeats hourly keeps the zone as before: in wall-clock
+// time the skipped hour and the one after it would be one occurrence.
+bool FollowsTheWallClock(const icalrecurrencetype& rule, const icaltimetype& start) {
+    return !start.is_date && start.zone != nullptr && rule.freq != ICAL_HOURLY_RECURRENCE;
+}
+
+icaltimetype WithoutZone(icaltimetype time) {
+    time.zone = nullptr;
+    return time;
+}
+
+// `time` in the clock `followed` is in: without a zone when it has none.
+icaltimetype InClockOf(icaltimetype time, const icaltimetype& followed) {
+    time.zone = followed.zone;
+    return time;
+}
+
+// A rule's UNTIL as a wall-clock time of the start's zone: one in UTC is an
+// instant.
+icaltimetype WallClockUntil(const icaltimetype& until, const icaltimetype& start) {
+    if (icaltime_is_null_time(until) || until.is_date || until.zone == nullptr) {
+        return until;
+    }
+    return WithoutZone(TimeInZoneAt(TimeKey(until), start.zone));
+}
+
+// Ending the rule with the window ends a rule that never matches, too.
+void EndWithTheWindow(icalrecurrencetype& rule, const icaltimetype& windowEnd) {
+    if (rule.count == 0 &&
+        (icaltime_is_null_time(rule.until) || icaltime_compare(rule.until, windowEnd) > 0)) {
+        rule.until = windowEnd;
+    }
 }
 
 // False when the rule has occurrences in the window past the last year
@@ -386,20 +414,22 @@ bool ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
         warnings << QStringLiteral("a rule that repeats every minute or second is not followed");
         return true;
     }
-    // Ending the rule with the window ends a rule that never matches, too.
-    const icaltimetype windowEnd = TimeAtKey(to, start);
-    if (rule.count == 0 &&
-        (icaltime_is_null_time(rule.until) || icaltime_compare(rule.until, windowEnd) > 0)) {
-        rule.until = windowEnd;
+    const bool wallClock = FollowsTheWallClock(rule, start);
+    const icaltimetype followed = wallClock ? WithoutZone(start) : start;
+    if (wallClock) {
+        rule.until = WallClockUntil(rule.until, start);
     }
-    const icaltimetype near = AtTheClockOf(TimeAtKey(from - 2 * kDay, start), start);
+    const icaltimetype windowEnd = InClockOf(TimeAtKey(to, start), followed);
+    EndWithTheWindow(rule, windowEnd);
+    const icaltimetype near =
+        InClockOf(AtTheClockOf(TimeAtKey(from - 2 * kDay, start), start), followed);
     // Outside the years libical follows well, the rule is followed in a
     // frame within them; failing that, as far as libical goes.
-    RuleFrame frame{start, 0};
+    RuleFrame frame{followed, 0};
     bool none = false;
     const bool pastLibical = windowEnd.year > kLastRuleYear;
     const bool framed = pastLibical || start.year < kFirstRuleYear;
-    const bool moved = framed && FrameFor(rule, start, near, windowEnd, frame, none);
+    const bool moved = framed && FrameFor(rule, followed, near, windowEnd, frame, none);
     if (none) {
         return true;
     }
@@ -411,7 +441,7 @@ bool ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
         warnings << QStringLiteral("a repeat rule libical cannot follow is left out");
         return true;
     }
-    const int steps = Follow(iterator.get(), rule, start, frame.DaysBack, collector, warnings);
+    const int steps = Follow(iterator.get(), frame.DaysBack, collector, warnings);
     if (collector.Full()) {
         warnings << QStringLiteral(
                         "a repeat rule gives more than %1 occurrences; the rest are "

@@ -230,5 +230,59 @@ TEST_F(ImportRepeats, FollowsAZonedRuleThatStartsBefore1902) {
     }
 }
 
+struct ClockRule {
+    const char* what;
+    QStringList properties;
+    QStringList inLondon;
+    QStringList inUtc;
+};
+
+// A rule with hours or minutes of its own keeps them after the spring gap
+// too; the time in the gap is read with the offset before it, a time the
+// autumn shows twice as the first.
+TEST_F(ImportRepeats, KeepsTheHoursOfTheRuleAfterTheSpringGap) {
+    const std::vector<ClockRule> rules = {
+        {"daily at 1 and 13",
+         {"DTSTART;TZID=Europe/London:20240329T010000", "RRULE:FREQ=DAILY;BYHOUR=1,13;COUNT=10"},
+         {"29/3 01:00", "29/3 13:00", "30/3 01:00", "30/3 13:00", "31/3 02:00", "31/3 13:00",
+          "1/4 01:00", "1/4 13:00", "2/4 01:00", "2/4 13:00"},
+         {"29/3 01:00", "29/3 13:00", "30/3 01:00", "30/3 13:00", "31/3 01:00", "31/3 12:00",
+          "1/4 00:00", "1/4 12:00", "2/4 00:00", "2/4 12:00"}},
+        {"daily at 1:15 and 1:45",
+         {"DTSTART;TZID=Europe/London:20240329T011500",
+          "RRULE:FREQ=DAILY;BYHOUR=1;BYMINUTE=15,45;COUNT=8"},
+         {"29/3 01:15", "29/3 01:45", "30/3 01:15", "30/3 01:45", "31/3 02:15", "31/3 02:45",
+          "1/4 01:15", "1/4 01:45"},
+         {"29/3 01:15", "29/3 01:45", "30/3 01:15", "30/3 01:45", "31/3 01:15", "31/3 01:45",
+          "1/4 00:15", "1/4 00:45"}},
+        {"Sundays and Mondays at 1",
+         {"DTSTART;TZID=Europe/London:20240324T010000",
+          "RRULE:FREQ=WEEKLY;BYDAY=SU,MO;BYHOUR=1;COUNT=5"},
+         {"24/3 01:00", "25/3 01:00", "31/3 02:00", "1/4 01:00", "7/4 01:00"},
+         {"24/3 01:00", "25/3 01:00", "31/3 01:00", "1/4 00:00", "7/4 00:00"}},
+        {"daily at 1 and 13 until an instant",
+         {"DTSTART;TZID=Europe/London:20240329T010000",
+          "RRULE:FREQ=DAILY;BYHOUR=1,13;UNTIL=20240401T000000Z"},
+         {"29/3 01:00", "29/3 13:00", "30/3 01:00", "30/3 13:00", "31/3 02:00", "31/3 13:00",
+          "1/4 01:00"},
+         {"29/3 01:00", "29/3 13:00", "30/3 01:00", "30/3 13:00", "31/3 01:00", "31/3 12:00",
+          "1/4 00:00"}},
+        {"daily at 1:30 and 13:30 in the autumn",
+         {"DTSTART;TZID=Europe/London:20241026T013000",
+          "RRULE:FREQ=DAILY;BYHOUR=1,13;BYMINUTE=30;COUNT=6"},
+         {"26/10 01:30", "26/10 13:30", "27/10 01:30", "27/10 13:30", "28/10 01:30", "28/10 13:30"},
+         {"26/10 00:30", "26/10 12:30", "27/10 00:30", "27/10 13:30", "28/10 01:30",
+          "28/10 13:30"}},
+    };
+    for (const ClockRule& rule : rules) {
+        SCOPED_TRACE(rule.what);
+        const QStringList properties = rule.properties + QStringList{"SUMMARY:Clock"};
+        ASSERT_EQ(Import(properties, 2024, "Europe/London").Status, kDone);
+        EXPECT_EQ(ImportedTimes(), rule.inLondon);
+        ASSERT_EQ(Import(properties, 2024).Status, kDone);
+        EXPECT_EQ(ImportedTimes(), rule.inUtc);
+    }
+}
+
 }  // namespace
 }  // namespace kelvane::cal
