@@ -10,6 +10,8 @@ namespace kelvane::cal {
 namespace {
 
 constexpr qint64 kDay = 24 * 60 * 60;
+// QDate(1970, 1, 1).toJulianDay()
+constexpr qint64 kJulianDayOf1970 = 2440588;
 
 // The start of the day a date or time falls on, in its own zone.
 qint64 DayKey(const icaltimetype& time) {
@@ -53,9 +55,10 @@ bool RepeatsDailyOrLess(icalrecurrencetype_frequency frequency) {
            frequency == ICAL_MONTHLY_RECURRENCE || frequency == ICAL_YEARLY_RECURRENCE;
 }
 
-// libical counts days before 1583 by the Julian calendar; a rule is
-// followed from this year on only, and up to kLastRuleYear.
-constexpr int kFirstRuleYear = 1600;
+// libical counts every fourth year up to 1752 as a leap year, 1700 too, so
+// the days it steps across 1700 come out one off; a rule is followed from
+// this year on only, and up to kLastRuleYear.
+constexpr int kFirstRuleYear = 1753;
 // The Gregorian calendar repeats itself, weekdays and leap days, every 400 years.
 constexpr qint64 kDaysIn400Years = 146097;
 
@@ -121,9 +124,13 @@ qint64 DayNumber(const icaltimetype& time) {
     return QDate(time.year, time.month, time.day).toJulianDay();
 }
 
+// By the Gregorian calendar: libical's own adjustment takes 1700 for a leap year.
 icaltimetype MovedByDays(icaltimetype time, qint64 days) {
     if (days != 0 && !icaltime_is_null_time(time)) {
-        icaltime_adjust(&time, static_cast<int>(days), 0, 0, 0);
+        const QDate moved = QDate(time.year, time.month, time.day).addDays(days);
+        time.year = moved.year();
+        time.month = moved.month();
+        time.day = moved.day();
     }
     return time;
 }
@@ -146,9 +153,13 @@ icaltimetype LastDayLibicalFollows() {
 }
 
 // How many times the rule occurs in one cycle of `cycle` days from `start`,
-// with its start moved back whole cycles into the years libical follows;
+// with its start moved by whole cycles into the years libical follows;
 // -1 when it cannot be counted.
 int OccurrencesInACycle(icalrecurrencetype rule, icaltimetype start, qint64 cycle) {
+    const qint64 firstDay = QDate(kFirstRuleYear, 1, 1).toJulianDay();
+    if (DayNumber(start) < firstDay) {
+        start = MovedByDays(start, (firstDay - DayNumber(start) + cycle - 1) / cycle * cycle);
+    }
     const qint64 lastDay = DayNumber(LastDayLibicalFollows());
     if (DayNumber(start) + cycle > lastDay) {
         start =
@@ -191,8 +202,8 @@ bool CycleFrameFor(icalrecurrencetype& rule, const icaltimetype& start, const ic
     if (cycle == 0) {
         return false;
     }
-    const qint64 cyclesBack =
-        (DayNumber(windowEnd) - DayNumber(LastDayLibicalFollows()) + cycle - 1) / cycle;
+    const qint64 pastLastDay = DayNumber(windowEnd) - DayNumber(LastDayLibicalFollows());
+    const qint64 cyclesBack = std::max<qint64>((pastLastDay + cycle - 1) / cycle, 0);
     const qint64 cyclesForward = std::max<qint64>(DayNumber(near) - DayNumber(start), 0) / cycle;
     const icaltimetype movedStart = MovedByDays(start, (cyclesForward - cyclesBack) * cycle);
     if (movedStart.year < kFirstRuleYear) {
@@ -328,14 +339,6 @@ RecurIteratorPtr IteratorNear(const icalrecurrencetype& rule, const icaltimetype
     return iterator;
 }
 
-// libical carries a time it moved out of the spring gap on to the later
-// occurrences; those of a rule without hours, minutes or seconds of its own
-// are at DTSTART's clock time, which TimeKey then reads as RFC 5545 wants.
-bool KeepsTheClockOfTheStart(const icalrecurrencetype& rule, const icaltimetype& start) {
-    return !start.is_date && RepeatsDailyOrLess(rule.freq) && !HasParts(rule.by_hour) &&
-           !HasParts(rule.by_minute) && !HasParts(rule.by_second);
-}
-
 icaltimetype AtTheClockOf(icaltimetype time, const icaltimetype& start) {
     time.hour = start.hour;
     time.minute = start.minute;
@@ -345,9 +348,8 @@ icaltimetype AtTheClockOf(icaltimetype time, const icaltimetype& start) {
 
 // Hands the occurrences of `iterator` to `collector`, moved forward by the
 // frame's days. The steps taken, or -1 when it was cut short.
-int Follow(icalrecur_iterator* iterator, const icalrecurrencetype& rule, const icaltimetype& start,
-           qint64 daysForward, Collector& collector, QStringList& warnings) {
-    const bool keepsClock = KeepsTheClockOfTheStart(rule, start);
+int Follow(icalrecur_iterator* iterator, qint64 daysForward, Collector& collector,
+           QStringList& warnings) {
     int steps = 0;
     for (icaltimetype next = icalrecur_iterator_next(iterator); !icaltime_is_null_time(next);
          next = icalrecur_iterator_next(iterator)) {
@@ -356,12 +358,49 @@ int Follow(icalrecur_iterator* iterator, const icalrecurrencetype& rule, const i
                             .arg(kMostRuleSteps);
             return -1;
         }
-        const icaltimetype occurrence = keepsClock ? AtTheClockOf(next, start) : next;
-        if (!collector.Take(MovedByDays(occurrence, daysForward))) {
+        if (!collector.Take(MovedByDays(next, daysForward))) {
             return -1;
         }
     }
     return steps;
+}
+
+// libical moves a time out of the spring gap and carries the move on to the
+// later occurrences, so a rule is followed in the wall-clock times of its
+// start's zone, without the zone: Collector gives the occurrences the zone
+// back, and TimeKey reads a time in the gap or one shown twice as RFC 5545
+// wants. A rule that repeats hourly keeps the zone as before: in wall-clock
+// time the skipped hour and the one after it would be one occurrence.
+bool FollowsTheWallClock(const icalrecurrencetype& rule, const icaltimetype& start) {
+    return !start.is_date && start.zone != nullptr && rule.freq != ICAL_HOURLY_RECURRENCE;
+}
+
+icaltimetype WithoutZone(icaltimetype time) {
+    time.zone = nullptr;
+    return time;
+}
+
+// `time` in the clock `followed` is in: without a zone when it has none.
+icaltimetype InClockOf(icaltimetype time, const icaltimetype& followed) {
+    time.zone = followed.zone;
+    return time;
+}
+
+// A rule's UNTIL as a wall-clock time of the start's zone: one in UTC is an
+// instant.
+icaltimetype WallClockUntil(const icaltimetype& until, const icaltimetype& start) {
+    if (icaltime_is_null_time(until) || until.is_date || until.zone == nullptr) {
+        return until;
+    }
+    return WithoutZone(TimeInZoneAt(TimeKey(until), start.zone));
+}
+
+// Ending the rule with the window ends a rule that never matches, too.
+void EndWithTheWindow(icalrecurrencetype& rule, const icaltimetype& windowEnd) {
+    if (rule.count == 0 &&
+        (icaltime_is_null_time(rule.until) || icaltime_compare(rule.until, windowEnd) > 0)) {
+        rule.until = windowEnd;
+    }
 }
 
 // False when the rule has occurrences in the window past the last year
@@ -375,19 +414,22 @@ bool ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
         warnings << QStringLiteral("a rule that repeats every minute or second is not followed");
         return true;
     }
-    // Ending the rule with the window ends a rule that never matches, too.
-    const icaltimetype windowEnd = TimeAtKey(to, start);
-    if (rule.count == 0 &&
-        (icaltime_is_null_time(rule.until) || icaltime_compare(rule.until, windowEnd) > 0)) {
-        rule.until = windowEnd;
+    const bool wallClock = FollowsTheWallClock(rule, start);
+    const icaltimetype followed = wallClock ? WithoutZone(start) : start;
+    if (wallClock) {
+        rule.until = WallClockUntil(rule.until, start);
     }
-    const icaltimetype near = AtTheClockOf(TimeAtKey(from - 2 * kDay, start), start);
-    // Past the last year libical follows, the rule is followed in a frame
-    // that is; failing that, as far as libical goes.
-    RuleFrame frame{start, 0};
+    const icaltimetype windowEnd = InClockOf(TimeAtKey(to, start), followed);
+    EndWithTheWindow(rule, windowEnd);
+    const icaltimetype near =
+        InClockOf(AtTheClockOf(TimeAtKey(from - 2 * kDay, start), start), followed);
+    // Outside the years libical follows well, the rule is followed in a
+    // frame within them; failing that, as far as libical goes.
+    RuleFrame frame{followed, 0};
     bool none = false;
     const bool pastLibical = windowEnd.year > kLastRuleYear;
-    const bool moved = pastLibical && FrameFor(rule, start, near, windowEnd, frame, none);
+    const bool framed = pastLibical || start.year < kFirstRuleYear;
+    const bool moved = framed && FrameFor(rule, followed, near, windowEnd, frame, none);
     if (none) {
         return true;
     }
@@ -399,7 +441,7 @@ bool ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
         warnings << QStringLiteral("a repeat rule libical cannot follow is left out");
         return true;
     }
-    const int steps = Follow(iterator.get(), rule, start, frame.DaysBack, collector, warnings);
+    const int steps = Follow(iterator.get(), frame.DaysBack, collector, warnings);
     if (collector.Full()) {
         warnings << QStringLiteral(
                         "a repeat rule gives more than %1 occurrences; the rest are "
@@ -410,12 +452,26 @@ bool ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
     return !pastLibical || moved || steps < 0 || (rule.count != 0 && steps >= rule.count);
 }
 
+// The fields of `time` as seconds since 1970 as if in UTC. Counted from the
+// day number, as libical's own conversion stops at 1902; fields past their
+// range (a 32nd day, a 24th hour) run on into the next.
+qint64 WallClockSeconds(const icaltimetype& time) {
+    if (icaltime_is_null_time(time)) {
+        return 0;
+    }
+    const qint64 months = qint64{time.year} * 12 + time.month - 1;
+    const qint64 year = months >= 0 ? months / 12 : (months - 11) / 12;
+    const QDate firstOfMonth(static_cast<int>(year), static_cast<int>(months - year * 12 + 1), 1);
+    const qint64 days = firstOfMonth.toJulianDay() - kJulianDayOf1970 + time.day - 1;
+    const qint64 seconds =
+        time.is_date ? 0 : qint64{time.hour} * 3600 + qint64{time.minute} * 60 + time.second;
+    return days * kDay + seconds;
+}
+
 }  // namespace
 
 qint64 TimeKey(const icaltimetype& time) {
-    icaltimetype floating = time;
-    floating.zone = nullptr;
-    const qint64 wallClock = static_cast<qint64>(icaltime_as_timet(floating));
+    const qint64 wallClock = WallClockSeconds(time);
     if (time.is_date || time.zone == nullptr) {
         return wallClock;
     }

@@ -13,7 +13,6 @@ namespace kelvane::cal {
 
 // A point in time to tell occurrences apart: seconds since 1970 for times
 // with a zone, the same count for floating times and dates as if in UTC.
-// libical counts years 1902 to 9999 only.
 qint64 TimeKey(const icaltimetype& time);
 
 // The offset from UTC in seconds that `zone` has at the instant `key`.
