@@ -3,16 +3,15 @@
 #include <QDate>
 
 #include <QFileInfo>
-#include <list>
 
 #include "CalRun.h"
+#include "ImportFixture.h"
 
 // An import neither loses events nor moves them in time.
 namespace kelvane::cal {
 namespace {
 
 using testing::CalRun;
-using testing::ICalLines;
 using testing::RunCal;
 
 const CalendarFileDate* Find(const CalendarFileContent& content, int month, int day) {
@@ -24,34 +23,11 @@ const CalendarFileDate* Find(const CalendarFileContent& content, int month, int 
     return nullptr;
 }
 
-class ImportKeepsEvents : public ::testing::Test {
+class ImportKeepsEvents : public testing::ImportFixture {
   protected:
-    void SetUp() override { ASSERT_TRUE(folder_.isValid()); }
-    QString Path(const QString& name) const { return folder_.filePath(name); }
-    // Imports these lines for `year` into "out.cal", with times put into `zone`.
     CalRun Import(const QStringList& lines, int year, const QString& zone = "UTC") {
-        EXPECT_TRUE(testing::WriteBytes(Path("in.ics"), ICalLines(lines)));
-        return RunCal({"import", Path("in.ics"), "--year", QString::number(year), "--timezone",
-                       zone, "-o", Path("out.cal"), "--force"});
+        return ImportLines(lines, year, zone);
     }
-    CalendarFileContent Imported() const {
-        return testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
-    }
-    // The date of the last import, or nullptr; it stays for the whole test.
-    const CalendarFileDate* ImportedDate(int month, int day) {
-        return Find(kept_.emplace_back(Imported()), month, day);
-    }
-    // The imported dates of `year` as "d/M".
-    QStringList ImportedDays() const {
-        QStringList days;
-        for (const CalendarFileDate& date : Imported().Dates) {
-            days << QStringLiteral("%1/%2").arg(date.Day).arg(date.Month);
-        }
-        return days;
-    }
-
-    QTemporaryDir folder_;
-    std::list<CalendarFileContent> kept_;
 };
 
 template <typename Test>

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "CalRun.h"
+#include "ImportFixture.h"
 
 // Repeating events are imported on the days and at the times their rules say,
 // past the years libical follows and across a change of the clocks.
@@ -12,23 +13,14 @@ namespace kelvane::cal {
 namespace {
 
 using testing::CalRun;
-using testing::ICalLines;
 using testing::RunCal;
 
-class ImportRepeats : public ::testing::Test {
+class ImportRepeats : public testing::ImportFixture {
   protected:
-    void SetUp() override { ASSERT_TRUE(folder_.isValid()); }
-    QString Path(const QString& name) const { return folder_.filePath(name); }
     // Imports one event with these properties for `year` into "out.cal",
     // with times put into `zone`.
     CalRun Import(const QStringList& properties, int year, const QString& zone = "UTC") {
-        EXPECT_TRUE(testing::WriteBytes(
-            Path("in.ics"), ICalLines(testing::VCalendar(testing::VEvent("a", properties)))));
-        return RunCal({"import", Path("in.ics"), "--year", QString::number(year), "--timezone",
-                       zone, "-o", Path("out.cal"), "--force"});
-    }
-    CalendarFileContent Imported() const {
-        return testing::ReadCalendarBytes(testing::ReadBytes(Path("out.cal")));
+        return ImportLines(testing::VCalendar(testing::VEvent("a", properties)), year, zone);
     }
     // The imported activities as "d/M hh:mm".
     QStringList ImportedTimes() const {
@@ -44,16 +36,6 @@ class ImportRepeats : public ::testing::Test {
         }
         return times;
     }
-    // The dates that have content, as "d/M".
-    QStringList ImportedDays() const {
-        QStringList days;
-        for (const CalendarFileDate& date : Imported().Dates) {
-            days << QStringLiteral("%1/%2").arg(date.Day).arg(date.Month);
-        }
-        return days;
-    }
-
-    QTemporaryDir folder_;
 };
 
 // The days of `year` on which `occurs` holds, as "d/M" and `clock` after it.

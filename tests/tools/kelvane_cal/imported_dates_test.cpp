@@ -174,19 +174,25 @@ TEST(ImportedDates, IgnoresDatesNoSlotHolds) {
     EXPECT_TRUE(dates.Empty());
 }
 
-TEST(ImportedDates, FillsUpAnExistingScheduleTo39WithTheEarliestOfAll) {
-    CalendarFileContent calendar;
+// A calendar whose 8 August holds `count` activities from 20:00, a minute apart.
+CalendarFileContent HeldOn8August(int count) {
     CalendarFileDate date;
     date.Month = 8;
     date.Day = 8;
-    for (int i = 0; i < 38; ++i) {
+    for (int i = 0; i < count; ++i) {
         Appointment entry;
         entry.Description = QStringLiteral("held %1").arg(i);
         entry.StartTime = {20, static_cast<qint16>(i)};
         entry.EndTime = {-1, 0};
         date.Schedule.push_back(entry);
     }
+    CalendarFileContent calendar;
     calendar.Dates = {date};
+    return calendar;
+}
+
+TEST(ImportedDates, FillsUpAnExistingScheduleTo39WithTheEarliestOfAll) {
+    CalendarFileContent calendar = HeldOn8August(38);
     ImportedDates dates;
     dates.AddActivity(8, 8, "new early", {6, 0}, {-1, 0});
     dates.AddActivity(8, 8, "new later", {7, 0}, {-1, 0});
@@ -202,18 +208,7 @@ TEST(ImportedDates, FillsUpAnExistingScheduleTo39WithTheEarliestOfAll) {
 }
 
 TEST(ImportedDates, KeepsTheEarliestOfHeldAndImportedActivitiesOfAFullDate) {
-    CalendarFileContent calendar;
-    CalendarFileDate date;
-    date.Month = 8;
-    date.Day = 8;
-    for (int i = 0; i < ImportedDates::kActivitiesPerDate; ++i) {
-        Appointment entry;
-        entry.Description = QStringLiteral("held %1").arg(i);
-        entry.StartTime = {20, static_cast<qint16>(i)};
-        entry.EndTime = {-1, 0};
-        date.Schedule.push_back(entry);
-    }
-    calendar.Dates = {date};
+    CalendarFileContent calendar = HeldOn8August(ImportedDates::kActivitiesPerDate);
     ImportedDates dates;
     dates.AddActivity(8, 8, "new early", {6, 0}, {-1, 0});
     dates.AddActivity(8, 8, "new too late", {21, 0}, {-1, 0});
