@@ -22,13 +22,17 @@ QByteArray ReadRecord(RecordFile& file, qint64 record) {
     return file.Read(record, 1, bytes) ? bytes : QByteArray("unreadable");
 }
 
+// Opens "records" on `disk` holding record A, then record B.
+bool OpenWithAAndB(RecordFile& file, const TinyDisk& disk) {
+    return file.Open(disk.FilePath(QStringLiteral("records"))) && file.Write(1, Record('A')) &&
+           file.Write(2, Record('B'));
+}
+
 TEST(FullDiskRecords, ARefusedWriteTouchesNoOtherRecord) {
     TinyDisk disk;
     KELVANE_SKIP_UNLESS_MOUNTED(disk);
     RecordFile file(kLength);
-    ASSERT_TRUE(file.Open(disk.FilePath(QStringLiteral("records"))));
-    ASSERT_TRUE(file.Write(1, Record('A')));
-    ASSERT_TRUE(file.Write(2, Record('B')));
+    ASSERT_TRUE(OpenWithAAndB(file, disk));
     ASSERT_TRUE(disk.Fill());
 
     EXPECT_FALSE(file.Write(9, Record('C')));  // a new record past the file's end
@@ -51,9 +55,7 @@ TEST(FullDiskRecords, ARefusedWriteToAFileDeletedMeanwhileLosesNoRecord) {
     TinyDisk disk;
     KELVANE_SKIP_UNLESS_MOUNTED(disk);
     RecordFile file(kLength);
-    ASSERT_TRUE(file.Open(disk.FilePath(QStringLiteral("records"))));
-    ASSERT_TRUE(file.Write(1, Record('A')));
-    ASSERT_TRUE(file.Write(2, Record('B')));
+    ASSERT_TRUE(OpenWithAAndB(file, disk));
     ASSERT_TRUE(QFile::remove(disk.FilePath(QStringLiteral("records"))));
     ASSERT_TRUE(disk.Fill());
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QProcess>
 
 #include "CalRun.h"
 #include "RadicaleServer.h"
@@ -84,6 +85,21 @@ class CalDavFixture : public ::testing::Test {
                 content.Dates.push_back(date);
             }
         });
+    }
+
+    // Starts the real program publishing the plan to `collection` as alice,
+    // with its state in this test's folder and `more` words.
+    void StartPublish(QProcess& publish, const QString& collection, const QStringList& more = {}) {
+        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+        variables.insert(QStringLiteral("HOME"), folder.path());
+        variables.insert(QStringLiteral("XDG_STATE_HOME"), folder.filePath(QStringLiteral("xdg")));
+        variables.insert(QStringLiteral("KELVANE_CALDAV_PASSWORD"), QStringLiteral("secret"));
+        publish.setProcessEnvironment(variables);
+        const QStringList words{QStringLiteral("publish"), file,
+                                QStringLiteral("--year"),  QStringLiteral("2026"),
+                                QStringLiteral("--url"),   collection,
+                                QStringLiteral("--user"),  QStringLiteral("alice")};
+        publish.start(QStringLiteral(KELVANE_CAL_BINARY), words + more);
     }
 
     QByteArray EventOnServer(const QString& uid) {

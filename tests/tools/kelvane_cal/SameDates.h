@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "CalRun.h"
 #include "store/AppointmentMOD.h"
 #include "store/CalendarFile.h"
 
@@ -33,6 +34,24 @@ inline void ExpectSameDates(const CalendarFileContent& was, const CalendarFileCo
         EXPECT_EQ(after.Note, before.Note);
         EXPECT_EQ(after.Schedule, ByStartTime(before.Schedule));
     }
+}
+
+// `original` exported for `year` and imported back, through the real
+// commands and files of `folder`, with neither saying a warning.
+inline void ExpectTheSameBackFromAnExport(const CalendarFileContent& original, int year,
+                                          const QString& folder) {
+    const QString calendar = folder + QStringLiteral("/original.cal");
+    const QString exported = folder + QStringLiteral("/exported.ics");
+    const QString back = folder + QStringLiteral("/back.cal");
+    ASSERT_TRUE(WriteCalendar(calendar, original));
+    const QString yearText = QString::number(year);
+    CalRun run = RunCal({"export", calendar, "--year", yearText, "-o", exported});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
+    run = RunCal({"import", exported, "--year", yearText, "-o", back});
+    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
+    EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
+    ExpectSameDates(original, ReadCalendarBytes(ReadBytes(back)));
 }
 
 }  // namespace kelvane::cal::testing

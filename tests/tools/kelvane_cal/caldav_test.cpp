@@ -173,15 +173,7 @@ TEST_F(CalDavTest, AServerStoppedHalfWayLeavesAStateTheNextRunCompletes) {
 TEST_F(CalDavTest, APublishKilledHalfWayKeepsEveryChangeItMade) {
     WriteBusyDates();
     QProcess publish;
-    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-    variables.insert(QStringLiteral("HOME"), folder.path());
-    variables.insert(QStringLiteral("XDG_STATE_HOME"), folder.filePath(QStringLiteral("xdg")));
-    variables.insert(QStringLiteral("KELVANE_CALDAV_PASSWORD"), QStringLiteral("secret"));
-    publish.setProcessEnvironment(variables);
-    publish.start(
-        QStringLiteral(KELVANE_CAL_BINARY),
-        {QStringLiteral("publish"), file, QStringLiteral("--year"), QStringLiteral("2026"),
-         QStringLiteral("--url"), url, QStringLiteral("--user"), QStringLiteral("alice")});
+    StartPublish(publish, url);
     ASSERT_TRUE(publish.waitForStarted());
     server.KillWhenHolding(QStringLiteral("plan"), 50, publish.processId());
     ASSERT_TRUE(publish.waitForFinished(60000));

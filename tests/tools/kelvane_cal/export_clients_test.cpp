@@ -233,19 +233,7 @@ TEST_P(RichRoundTrip, ImportGivesBackTheCalendarExported) {
             return date.Month == 2 && date.Day == 29;
         });
     }
-    ASSERT_TRUE(testing::WriteCalendar(folder.filePath("rich.cal"), original));
-    const QString yearText = QString::number(year);
-    CalRun run = RunCal({"export", folder.filePath("rich.cal"), "--year", yearText, "-o",
-                         folder.filePath("rich.ics")});
-    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
-    run = RunCal({"import", folder.filePath("rich.ics"), "--year", yearText, "-o",
-                  folder.filePath("back.cal")});
-    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
-    EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
-
-    const CalendarFileContent back =
-        testing::ReadCalendarBytes(testing::ReadBytes(folder.filePath("back.cal")));
-    testing::ExpectSameDates(original, back);
+    testing::ExpectTheSameBackFromAnExport(original, year, folder.path());
 }
 
 INSTANTIATE_TEST_SUITE_P(Years, RichRoundTrip, ::testing::Values(2024, 2025, 5000));

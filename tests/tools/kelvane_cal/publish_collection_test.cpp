@@ -166,15 +166,7 @@ TEST_F(PublishCollectionTest, APublishUnderAnotherNameOfTheServerWaitsForTheFirs
     ASSERT_TRUE(proxy.Problem().isEmpty()) << proxy.Problem().toStdString();
     const QString stalls = proxy.Url(QStringLiteral("/stalls/plan/"));
     QProcess first;
-    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-    variables.insert(QStringLiteral("HOME"), folder.path());
-    variables.insert(QStringLiteral("XDG_STATE_HOME"), folder.filePath(QStringLiteral("xdg")));
-    variables.insert(QStringLiteral("KELVANE_CALDAV_PASSWORD"), QStringLiteral("secret"));
-    first.setProcessEnvironment(variables);
-    first.start(QStringLiteral(KELVANE_CAL_BINARY),
-                {QStringLiteral("publish"), file, QStringLiteral("--year"), QStringLiteral("2026"),
-                 QStringLiteral("--url"), ByName(stalls), QStringLiteral("--user"),
-                 QStringLiteral("alice"), QStringLiteral("--timeout"), QStringLiteral("4")});
+    StartPublish(first, ByName(stalls), {QStringLiteral("--timeout"), QStringLiteral("4")});
     ASSERT_TRUE(first.waitForStarted());
     environment.StateFolder = folder.filePath(QStringLiteral("xdg/Kelvane"));
     const QDeadlineTimer deadline(20000);

@@ -71,21 +71,7 @@ CalendarFileContent BusyYear() {
 
 TEST(RoundTrip, ExportedAndImportedBackGivesEveryTitleActivityAndNote) {
     QTemporaryDir folder;
-    const CalendarFileContent original = BusyYear();
-    ASSERT_TRUE(testing::WriteCalendar(folder.filePath("busy.cal"), original));
-
-    CalRun run = RunCal({"export", folder.filePath("busy.cal"), "--year", "2028", "-o",
-                         folder.filePath("busy.ics")});
-    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
-    EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
-    run = RunCal({"import", folder.filePath("busy.ics"), "--year", "2028", "-o",
-                  folder.filePath("back.cal")});
-    ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
-    EXPECT_FALSE(run.Err.contains("warning")) << run.Err.toStdString();
-
-    const CalendarFileContent back =
-        testing::ReadCalendarBytes(testing::ReadBytes(folder.filePath("back.cal")));
-    testing::ExpectSameDates(original, back);
+    testing::ExpectTheSameBackFromAnExport(BusyYear(), 2028, folder.path());
 }
 
 TEST(RoundTrip, ACalendarImportedFromItsOwnExportIntoItselfStaysTheSame) {
