@@ -6,6 +6,7 @@
 #include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CalDavClient.h"
 #include "kelvane_cal/CalDavUrl.h"
+#include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/CommandRunners.h"
 #include "kelvane_cal/DavXml.h"
 #include "kelvane_cal/Files.h"
@@ -157,10 +158,6 @@ QString ServerWords(const DavReply& reply) {
         return reason;
     }
     return QString::fromUtf8(reply.Body).simplified();
-}
-
-QString Plural(int count, const char* one, const char* many) {
-    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
 
 // Runs one publish from its words to its exit status.
@@ -461,10 +458,12 @@ void Publisher::TellUnfinished() {
     }
     QStringList counts;
     if (failures_.size() > 1) {
-        counts << Plural(failures_.size() - 1, "more request failed", "more requests failed");
+        counts << Counted(failures_.size() - 1, QStringLiteral("more request failed"),
+                          QStringLiteral("more requests failed"));
     }
     if (notSent_ > 0) {
-        counts << Plural(notSent_, "request was not sent", "requests were not sent");
+        counts << Counted(notSent_, QStringLiteral("request was not sent"),
+                          QStringLiteral("requests were not sent"));
     }
     if (!counts.isEmpty()) {
         err_ << "kelvane-cal: " << counts.join(QStringLiteral(", "))
@@ -493,8 +492,8 @@ int Publisher::Finish() {
     TellUnfinished();
     if (staysRefused_ > 0) {
         err_ << "kelvane-cal: "
-             << Plural(staysRefused_, "event stays refused by the server",
-                       "events stay refused by the server")
+             << Counted(staysRefused_, QStringLiteral("event stays refused by the server"),
+                        QStringLiteral("events stay refused by the server"))
              << "; a change to one sends it again\n";
     }
     err_.flush();
