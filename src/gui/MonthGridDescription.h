@@ -1,7 +1,10 @@
 #pragma once
 
+#include <QPoint>
 #include <QRectF>
 #include <QString>
+
+#include <optional>
 
 namespace kelvane {
 
@@ -28,6 +31,19 @@ class MonthGridDescription {
     virtual QRectF CellArea(int row, int column) const = 0;
     // The area of the weekday names over a column.
     virtual QRectF HeaderArea(int column) const = 0;
+
+    // The selected day's cell, x the column and y the row; none when the
+    // selected day is not in the month shown.
+    std::optional<QPoint> SelectedCell() const {
+        for (int row = 0; row < Rows; ++row) {
+            for (int column = 0; column < Columns; ++column) {
+                if (CellIsSelected(row, column)) {
+                    return QPoint(column, row);
+                }
+            }
+        }
+        return std::nullopt;
+    }
 };
 
 }  // namespace kelvane

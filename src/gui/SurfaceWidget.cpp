@@ -29,7 +29,7 @@ SurfaceWidget::SurfaceWidget(QWidget* parent)
     // Every pixel comes from the picture, so Qt need not clear the background.
     setAttribute(Qt::WA_OpaquePaintEvent);
     surface_.OnChanged([this] { update(); });
-    surface_.OnFinished([this] { AnnounceDrawing(); });
+    surface_.OnFinished([this] { announcer_.DrawingFinished(); });
 }
 
 void SurfaceWidget::SetKeys(KeyHandler keys) {
@@ -48,7 +48,7 @@ void SurfaceWidget::SetDescription(const MonthGridDescription* description) {
         QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(made));
     }
     description_ = description;
-    announcedSelection_.clear();
+    announcer_.SetDescription(description);
 }
 
 void SurfaceWidget::paintEvent(QPaintEvent* event) {
@@ -71,7 +71,9 @@ void SurfaceWidget::paintEvent(QPaintEvent* event) {
 // whole grid; it is painted over the picture and never drawn into it.
 void SurfaceWidget::PaintFocusFrame(QPainter& painter) {
     QRectF area = rect();
-    if (const std::optional<QPoint> cell = SelectedCell()) {
+    const std::optional<QPoint> cell =
+        description_ != nullptr ? description_->SelectedCell() : std::nullopt;
+    if (cell) {
         area = description_->CellArea(cell->y(), cell->x());
     }
     QPen pen(palette().color(QPalette::Highlight), 2);
@@ -126,81 +128,12 @@ void SurfaceWidget::keyPressEvent(QKeyEvent* event) {
 void SurfaceWidget::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
     update();
-    AnnounceSelection(QAccessible::Focus);
+    announcer_.FocusTaken();
 }
 
 void SurfaceWidget::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
     update();
-}
-
-std::optional<QPoint> SurfaceWidget::SelectedCell() const {
-    if (description_ == nullptr) {
-        return std::nullopt;
-    }
-    for (int row = 0; row < MonthGridDescription::Rows; ++row) {
-        for (int column = 0; column < MonthGridDescription::Columns; ++column) {
-            if (description_->CellIsSelected(row, column)) {
-                return QPoint(column, row);
-            }
-        }
-    }
-    return std::nullopt;
-}
-
-int SurfaceWidget::SelectedChild() const {
-    const std::optional<QPoint> cell = SelectedCell();
-    return cell ? MonthGridAccessible::CellIndex(cell->y(), cell->x()) : -1;
-}
-
-bool SurfaceWidget::Heard() const {
-    return description_ != nullptr && (listener_ || QAccessible::isActive());
-}
-
-void SurfaceWidget::Send(QAccessibleEvent& event) {
-    if (listener_) {
-        listener_(event);
-    } else {
-        QAccessible::updateAccessibility(&event);
-    }
-}
-
-void SurfaceWidget::AnnounceSelection(QAccessible::Event type) {
-    if (!Heard()) {
-        return;
-    }
-    const int child = SelectedChild();
-    if (child < 0) {
-        return;
-    }
-    QAccessibleEvent event(this, type);
-    event.setChild(child);
-    Send(event);
-}
-
-// Every drawing may have changed what the cells read; a selection that moved
-// is announced as selected, and as focused while the grid has the keyboard.
-void SurfaceWidget::AnnounceDrawing() {
-    if (!Heard()) {
-        return;
-    }
-    QAccessibleTableModelChangeEvent changed(this, QAccessibleTableModelChangeEvent::DataChanged);
-    changed.setFirstRow(0);
-    changed.setLastRow(MonthGridDescription::Rows - 1);
-    changed.setFirstColumn(0);
-    changed.setLastColumn(MonthGridDescription::Columns - 1);
-    Send(changed);
-
-    const std::optional<QPoint> cell = SelectedCell();
-    const QString selection = cell ? description_->CellName(cell->y(), cell->x()) : QString();
-    if (selection == announcedSelection_) {
-        return;
-    }
-    announcedSelection_ = selection;
-    AnnounceSelection(QAccessible::Selection);
-    if (hasFocus()) {
-        AnnounceSelection(QAccessible::Focus);
-    }
 }
 
 }  // namespace kelvane

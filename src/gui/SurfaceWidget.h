@@ -4,10 +4,10 @@
 #include <QWidget>
 
 #include <functional>
-#include <optional>
 
 #include "gui/CalenderEvents.h"
 #include "gui/ImageSurface.h"
+#include "gui/MonthGridAnnouncer.h"
 #include "gui/MonthGridDescription.h"
 
 namespace kelvane {
@@ -37,8 +37,10 @@ class SurfaceWidget final : public QWidget {
     // Where the grid's accessibility events go: to the screen reader bridge
     // while one is active, or to `listener` once given (tests listen here,
     // since headless platforms have no bridge).
-    using Listener = std::function<void(QAccessibleEvent& event)>;
-    void SetAccessibilityListener(Listener listener) { listener_ = std::move(listener); }
+    using Listener = MonthGridAnnouncer::Listener;
+    void SetAccessibilityListener(Listener listener) {
+        announcer_.SetListener(std::move(listener));
+    }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -53,21 +55,12 @@ class SurfaceWidget final : public QWidget {
     // A new picture at the window's size and pixel ratio, drawn again.
     void RemakePicture();
     void PaintFocusFrame(QPainter& painter);
-    // Tells screen readers what the last drawing changed.
-    void AnnounceDrawing();
-    void AnnounceSelection(QAccessible::Event type);
-    bool Heard() const;
-    void Send(QAccessibleEvent& event);
-    // The selected day's cell, x the column and y the row, both from 0.
-    std::optional<QPoint> SelectedCell() const;
-    int SelectedChild() const;
 
     ImageSurface surface_;
     CalenderEvents* events_ = nullptr;
     KeyHandler keys_;
     const MonthGridDescription* description_ = nullptr;
-    Listener listener_;
-    QString announcedSelection_;
+    MonthGridAnnouncer announcer_{*this};
     bool leftPressed_ = false;
 };
 

@@ -6,6 +6,7 @@
 
 #include <vector>
 
+#include "shell/GridScreenReader.h"
 #include "shell/ToolbarIcons.h"
 #include "support/CalendarFiles.h"
 #include "support/MainWindowWorld.h"
@@ -15,42 +16,6 @@
 // (both counted from 0).
 namespace kelvane::testing {
 namespace {
-
-struct HeardEvent {
-    QAccessible::Event type;
-    int child;
-    QAccessibleInterface* target;
-};
-
-// Listens to the grid's accessibility events as a screen reader bridge would.
-struct ScreenReader {
-    explicit ScreenReader(SurfaceWidget& grid) : grid_(grid) {
-        grid_.SetAccessibilityListener([this](QAccessibleEvent& event) {
-            events.push_back({event.type(), event.child(), event.accessibleInterface()});
-        });
-    }
-    ~ScreenReader() { grid_.SetAccessibilityListener(nullptr); }
-    ScreenReader(const ScreenReader&) = delete;
-    ScreenReader& operator=(const ScreenReader&) = delete;
-
-    // Whether an event of the type was sent for the child, and Qt finds that
-    // child's interface from the event as a screen reader bridge would.
-    bool Heard(QAccessible::Event type, int child) const {
-        QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&grid_);
-        for (const HeardEvent& event : events) {
-            const QAccessibleInterface* expected = child < 0 ? grid : grid->child(child);
-            if (event.type == type && event.child == child && event.target == expected) {
-                return true;
-            }
-        }
-        return false;
-    }
-
-    std::vector<HeardEvent> events;
-
-  private:
-    SurfaceWidget& grid_;
-};
 
 QAccessibleInterface* Grid(MainWindowWorld& w) {
     return QAccessible::queryAccessibleInterface(&w.main.CalenderView());

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QAccessible>
+#include <QString>
+
+#include <vector>
+
+#include "gui/SurfaceWidget.h"
+
+namespace kelvane::testing {
+
+struct HeardEvent {
+    QAccessible::Event type;
+    int child;
+    QAccessibleInterface* target;
+    // What the event's object read when the event came.
+    QString name;
+};
+
+// Listens to the grid's accessibility events as a screen reader bridge would.
+struct ScreenReader {
+    explicit ScreenReader(SurfaceWidget& grid) : grid_(grid) {
+        grid_.SetAccessibilityListener([this](QAccessibleEvent& event) {
+            QAccessibleInterface* target = event.accessibleInterface();
+            events.push_back({event.type(), event.child(), target,
+                              target != nullptr ? target->text(QAccessible::Name) : QString()});
+        });
+    }
+    ~ScreenReader() { grid_.SetAccessibilityListener(nullptr); }
+    ScreenReader(const ScreenReader&) = delete;
+    ScreenReader& operator=(const ScreenReader&) = delete;
+
+    // Whether an event of the type was sent for the child, and Qt finds that
+    // child's interface from the event as a screen reader bridge would.
+    bool Heard(QAccessible::Event type, int child) const { return Count(type, child) > 0; }
+
+    int Count(QAccessible::Event type, int child) const {
+        QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&grid_);
+        const QAccessibleInterface* expected = child < 0 ? grid : grid->child(child);
+        int count = 0;
+        for (const HeardEvent& event : events) {
+            if (event.type == type && event.child == child && event.target == expected) {
+                ++count;
+            }
+        }
+        return count;
+    }
+
+    int Count(QAccessible::Event type) const {
+        int count = 0;
+        for (const HeardEvent& event : events) {
+            count += event.type == type ? 1 : 0;
+        }
+        return count;
+    }
+
+    // The last event of the type; a type of none when there was none.
+    HeardEvent Last(QAccessible::Event type) const {
+        for (auto event = events.rbegin(); event != events.rend(); ++event) {
+            if (event->type == type) {
+                return *event;
+            }
+        }
+        return {QAccessible::InvalidEvent, -1, nullptr, QString()};
+    }
+
+    std::vector<HeardEvent> events;
+
+  private:
+    SurfaceWidget& grid_;
+};
+
+}  // namespace kelvane::testing
