@@ -24,8 +24,7 @@ frmMain::frmMain(Store& store)
     setWindowTitle(QStringLiteral("Kelvane v1.0"));
     calenderView_->setObjectName(QStringLiteral("Calender1"));
     schedule_->setObjectName(QStringLiteral("usrTodaysSchedule"));
-    schedule_->setAccessibleName(QStringLiteral("Today's schedule"));
-    schedule_->TextBox()->setAccessibleName(QStringLiteral("Today's schedule"));
+    schedule_->SetSpokenName(QStringLiteral("Today's schedule"));
     calender1_ =
         std::make_unique<Calender>(store_.module1, store_.calender, calenderView_->Surface());
     calenderView_->SetEvents(calender1_.get());
