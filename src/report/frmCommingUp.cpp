@@ -40,6 +40,9 @@ frmCommingUp::frmCommingUp(Store& store, MonthViewControl& monthView, QWidget* p
     setWindowTitle(QStringLiteral("Comming Up..."));
     setModal(true);
     usrDocViewer1->setObjectName(QStringLiteral("usrDocViewer1"));
+    // The report's heading as a screen reader should say it, in the program's
+    // own spelling.
+    usrDocViewer1->SetSpokenName(QStringLiteral("Comming up"));
     BuildControls();
     SetUpKeyboard();
     Form_Load();

@@ -27,9 +27,7 @@ usrDocViewer::usrDocViewer(Module1& module1, QWidget* parent)
       memoryLimit_(MemoryLines) {
     txtDocument_->setObjectName(QStringLiteral("txtDocument"));
     txtDocument_->setReadOnly(true);
-    // A screen reader meets the report by this name, on the viewer and its box.
-    setAccessibleName(QStringLiteral("Report"));
-    txtDocument_->setAccessibleName(QStringLiteral("Report"));
+    SetSpokenName(QStringLiteral("Report"));
     // The box covers the whole control at every size.
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -43,6 +41,12 @@ usrDocViewer::~usrDocViewer() {
 
 QWidget* usrDocViewer::TextBox() const {
     return txtDocument_;
+}
+
+// A screen reader meets the report by this name, on the viewer and its box.
+void usrDocViewer::SetSpokenName(const QString& name) {
+    setAccessibleName(name);
+    txtDocument_->setAccessibleName(name);
 }
 
 bool usrDocViewer::Initialize() {

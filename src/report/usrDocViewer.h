@@ -60,6 +60,10 @@ class usrDocViewer : public QWidget {
 
     // The box that shows the lines, for the dialog's Tab order.
     QWidget* TextBox() const;
+    // The name a screen reader gives the viewer and its box, "Report" until
+    // set: the report's heading written plainly, where the shown heading is
+    // spaced out letter by letter.
+    void SetSpokenName(const QString& name);
 
     // The temporary file's path, "" until lines first went beyond memory.
     const QString& OverflowFilePath() const { return overflowFilePath_; }

@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QLocale>
+#include <QRegularExpression>
 #include <QTime>
 
 namespace kelvane {
@@ -18,6 +19,27 @@ QString LocalTime(const QString& hoursMinutesSeconds) {
     const QTime time = QTime::fromString(hoursMinutesSeconds, QStringLiteral("hh:mm:ss"));
     return time.isValid() ? QLocale::system().toString(time, QLocale::ShortFormat)
                           : hoursMinutesSeconds;
+}
+
+// The time in the user's short form without its seconds: the clock panel's
+// accessible name, so that a screen reader hears of a change once a minute
+// rather than every second.
+QString SpokenTime(const QString& hoursMinutesSeconds) {
+    const QTime time = QTime::fromString(hoursMinutesSeconds, QStringLiteral("hh:mm:ss"));
+    if (!time.isValid()) {
+        return hoursMinutesSeconds;
+    }
+    QString format = QLocale::system().timeFormat(QLocale::ShortFormat);
+    format.remove(QRegularExpression(QStringLiteral("[:.]?\\bs{1,2}\\b")));
+    return QLocale::system().toString(time, format);
+}
+
+// QLabel::setText announces a new name only while the label has none of its
+// own, and setting the same name again would announce it anyway.
+void SetSpokenName(QLabel& panel, const QString& name) {
+    if (panel.accessibleName() != name) {
+        panel.setAccessibleName(name);
+    }
 }
 
 }  // namespace
@@ -62,7 +84,9 @@ void MainStatusBar::ShowAlertsEnabled(bool enabled) {
 
 void MainStatusBar::ShowDateAndTime() {
     Panel(3)->setText(LocalDate(clock_.DateText()));
-    Panel(4)->setText(LocalTime(clock_.TimeText()));
+    const QString time = clock_.TimeText();
+    SetSpokenName(*Panel(4), SpokenTime(time));
+    Panel(4)->setText(LocalTime(time));
 }
 
 }  // namespace kelvane

@@ -11,7 +11,8 @@ namespace kelvane {
 
 // The main window's status bar: panel 1 for messages, panel 2 "warn" while
 // announcements are allowed, panels 3 and 4 the system date and time, which
-// the bar keeps up to date itself.
+// the bar keeps up to date itself. Screen readers know the time panel by its
+// hours and minutes, so its name changes once a minute, not every second.
 class MainStatusBar final : public QStatusBar, public AlertIndicator {
   public:
     MainStatusBar(const SystemClock& clock, QWidget* parent = nullptr);

@@ -10,9 +10,6 @@ namespace kelvane {
 namespace {
 
 const QString kSection = QStringLiteral("Settings");
-// The part of the window's top edge that must be on screen to grab it.
-constexpr int kGrabWidth = 100;
-constexpr int kGrabHeight = 30;
 
 double ReadTwips(const SettingsStore& settings, const QString& key, double fallback) {
     return Val(settings.GetSetting(QString::fromLatin1(ApplicationTitle), kSection, key,
@@ -47,27 +44,15 @@ void SaveMainGeometry(SettingsStore& settings, const TwipGeometry& geometry) {
     SaveTwips(settings, QStringLiteral("MainHeight"), geometry.Height);
 }
 
-QRect KeepUsable(const QRect& frame, const QRect& available, const QSize& minimum) {
-    QRect usable = frame;
-    usable.setWidth(std::max(std::min(frame.width(), available.width()), minimum.width()));
-    usable.setHeight(std::max(std::min(frame.height(), available.height()), minimum.height()));
-    const QRect grip(usable.topLeft(), QSize(std::min(kGrabWidth, usable.width()), kGrabHeight));
-    if (available.contains(grip)) {
-        return usable;
-    }
-    usable.moveLeft(ClampInto(usable.left(), available.left(),
-                              available.right() + 1 - std::min(usable.width(), kGrabWidth)));
-    usable.moveTop(ClampInto(usable.top(), available.top(), available.bottom() + 1 - kGrabHeight));
-    // Whatever fits of the window goes on screen, not just its grip.
-    if (usable.right() > available.right()) {
-        usable.moveLeft(
-            ClampInto(available.right() + 1 - usable.width(), available.left(), usable.left()));
-    }
-    if (usable.bottom() > available.bottom()) {
-        usable.moveTop(
-            ClampInto(available.bottom() + 1 - usable.height(), available.top(), usable.top()));
-    }
-    return usable;
+QRect FitOnScreen(const QRect& frame, const QRect& available, const QSize& minimum) {
+    QRect fitted = frame;
+    fitted.setWidth(std::max(std::min(frame.width(), available.width()), minimum.width()));
+    fitted.setHeight(std::max(std::min(frame.height(), available.height()), minimum.height()));
+    fitted.moveLeft(
+        ClampInto(fitted.left(), available.left(), available.right() + 1 - fitted.width()));
+    fitted.moveTop(
+        ClampInto(fitted.top(), available.top(), available.bottom() + 1 - fitted.height()));
+    return fitted;
 }
 
 }  // namespace kelvane

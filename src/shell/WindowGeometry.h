@@ -26,9 +26,10 @@ struct TwipGeometry {
 TwipGeometry ReadMainGeometry(const SettingsStore& settings);
 void SaveMainGeometry(SettingsStore& settings, const TwipGeometry& geometry);
 
-// `frame` moved and shrunk, only as far as needed, so that the window's top
-// strip (where it is grabbed) lies on `available` and the window is no larger
-// than it, but never smaller than `minimum`.
-QRect KeepUsable(const QRect& frame, const QRect& available, const QSize& minimum);
+// `frame` moved, and shrunk only where it is larger than `available`, so that
+// it lies wholly on `available`; it never gets smaller than `minimum`. What a
+// minimum too large for the screen leaves over hangs off the right and bottom
+// edges, so that the top-left corner (the title bar's start) stays on screen.
+QRect FitOnScreen(const QRect& frame, const QRect& available, const QSize& minimum);
 
 }  // namespace kelvane

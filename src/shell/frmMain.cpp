@@ -24,8 +24,7 @@ frmMain::frmMain(Store& store)
     setWindowTitle(QStringLiteral("Kelvane v1.0"));
     calenderView_->setObjectName(QStringLiteral("Calender1"));
     schedule_->setObjectName(QStringLiteral("usrTodaysSchedule"));
-    schedule_->setAccessibleName(QStringLiteral("Today's schedule"));
-    schedule_->TextBox()->setAccessibleName(QStringLiteral("Today's schedule"));
+    schedule_->SetSpokenName(QStringLiteral("Today's schedule"));
     calender1_ =
         std::make_unique<Calender>(store_.module1, store_.calender, calenderView_->Surface());
     calenderView_->SetEvents(calender1_.get());
@@ -181,13 +180,46 @@ void frmMain::ApplyGeometry(const TwipGeometry& geometry) {
     const double dpi = DotsPerInch(this);
     move(TwipsToPixels(geometry.Left, dpi), TwipsToPixels(geometry.Top, dpi));
     resize(TwipsToPixels(geometry.Width, dpi), TwipsToPixels(geometry.Height, dpi));
-    const QScreen* screen = this->screen();
-    if (screen != nullptr) {
-        const QRect usable = KeepUsable(QRect(pos(), size()), screen->availableGeometry(),
-                                        QSize(DesignWidth, DesignHeight));
-        move(usable.topLeft());
-        resize(usable.size());
+    FitWindowOnScreen();
+    fitWithFrame_ = true;
+}
+
+// The whole window, its frame included where Qt knows it, goes on the screen
+// it lands on. pos() is the frame's corner; size() leaves the frame out.
+void frmMain::FitWindowOnScreen() {
+    const QSize frame = frameGeometry().size() - size();
+    const QRect outer(pos(), size() + frame);
+    const QScreen* screen = QGuiApplication::screenAt(outer.center());
+    if (screen == nullptr) {
+        screen = this->screen();
     }
+    if (screen == nullptr) {
+        return;
+    }
+    const QRect fitted =
+        FitOnScreen(outer, screen->availableGeometry(), QSize(DesignWidth, DesignHeight) + frame);
+    move(fitted.topLeft());
+    resize(fitted.size() - frame);
+}
+
+// A window manager tells the frame's size only after the window is shown,
+// and a shown window may have grown by it past the screen's edge.
+void frmMain::FitOnceTheFrameIsKnown() {
+    const bool normal = !isMaximized() && !isFullScreen() && !isMinimized();
+    if (fitWithFrame_ && normal && isVisible() && frameGeometry().size() != size()) {
+        fitWithFrame_ = false;
+        FitWindowOnScreen();
+    }
+}
+
+void frmMain::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    FitOnceTheFrameIsKnown();
+}
+
+void frmMain::moveEvent(QMoveEvent* event) {
+    QMainWindow::moveEvent(event);
+    FitOnceTheFrameIsKnown();
 }
 
 TwipGeometry frmMain::CurrentGeometry() const {

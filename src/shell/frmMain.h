@@ -120,6 +120,8 @@ class frmMain final : public QMainWindow, public DocumentWindow {
   protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -136,6 +138,8 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void ShowMonthCheck(qint16 month);
     void ApplyGeometry(const TwipGeometry& geometry);
     TwipGeometry CurrentGeometry() const;
+    void FitWindowOnScreen();
+    void FitOnceTheFrameIsKnown();
     void CloseOtherWindows();
 
     Store& store_;
@@ -155,6 +159,9 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     // One for every file command under way, the latest last.
     std::list<QuietAlerts> fileCommands_;
     // The check marks of View: Tool Bar, Status Bar, Schedule and Calender.
+    // Set while the restored geometry waits to be fitted again with the
+    // window's frame, which Qt knows only once the window is shown.
+    bool fitWithFrame_ = false;
     bool viewToolBar_ = true;
     bool viewStatusBar_ = true;
     bool viewTools_ = true;

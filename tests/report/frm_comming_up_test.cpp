@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTest>
@@ -72,6 +73,21 @@ TEST_F(CommingUpTest, ShowsItsCaptionAndNamedControls) {
     EXPECT_FALSE(dialog->chkDisplay->isChecked());
     EXPECT_EQ(dialog->usrDocViewer1->objectName(), "usrDocViewer1");
     EXPECT_EQ(dialog->lstDateFrom->objectName(), "lstDateFrom");
+}
+
+// A screen reader spells the spaced-out heading letter by letter; the report
+// is announced by its heading written plainly, and its text reads as shown.
+TEST_F(CommingUpTest, AScreenReaderMeetsTheReportByItsHeadingWrittenPlainly) {
+    Open();
+    QAccessibleInterface* box =
+        QAccessible::queryAccessibleInterface(dialog->usrDocViewer1->TextBox());
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(box->text(QAccessible::Name), "Comming up");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(dialog->usrDocViewer1)->text(QAccessible::Name),
+              "Comming up");
+    ASSERT_NE(box->textInterface(), nullptr);
+    EXPECT_EQ(box->textInterface()->text(0, kHeading.size()), kHeading);
+    EXPECT_EQ(Shown().section(QLatin1Char('\n'), 0, 0), kHeading);
 }
 
 TEST_F(CommingUpTest, ListsTodayAloneWhenTheSelectedDateReadsTheSame) {

@@ -92,6 +92,14 @@ TEST_F(DocViewerTest, HoldsAReadOnlyTextBoxNamedTxtDocument) {
     EXPECT_EQ(viewer.OverflowFileNumber(), 0);
 }
 
+TEST_F(DocViewerTest, TheViewerAndItsBoxAreNamedReportUntilGivenAName) {
+    EXPECT_EQ(viewer.accessibleName(), "Report");
+    EXPECT_EQ(Box()->accessibleName(), "Report");
+    viewer.SetSpokenName(QStringLiteral("Comming up"));
+    EXPECT_EQ(viewer.accessibleName(), "Comming up");
+    EXPECT_EQ(Box()->accessibleName(), "Comming up");
+}
+
 TEST_F(DocViewerTest, TheBoxFillsTheControlAtEverySize) {
     viewer.resize(300, 200);
     viewer.show();

@@ -130,7 +130,7 @@ TEST(DialogAccess, EveryControlOfTheCommingUpReportHasAName) {
     dialog.show();
     EXPECT_EQ(Unnamed(&dialog), QStringList()) << Unnamed(&dialog).join(", ").toStdString();
     EXPECT_EQ(AccessibleName(dialog.txtTimeUnits), "Time Units");
-    EXPECT_EQ(AccessibleName(dialog.usrDocViewer1->TextBox()), "Report");
+    EXPECT_EQ(AccessibleName(dialog.usrDocViewer1->TextBox()), "Comming up");
 }
 
 TEST(DialogAccess, EveryControlOfTheOptionsHasAName) {

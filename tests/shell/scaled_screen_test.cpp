@@ -1,10 +1,12 @@
 #include <QAccessible>
 #include <QImageReader>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
+#include "gui/FakeSettingsStore.h"
 #include "support/MainWindowWorld.h"
 
 // The main window on a screen scaled to 200 %. Today is Saturday 7 March 2026.
@@ -69,6 +71,71 @@ TEST(ScaledScreen, SaveCalImageWritesThePictureAtItsSizeInUnits) {
     w.main.Menu().mnuFileSaveCalImage->trigger();
     QImageReader reader(path);
     EXPECT_EQ(reader.size(), w.main.CalenderView().size());
+}
+
+// The main window loaded, as start-up loads it, after a run that left its
+// place and size in the settings, in twips; shown, so that its frame counts.
+struct RestoredWindow {
+    RestoredWindow(double left, double top, double width, double height) {
+        for (const auto& [key, twips] :
+             {std::pair{"MainLeft", left}, std::pair{"MainTop", top}, std::pair{"MainWidth", width},
+              std::pair{"MainHeight", height}}) {
+            world.platform.Settings.Values.insert(
+                FakeSettingsStore::Key(QStringLiteral("Kelvane"), QStringLiteral("Settings"),
+                                       QString::fromLatin1(key)),
+                QString::number(twips));
+        }
+        world.platform.Clock.Set(2026, 3, 7, 8, 0);
+        world.OpenStores();
+        main = std::make_unique<frmMain>(world.store);
+        main->Form_Load();
+        main->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(main.get()));
+    }
+    ~RestoredWindow() { main->Form_Terminate(); }
+    RestoredWindow(const RestoredWindow&) = delete;
+    RestoredWindow& operator=(const RestoredWindow&) = delete;
+
+    QRect Screen() const { return main->screen()->availableGeometry(); }
+
+    TestWorld world;
+    std::unique_ptr<frmMain> main;
+};
+
+// 96 logical dots to the inch: 1440 twips are 96 units, 15 twips one unit.
+// The screen is 400 by 400 units here, just the designed width of the window.
+TEST(ScaledScreen, ARestoredWindowReachingPastTheBottomIsMovedUpWithItsFrame) {
+    RestoredWindow w(0, 200 * 15, 400 * 15, 340 * 15);
+    const QRect frame = w.main->frameGeometry();
+    ASSERT_GT(frame.height(), w.main->height());
+    EXPECT_EQ(w.main->height(), 340);
+    EXPECT_EQ(frame.bottom(), w.Screen().bottom());
+    EXPECT_EQ(frame.left(), w.Screen().left());
+}
+
+TEST(ScaledScreen, ARestoredWindowLargerThanTheScreenIsCutToItFrameIncluded) {
+    RestoredWindow w(136 * 15, 174 * 15, 800 * 15, 600 * 15);
+    const QRect frame = w.main->frameGeometry();
+    EXPECT_EQ(frame.topLeft(), w.Screen().topLeft());
+    EXPECT_EQ(frame.bottom(), w.Screen().bottom());
+    // The designed width is the least the window may have, here the screen's
+    // whole width; only the frame's edge is left beyond it.
+    EXPECT_EQ(w.main->width(), w.main->DesignWidth);
+    EXPECT_EQ(w.main->DesignWidth, w.Screen().width());
+}
+
+// What is written at the end is where the window really was.
+TEST(ScaledScreen, TheFittedGeometryIsWhatIsSavedOnQuit) {
+    RestoredWindow w(0, 200 * 15, 400 * 15, 340 * 15);
+    const QPoint at = w.main->pos();
+    ASSERT_TRUE(w.main->close());
+    const auto& saved = w.world.platform.Settings.Values;
+    const auto setting = [&saved](const char* key) {
+        return saved.value(FakeSettingsStore::Key(
+            QStringLiteral("Kelvane"), QStringLiteral("Settings"), QString::fromLatin1(key)));
+    };
+    EXPECT_EQ(setting("MainTop"), QString::number(at.y() * 15));
+    EXPECT_EQ(setting("MainHeight"), QStringLiteral("5100"));
 }
 
 }  // namespace

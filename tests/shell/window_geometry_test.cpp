@@ -63,22 +63,43 @@ TEST(WindowGeometry, AbsurdTwipsStayWithinWhatAnIntHolds) {
 const QRect kScreen(0, 0, 1280, 1000);
 const QSize kMinimum(400, 333);
 
-TEST(WindowGeometry, AWindowThatCanBeGrabbedStaysWhereItIs) {
-    EXPECT_EQ(KeepUsable(QRect(67, 67, 433, 433), kScreen, kMinimum), QRect(67, 67, 433, 433));
-    // Hanging off the right and bottom edges is the user's own choice.
-    EXPECT_EQ(KeepUsable(QRect(1100, 900, 433, 433), kScreen, kMinimum),
-              QRect(1100, 900, 433, 433));
+TEST(WindowGeometry, AWindowOnTheScreenStaysWhereItIs) {
+    EXPECT_EQ(FitOnScreen(QRect(67, 67, 433, 433), kScreen, kMinimum), QRect(67, 67, 433, 433));
+    EXPECT_EQ(FitOnScreen(QRect(847, 567, 433, 433), kScreen, kMinimum), QRect(847, 567, 433, 433));
+}
+
+// Its close button and its bottom edge stay within reach.
+TEST(WindowGeometry, AWindowHangingOffAnEdgeIsMovedInWithoutShrinking) {
+    EXPECT_EQ(FitOnScreen(QRect(1100, 900, 433, 433), kScreen, kMinimum),
+              QRect(847, 567, 433, 433));
+    EXPECT_EQ(FitOnScreen(QRect(136, 174, 1280, 1000), kScreen, kMinimum), kScreen);
+    EXPECT_EQ(FitOnScreen(QRect(-20, 5, 433, 433), kScreen, kMinimum), QRect(0, 5, 433, 433));
 }
 
 TEST(WindowGeometry, AWindowOffScreenComesBackOnIt) {
-    EXPECT_EQ(KeepUsable(QRect(-5000, -5000, 433, 433), kScreen, kMinimum), QRect(0, 0, 433, 433));
-    EXPECT_EQ(KeepUsable(QRect(90000, 90000, 433, 433), kScreen, kMinimum),
+    EXPECT_EQ(FitOnScreen(QRect(-5000, -5000, 433, 433), kScreen, kMinimum), QRect(0, 0, 433, 433));
+    EXPECT_EQ(FitOnScreen(QRect(90000, 90000, 433, 433), kScreen, kMinimum),
               QRect(847, 567, 433, 433));
 }
 
 TEST(WindowGeometry, AWindowLargerThanTheScreenIsCutToItButNotBelowItsMinimum) {
-    EXPECT_EQ(KeepUsable(QRect(0, 0, 50000, 50000), kScreen, kMinimum), kScreen);
-    EXPECT_EQ(KeepUsable(QRect(0, 0, 5, 5), kScreen, kMinimum), QRect(QPoint(0, 0), kMinimum));
+    EXPECT_EQ(FitOnScreen(QRect(0, 0, 50000, 50000), kScreen, kMinimum), kScreen);
+    EXPECT_EQ(FitOnScreen(QRect(300, 200, 1300, 1001), kScreen, kMinimum), kScreen);
+    EXPECT_EQ(FitOnScreen(QRect(0, 0, 5, 5), kScreen, kMinimum), QRect(QPoint(0, 0), kMinimum));
+}
+
+// What does not fit hangs off the right and bottom, the title bar on screen.
+TEST(WindowGeometry, AMinimumLargerThanTheScreenKeepsTheTopLeftCornerOnIt) {
+    const QRect small(10, 20, 300, 200);
+    EXPECT_EQ(FitOnScreen(QRect(500, 500, 100, 100), small, kMinimum),
+              QRect(QPoint(10, 20), kMinimum));
+}
+
+// The screen need not start at 0, 0: a second screen right of the first.
+TEST(WindowGeometry, AWindowIsFittedOnAScreenAnywhereOnTheDesktop) {
+    const QRect second(1280, 40, 1024, 728);
+    EXPECT_EQ(FitOnScreen(QRect(2000, 500, 433, 433), second, kMinimum),
+              QRect(1871, 335, 433, 433));
 }
 
 }  // namespace
