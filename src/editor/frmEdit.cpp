@@ -1,5 +1,6 @@
 #include "editor/frmEdit.h"
 
+#include <QApplication>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -11,6 +12,7 @@
 #include "editor/InputLimit.h"
 #include "gui/NamedWidgets.h"
 #include "gui/Twips.h"
+#include "store/DateInWords.h"
 
 namespace kelvane {
 
@@ -222,12 +224,18 @@ void frmEdit::Connect() {
     connect(txtTitle, &QLineEdit::textChanged, this, [this] { txtTitle_Change(); });
     connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
     connect(cmdCancel, &QPushButton::clicked, this, [this] { cmdCancel_Click(); });
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget* left, QWidget*) { ForgetAddedWhenLeft(left); });
 }
 
 void frmEdit::Form_Load(const MonthViewControl& monthView) {
     const CalDate& date = store_.calender.CurrentEntryDate;
     lblDate->setText(QString::number(date.Day) + QStringLiteral(" / ") +
                      QString::number(date.Month));
+    // "17 / 11" alone gives a listener neither the weekday nor the month's name.
+    const QString spoken = DateInWords(monthView, date.Month, date.Day);
+    setAccessibleDescription(spoken);
+    lblDate->setAccessibleDescription(spoken);
     QString fontName;
     qint16 fontSize = 0;
     monthView.GetFont(fontName, fontSize);

@@ -101,6 +101,8 @@ class frmEdit final : public QDialog {
     void ShowPanel(int index);
     void FillSchedule();
     void Refuse(const QString& message);
+    void TellAdded(const QString& line);
+    void ForgetAddedWhenLeft(QWidget* left);
 
     Store& store_;
     AppointmentSlots& schedule_;

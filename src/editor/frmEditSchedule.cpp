@@ -79,6 +79,7 @@ void frmEdit::cmdAddAppointment_Click() {
         return;
     }
     Appointment& activity = schedule_[static_cast<int>(slot)];
+    const bool replacing = !activity.Description.IsBlank();
     if (!ParseTime(txtStartTime->text(), activity.StartTime)) {
         Refuse(QStringLiteral("Start Time is invalid"));
         return;
@@ -96,6 +97,26 @@ void frmEdit::cmdAddAppointment_Click() {
     activity.Description = txtAppDescription->text();
     FillSchedule();
     cmdClear_Click();
+    if (static_cast<int>(slot) <= store_.appointments.CountAppointments()) {
+        TellAdded((replacing ? QStringLiteral("Changed ") : QStringLiteral("Added ")) +
+                  ScheduleLine(static_cast<int>(slot), activity).trimmed());
+    }
+}
+
+// Add leaves the keyboard on itself and the new line shows in a list a screen
+// reader does not watch. Orca reads out a new description of the control that
+// has the keyboard, so the button's description tells what it did. Qt
+// announces every description set, the same line added twice too.
+void frmEdit::TellAdded(const QString& line) {
+    cmdAddAppointment->setAccessibleDescription(line);
+}
+
+// Once the keyboard leaves Add, its description is no longer news: without
+// it, coming back to the button reads only the button.
+void frmEdit::ForgetAddedWhenLeft(QWidget* left) {
+    if (left == cmdAddAppointment) {
+        cmdAddAppointment->setAccessibleDescription(QString());
+    }
 }
 
 // The slots after the deleted one move down; the last keeps its contents.
