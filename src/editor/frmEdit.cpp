@@ -257,6 +257,14 @@ void frmEdit::Form_Load(const MonthViewControl& monthView) {
     Colours->Attach(entry.TextColour, entry.BackColour);
     ShowPanel(2);
     ShowPanel(0);
+    PutKeyboardOnTitle();
+}
+
+// The dialog opens with the keyboard where typing is expected, with the title
+// selected: typing replaces it, as in other dialogs, and an arrow key keeps it.
+void frmEdit::PutKeyboardOnTitle() {
+    txtTitle->setFocus(Qt::OtherFocusReason);
+    txtTitle->selectAll();
 }
 
 // The boxes take no more than their fields hold, so OK never cuts what was

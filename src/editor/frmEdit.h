@@ -96,6 +96,7 @@ class frmEdit final : public QDialog {
     QWidget* FirstControl(int page) const;
     void Connect();
     void Form_Load(const MonthViewControl& monthView);
+    void PutKeyboardOnTitle();
     void LimitLengths();
     void ShowNoteCount();
     void ShowPanel(int index);
