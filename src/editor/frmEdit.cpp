@@ -1,6 +1,5 @@
 #include "editor/frmEdit.h"
 
-#include <QApplication>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -94,6 +93,7 @@ void frmEdit::BuildSchedulePage(QWidget* page) {
     cmdAddAppointment = NamedButton(page, "cmdAddAppointment", QStringLiteral("Add"));
     cmdDelete = NamedButton(page, "cmdDelete", QStringLiteral("Delete"));
     cmdClear = NamedButton(page, "cmdClear", QStringLiteral("Clear"));
+    annSchedule = NamedWidget<Announcer>(page, "annSchedule");
 
     txtAppointNum->setMaximumWidth(
         txtAppointNum->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 12);
@@ -224,8 +224,6 @@ void frmEdit::Connect() {
     connect(txtTitle, &QLineEdit::textChanged, this, [this] { txtTitle_Change(); });
     connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
     connect(cmdCancel, &QPushButton::clicked, this, [this] { cmdCancel_Click(); });
-    connect(qApp, &QApplication::focusChanged, this,
-            [this](QWidget* left, QWidget*) { ForgetAddedWhenLeft(left); });
 }
 
 void frmEdit::Form_Load(const MonthViewControl& monthView) {

@@ -103,20 +103,10 @@ void frmEdit::cmdAddAppointment_Click() {
     }
 }
 
-// Add leaves the keyboard on itself and the new line shows in a list a screen
-// reader does not watch. Orca reads out a new description of the control that
-// has the keyboard, so the button's description tells what it did. Qt
-// announces every description set, the same line added twice too.
+// Add leaves the keyboard on itself and the new line shows in a list the
+// keyboard is not on, so a screen reader is told the line.
 void frmEdit::TellAdded(const QString& line) {
-    cmdAddAppointment->setAccessibleDescription(line);
-}
-
-// Once the keyboard leaves Add, its description is no longer news: without
-// it, coming back to the button reads only the button.
-void frmEdit::ForgetAddedWhenLeft(QWidget* left) {
-    if (left == cmdAddAppointment) {
-        cmdAddAppointment->setAccessibleDescription(QString());
-    }
+    annSchedule->Announce(line);
 }
 
 // The slots after the deleted one move down; the last keeps its contents.
