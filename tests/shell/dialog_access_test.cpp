@@ -197,36 +197,6 @@ TEST(DialogAccess, TheOtherDialogsLabelsBelongToTheirBoxes) {
 
 // --- Tab order -------------------------------------------------------------
 
-// Typing at once replaces the title; the page shown stays Outlook.
-TEST(DialogAccess, TheDateEditorOpensWithTheTitleSelectedInItsBox) {
-    EditorWorld w;
-    w.view.calender->SetDate(2000, 7, 17);
-    w.world.calender.CurrentEntry.Title = QStringLiteral("Birthday");
-    w.view.calender->UpdateSelectedDate(false);
-    frmEdit& dialog = w.Open(7, 17);
-    Activate(&dialog);
-    EXPECT_EQ(QApplication::focusWidget(), dialog.txtTitle);
-    EXPECT_EQ(dialog.txtTitle->selectedText(), QStringLiteral("Birthday"));
-    EXPECT_EQ(dialog.tabEdit->currentIndex(), 0);
-    EXPECT_TRUE(dialog.Picture1[0]->isVisible());
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Party"));
-    EXPECT_EQ(dialog.txtTitle->text(), QStringLiteral("Party"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), dialog.Colours->cmdFontCol);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-    EXPECT_EQ(QApplication::focusWidget(), dialog.tabEdit);
-}
-
-TEST(DialogAccess, AnEmptyTitleStillTakesTheKeyboardFirst) {
-    EditorWorld w;
-    frmEdit& dialog = w.Open();
-    Activate(&dialog);
-    EXPECT_EQ(QApplication::focusWidget(), dialog.txtTitle);
-    QTest::keyClicks(dialog.txtTitle, QStringLiteral("Dentist"));
-    EXPECT_EQ(dialog.txtTitle->text(), QStringLiteral("Dentist"));
-}
-
 TEST(DialogAccess, TabWalksTheOutlookPageToOkAndCancel) {
     EditorWorld w;
     frmEdit& dialog = w.Open();
