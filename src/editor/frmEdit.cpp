@@ -11,6 +11,7 @@
 #include "editor/InputLimit.h"
 #include "gui/NamedWidgets.h"
 #include "gui/Twips.h"
+#include "store/DateInWords.h"
 
 namespace kelvane {
 
@@ -92,6 +93,7 @@ void frmEdit::BuildSchedulePage(QWidget* page) {
     cmdAddAppointment = NamedButton(page, "cmdAddAppointment", QStringLiteral("Add"));
     cmdDelete = NamedButton(page, "cmdDelete", QStringLiteral("Delete"));
     cmdClear = NamedButton(page, "cmdClear", QStringLiteral("Clear"));
+    annSchedule = NamedWidget<Announcer>(page, "annSchedule");
 
     txtAppointNum->setMaximumWidth(
         txtAppointNum->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 12);
@@ -228,6 +230,10 @@ void frmEdit::Form_Load(const MonthViewControl& monthView) {
     const CalDate& date = store_.calender.CurrentEntryDate;
     lblDate->setText(QString::number(date.Day) + QStringLiteral(" / ") +
                      QString::number(date.Month));
+    // "17 / 11" alone gives a listener neither the weekday nor the month's name.
+    const QString spoken = DateInWords(monthView, date.Month, date.Day);
+    setAccessibleDescription(spoken);
+    lblDate->setAccessibleDescription(spoken);
     QString fontName;
     qint16 fontSize = 0;
     monthView.GetFont(fontName, fontSize);
@@ -249,6 +255,14 @@ void frmEdit::Form_Load(const MonthViewControl& monthView) {
     Colours->Attach(entry.TextColour, entry.BackColour);
     ShowPanel(2);
     ShowPanel(0);
+    PutKeyboardOnTitle();
+}
+
+// The dialog opens with the keyboard where typing is expected, with the title
+// selected: typing replaces it, as in other dialogs, and an arrow key keeps it.
+void frmEdit::PutKeyboardOnTitle() {
+    txtTitle->setFocus(Qt::OtherFocusReason);
+    txtTitle->selectAll();
 }
 
 // The boxes take no more than their fields hold, so OK never cuts what was

@@ -11,6 +11,7 @@
 #include <array>
 
 #include "editor/ColourChoiceControls.h"
+#include "gui/Announcer.h"
 #include "store/CalendarFile.h"
 #include "store/MonthViewControl.h"
 #include "store/Store.h"
@@ -73,6 +74,8 @@ class frmEdit final : public QDialog {
     QPushButton* cmdAddAppointment;
     QPushButton* cmdDelete;
     QPushButton* cmdClear;
+    // Tells a screen reader the line Add put in the schedule.
+    Announcer* annSchedule;
 
     QPlainTextEdit* txtNotes;
     // How many of the note's 800 characters are used, as the note is stored.
@@ -96,11 +99,13 @@ class frmEdit final : public QDialog {
     QWidget* FirstControl(int page) const;
     void Connect();
     void Form_Load(const MonthViewControl& monthView);
+    void PutKeyboardOnTitle();
     void LimitLengths();
     void ShowNoteCount();
     void ShowPanel(int index);
     void FillSchedule();
     void Refuse(const QString& message);
+    void TellAdded(const QString& line);
 
     Store& store_;
     AppointmentSlots& schedule_;

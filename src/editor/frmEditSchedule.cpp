@@ -79,6 +79,7 @@ void frmEdit::cmdAddAppointment_Click() {
         return;
     }
     Appointment& activity = schedule_[static_cast<int>(slot)];
+    const bool replacing = !activity.Description.IsBlank();
     if (!ParseTime(txtStartTime->text(), activity.StartTime)) {
         Refuse(QStringLiteral("Start Time is invalid"));
         return;
@@ -96,6 +97,16 @@ void frmEdit::cmdAddAppointment_Click() {
     activity.Description = txtAppDescription->text();
     FillSchedule();
     cmdClear_Click();
+    if (static_cast<int>(slot) <= store_.appointments.CountAppointments()) {
+        TellAdded((replacing ? QStringLiteral("Changed ") : QStringLiteral("Added ")) +
+                  ScheduleLine(static_cast<int>(slot), activity).trimmed());
+    }
+}
+
+// Add leaves the keyboard on itself and the new line shows in a list the
+// keyboard is not on, so a screen reader is told the line.
+void frmEdit::TellAdded(const QString& line) {
+    annSchedule->Announce(line);
 }
 
 // The slots after the deleted one move down; the last keeps its contents.

@@ -16,6 +16,9 @@ struct MessageBoxRequest {
     QString Title;
     MessageButtons Buttons = MessageButtons::Ok;
     MessageIcon Icon = MessageIcon::None;
+    // Read by screen readers only, with the box: what the text leaves to the
+    // eye, such as the date a question is about. Empty for none.
+    QString Description = QString();
 
     friend bool operator==(const MessageBoxRequest&, const MessageBoxRequest&) = default;
 };
@@ -29,8 +32,10 @@ class MessageBoxes {
     // Shows one box and waits for the answer. A box without a title of its own
     // carries the application title.
     MessageAnswer Show(const QString& text, MessageButtons buttons = MessageButtons::Ok,
-                       MessageIcon icon = MessageIcon::None, const QString& title = QString()) {
-        return Present({text, title.isEmpty() ? QString(ApplicationTitle) : title, buttons, icon});
+                       MessageIcon icon = MessageIcon::None, const QString& title = QString(),
+                       const QString& description = QString()) {
+        return Present({text, title.isEmpty() ? QString(ApplicationTitle) : title, buttons, icon,
+                        description});
     }
 
   protected:

@@ -33,6 +33,9 @@ MessageAnswer QtMessageBoxes::Present(const MessageBoxRequest& request) {
     QMessageBox box(ToQtIcon(request.Icon), request.Title, DisplayText(request.Text),
                     QMessageBox::NoButton, owner_.data());
     box.setTextFormat(Qt::PlainText);
+    if (!request.Description.isEmpty()) {
+        box.setAccessibleDescription(request.Description);
+    }
     if (request.Buttons == MessageButtons::YesNo) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         box.setDefaultButton(QMessageBox::Yes);

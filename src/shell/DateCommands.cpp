@@ -4,6 +4,7 @@
 
 #include "editor/frmEdit.h"
 #include "shell/WatchHold.h"
+#include "store/DateInWords.h"
 #include "store/DocumentCommands.h"
 #include "store/WorkingCopiesKept.h"
 
@@ -85,8 +86,10 @@ void DateCommands::DeleteSelectedDate() {
     store_.appointments.LoadAppointments(key);
     store_.diary.LoadNote(key);
     if (store_.DateHasContent()) {
-        if (store_.module1.Services().Messages.Show(QStringLiteral("Delete Date?"),
-                                                    MessageButtons::YesNo) != MessageAnswer::Yes) {
+        // The question does not say which date; the description tells a screen reader.
+        if (store_.module1.Services().Messages.Show(
+                QStringLiteral("Delete Date?"), MessageButtons::YesNo, MessageIcon::None, QString(),
+                DateInWords(calender1_, date.Month, date.Day)) != MessageAnswer::Yes) {
             return;
         }
         store_.module1.CalendarDirty = true;

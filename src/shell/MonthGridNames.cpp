@@ -1,5 +1,7 @@
 #include "shell/MonthGridNames.h"
 
+#include "store/DateInWords.h"
+
 namespace kelvane {
 
 namespace {
@@ -37,8 +39,7 @@ QString MonthGridNames::CellName(int row, int column) const {
         return QString();
     }
     const qint16 month = calender_.GetDisplayMonth();
-    QStringList parts{WeekdayName(calender_.WhichDay(month, day)) + QLatin1Char(' ') +
-                      QString::number(day) + QLatin1Char(' ') + MonthName()};
+    QStringList parts{DateInWords(calender_, month, day)};
     const QString title =
         calender_.Months[static_cast<std::size_t>(month - 1)].Dates[day].Title.Trimmed();
     if (!title.isEmpty()) {

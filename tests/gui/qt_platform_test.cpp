@@ -1,4 +1,5 @@
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
@@ -100,10 +101,13 @@ struct ShownBox {
     QString text;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons buttons;
+    // As a screen reader reads it.
+    QString description;
     MessageAnswer answer = MessageAnswer::Ok;
 };
 
-ShownBox ShowAndPress(MessageButtons buttons, MessageIcon icon, QMessageBox::StandardButton press) {
+ShownBox ShowAndPress(MessageButtons buttons, MessageIcon icon, QMessageBox::StandardButton press,
+                      const QString& description = QString()) {
     ShownBox shown;
     QTimer::singleShot(0, [&] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -112,12 +116,14 @@ ShownBox ShowAndPress(MessageButtons buttons, MessageIcon icon, QMessageBox::Sta
         shown.text = box->text();
         shown.icon = box->icon();
         shown.buttons = box->standardButtons();
+        shown.description =
+            QAccessible::queryAccessibleInterface(box)->text(QAccessible::Description);
         box->button(press)->click();
     });
     QtMessageBoxes messages;
     MessageBoxes& boxes = messages;
-    shown.answer =
-        boxes.Show(QStringLiteral("There is another 'me' running\rSecond line"), buttons, icon);
+    shown.answer = boxes.Show(QStringLiteral("There is another 'me' running\rSecond line"), buttons,
+                              icon, QString(), description);
     return shown;
 }
 
@@ -139,6 +145,14 @@ TEST(QtMessageBoxes, AnswersYesOrNo) {
     const ShownBox no = ShowAndPress(MessageButtons::YesNo, MessageIcon::Question, QMessageBox::No);
     EXPECT_EQ(no.answer, MessageAnswer::No);
     EXPECT_EQ(no.icon, QMessageBox::Question);
+}
+
+TEST(QtMessageBoxes, GivesScreenReadersTheDescriptionAndShowsOnlyTheText) {
+    const ShownBox shown = ShowAndPress(MessageButtons::YesNo, MessageIcon::None, QMessageBox::No,
+                                        QStringLiteral("Thursday 12 March"));
+    EXPECT_EQ(shown.description, QStringLiteral("Thursday 12 March"));
+    EXPECT_EQ(shown.text, QStringLiteral("There is another 'me' running\nSecond line"));
+    EXPECT_EQ(shown.title, QStringLiteral("Kelvane"));
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ TEST(DeleteDate, ADateWithOnlyANoteAsksNoKeepsTheNoteAndYesClearsIt) {
     ASSERT_EQ(w.platform.Messages.Shown.size(), 1);
     EXPECT_EQ(w.platform.Messages.Shown[0],
               (MessageBoxRequest{kDeleteDate, QStringLiteral("Kelvane"), MessageButtons::YesNo,
-                                 MessageIcon::None}));
+                                 MessageIcon::None, QStringLiteral("Thursday 12 March")}));
     EXPECT_EQ(NoteOf(w, 3, 12), QStringLiteral("Remember"));
     EXPECT_FALSE(w.store.module1.CalendarDirty);
     w.ClickDay(12);

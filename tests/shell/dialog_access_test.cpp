@@ -60,11 +60,18 @@ bool IsPureContainer(const QWidget* widget) {
            (type == typeid(QWidget) || type == typeid(QFrame));
 }
 
+// A notification is named after the news it tells, and has none before.
+bool IsNotification(QWidget* widget) {
+    QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
+    return face != nullptr && face->role() == QAccessible::Notification;
+}
+
 // The object names (or class names) of the dialog's controls without a name.
 QStringList Unnamed(QWidget* dialog) {
     QStringList unnamed;
     for (QWidget* widget : dialog->findChildren<QWidget*>()) {
-        if (InsideQtComposite(widget, dialog) || IsPureContainer(widget)) {
+        if (InsideQtComposite(widget, dialog) || IsPureContainer(widget) ||
+            IsNotification(widget)) {
             continue;
         }
         if (AccessibleName(widget).trimmed().isEmpty()) {

@@ -1,0 +1,51 @@
+// Where the keyboard is when the date editor opens: in Title, so that typing
+// at once goes there, with the page shown still Outlook.
+#include <QApplication>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include "support/EditorWorld.h"
+
+namespace kelvane::testing {
+namespace {
+
+// Gives the window the keyboard, as a person's click on it does.
+void Activate(QWidget* dialog) {
+    dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+}
+
+// The title is selected, so typing replaces it; Tab and Shift+Tab go on from
+// the box as before.
+TEST(EditorOpening, TheDateEditorOpensWithTheTitleSelectedInItsBox) {
+    EditorWorld w;
+    w.view.calender->SetDate(2000, 7, 17);
+    w.world.calender.CurrentEntry.Title = QStringLiteral("Birthday");
+    w.view.calender->UpdateSelectedDate(false);
+    frmEdit& dialog = w.Open(7, 17);
+    Activate(&dialog);
+    EXPECT_EQ(QApplication::focusWidget(), dialog.txtTitle);
+    EXPECT_EQ(dialog.txtTitle->selectedText(), QStringLiteral("Birthday"));
+    EXPECT_EQ(dialog.tabEdit->currentIndex(), 0);
+    EXPECT_TRUE(dialog.Picture1[0]->isVisible());
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Party"));
+    EXPECT_EQ(dialog.txtTitle->text(), QStringLiteral("Party"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), dialog.Colours->cmdFontCol);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    EXPECT_EQ(QApplication::focusWidget(), dialog.tabEdit);
+}
+
+TEST(EditorOpening, AnEmptyTitleStillTakesTheKeyboardFirst) {
+    EditorWorld w;
+    frmEdit& dialog = w.Open();
+    Activate(&dialog);
+    EXPECT_EQ(QApplication::focusWidget(), dialog.txtTitle);
+    QTest::keyClicks(dialog.txtTitle, QStringLiteral("Dentist"));
+    EXPECT_EQ(dialog.txtTitle->text(), QStringLiteral("Dentist"));
+}
+
+}  // namespace
+}  // namespace kelvane::testing
