@@ -67,13 +67,13 @@ def _safely(read, fallback):
 class Session:
     """The program under test, its window and what has been heard from it."""
 
-    def __init__(self, command, environment, log):
+    def __init__(self, command, environment, log, output=None):
         self.heard = []
         self.log = log
         self._context = GLib.MainContext.default()
         for event_type in LISTENED:
             pyatspi.Registry.registerEventListener(self._record, event_type)
-        self.process = subprocess.Popen(command, env=environment)
+        self.process = subprocess.Popen(command, env=environment, stdout=output, stderr=output)
         self.window = self._find_window()
 
     def _record(self, event):
