@@ -46,7 +46,10 @@ session() {
         'if debug.debugFile is not None:' \
         '    debug.debugFile.reconfigure(line_buffering=True)' \
         >"$XDG_DATA_HOME/orca/orca-customizations.py"
-    orca --replace --disable speech --disable braille --debug-file "$root/orca.debug" >"$root/orca.log" 2>&1 &
+    # Only the debug file's SPEECH OUTPUT lines are wanted: no speech server
+    # (speech-dispatcher would leave the process group) and no braille.
+    orca --replace --disable speech --disable braille --debug-file "$root/orca.debug" \
+        >"$root/orca.log" 2>&1 &
     local ready=
     for _ in $(seq 300); do
         # Orca starts its registry last, when its listeners are in place.
@@ -63,7 +66,7 @@ session() {
 }
 
 export -f session desktop_start desktop_stop desktop_wait_for_file
-export root source_dir python faketime_library
+export root source_dir python faketime_library PYTHONDONTWRITEBYTECODE=1
 setsid bash -c session &
 group=$!
 wait "$group"

@@ -37,7 +37,7 @@ class Heard:
         self.source = event.source
         self.role = _safely(lambda: event.source.getRoleName(), "?")
         self.name = _safely(lambda: event.source.name, "?")
-        self.value = event.any_data if isinstance(event.any_data, str) else None
+        self.value = _value_of(event.any_data)
 
     def is_focus(self):
         return self.type == "focus:" or (
@@ -49,10 +49,18 @@ class Heard:
 
     def __str__(self):
         detail = "" if self.type in ("focus:", "window:activate") else f" {self.detail}"
-        return f"{self.type}{detail} [{self.role}] {self.name!r}"
+        value = f" -> {self.value!r}" if self.value and self.value != self.name else ""
+        return f"{self.type}{detail} [{self.role}] {self.name!r}{value}"
 
 
-def _is_clock(heard):
+def _value_of(data):
+    """An event's text, or the name of the child it adds or removes."""
+    if isinstance(data, str):
+        return data
+    return _safely(lambda: data.name, None) if data is not None else None
+
+
+def is_clock(heard):
     """The status bar's clock, which says the time every second."""
     return heard.role == "label" and re.fullmatch(r"\d\d?:\d\d:\d\d", heard.name) is not None
 
@@ -80,7 +88,7 @@ class Session:
         heard = Heard(event)
         heard.at = time.monotonic()
         self.heard.append(heard)
-        if not _is_clock(heard):
+        if not is_clock(heard):
             self.log.write(f"{heard.at:.3f} {heard}\n")
 
     def turn(self, seconds):

@@ -9,9 +9,10 @@ heard; the script goes on after a failure where it can and fails at the end.
 
 import sys
 
-from atspi_session import Session, last_focus, program_environment, window_of
+from atspi_session import Session, is_clock, last_focus, program_environment, window_of
 
 NEW_TITLE = "Harbour walk"
+ACTIVITY = "Tide tables"
 
 
 class Checks:
@@ -20,6 +21,7 @@ class Checks:
         self.failed = []
 
     def check(self, name, passed, message, heard=()):
+        heard = [event for event in heard if not is_clock(event)]
         print(f"{'PASS' if passed else 'FAIL'} {name}: {message}")
         if not passed:
             self.failed.append(name)
@@ -162,6 +164,33 @@ def refuse_delete(checks):
     checks.focus_is_cell("no_returns_focus_to_cell", heard, "Wednesday 18 November", NEW_TITLE)
 
 
+def add_activity(checks):
+    """Adds a line on the editor's Schedule page, which some event must announce."""
+    session = checks.session
+    if open_editor(checks, "enter_for_schedule") is None:
+        return
+    session.press("ctrl+Tab", until=lambda heard: True)
+    start = tab_until(session, lambda event: event.role == "text" and in_editor(event)
+                      and event.name.startswith("Start Time"), 15)
+    if not checks.check("tab_reaches_start_time", start is not None,
+                        "Tab reaches the Schedule page's Start Time box", session.heard[-20:]):
+        return
+    session.type_text("9:30")
+    session.press("Tab", "Tab")
+    session.type_text(ACTIVITY)
+    add = tab_until(session, lambda event: event.role == "push button" and event.name == "Add", 10)
+    if not checks.check("tab_reaches_add", add is not None, "Tab reaches Add",
+                        session.heard[-20:]):
+        return
+    heard = session.press("space", until=lambda heard: any(
+        ACTIVITY in (event.value or "") or ACTIVITY in event.name for event in heard))
+    told = [event for event in heard
+            if ACTIVITY in (event.value or "") or ACTIVITY in event.name]
+    checks.check("add_announces_new_line", bool(told),
+                 f"an event tells of the new line with {ACTIVITY!r}", heard)
+    session.press("Escape")
+
+
 def main():
     program, calendar, faketime, log_name = sys.argv[1:5]
     with open(log_name, "w") as log:
@@ -177,6 +206,7 @@ def main():
                 if cell is not None and edit_title(checks, cell):
                     cancel_editor(checks)
                     refuse_delete(checks)
+                    add_activity(checks)
         finally:
             session.end()
     if checks.failed:

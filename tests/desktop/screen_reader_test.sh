@@ -11,13 +11,17 @@ source_dir=$2
 here=$(cd "$(dirname "$0")" && pwd)
 source "$here/private-desktop.sh"
 
+missing() {
+    echo "FAILED: $1 is missing (scripts/install-deps.sh installs it)" >&2
+    exit 1
+}
 for tool in Xvfb openbox xdotool dbus-daemon /usr/libexec/at-spi-bus-launcher; do
-    command -v "$tool" >/dev/null || { echo "FAILED: $tool is missing (scripts/install-deps.sh)" >&2; exit 1; }
+    command -v "$tool" >/dev/null || missing "$tool"
 done
 python=/usr/bin/python3
-"$python" -c 'import pyatspi' || { echo "FAILED: python3-pyatspi is missing" >&2; exit 1; }
+"$python" -c 'import pyatspi' || missing python3-pyatspi
 faketime_library=$(ls /usr/lib/*/faketime/libfaketime.so.1 2>/dev/null | head -n 1)
-[[ -n $faketime_library ]] || { echo "FAILED: libfaketime is missing" >&2; exit 1; }
+[[ -n $faketime_library ]] || missing libfaketime
 
 root=$(mktemp -d "${TMPDIR:-/tmp}/kelvane-screen-reader.XXXXXX")
 group=
@@ -37,8 +41,10 @@ trap finish EXIT
 trap 'exit 1' INT TERM
 
 # The program and its calendar in a folder of their own; its temporary files
-# go beside it. The calendar is the sample file laid out for 2026 (1 January a
-# Thursday), the year of the fixed clock.
+# go beside it. The calendar is the sample file laid out as 2026 is: its
+# second line (0) leaves the leap rule to the clock's year, its third says
+# 1 January is the fifth weekday (a Thursday), so the fixed clock's
+# 18 November is a Wednesday.
 mkdir -p "$root/program"
 cp "$program" "$root/program/kelvane"
 sed -e '2s/.*/ 0 /' -e '3s/.*/ 5 /' "$source_dir/tests/store/data/known_document.cal" \
@@ -47,15 +53,17 @@ sed -e '2s/.*/ 0 /' -e '3s/.*/ 5 /' "$source_dir/tests/store/data/known_document
 session() {
     desktop_start "$root" || exit 1
     cd "$root/program" || exit 1
-    "$python" "$here/screen_reader_test.py" "$root/program/kelvane" "$root/program/plans.cal" \
-        "$faketime_library" "$root/events.log"
+    # A hung step must still leave time for the ending below within CTest's limit.
+    timeout --kill-after=10 150 "$python" "$here/screen_reader_test.py" \
+        "$root/program/kelvane" "$root/program/plans.cal" "$faketime_library" "$root/events.log"
     local status=$?
     desktop_stop
     exit "$status"
 }
 
 export -f session desktop_start desktop_stop desktop_wait_for_file
-export root here python faketime_library
+# The test's Python modules are read from the source tree, which stays clean.
+export root here python faketime_library PYTHONDONTWRITEBYTECODE=1
 setsid bash -c session &
 group=$!
 wait "$group"
