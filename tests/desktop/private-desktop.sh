@@ -62,7 +62,8 @@ desktop_group_members() {
 
 # Ends every process left in process group GROUP (the accessibility bus and
 # registry the session bus started, a program that hung), politely first.
-# Fails when one is still there after that.
+# Fails when one is still there after that. D-Bus starts its services as
+# orphans, so the system's init reaps them once ended.
 desktop_end_group() {
     local group=$1
     kill -TERM -- "-$group" 2>/dev/null || true
