@@ -14,6 +14,7 @@ packages=(
     radicale nginx
     calcurse khal python3-icalendar
     cyrus-common cyrus-caldav sasl2-bin curl
+    xvfb openbox xdotool dbus-daemon at-spi2-core python3-pyatspi faketime
     "$@"
 )
 
