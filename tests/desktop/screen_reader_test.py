@@ -86,6 +86,20 @@ def arrow(checks, key, old_day, new_day):
     return focus.source if focus is not None and focus.role == "table cell" else None
 
 
+def cancel_save_as(checks, day):
+    """Ctrl+S opens Save As; Escape closes it and the keyboard is back on DAY."""
+    session = checks.session
+    heard = session.press("ctrl+s", until=lambda heard: any(
+        event.is_focus() and not in_grid(event) for event in heard))
+    if not checks.check("save_as_opens", any(event.is_focus() and not in_grid(event)
+                                             for event in heard),
+                        "Ctrl+S opens Save As with the keyboard in it", heard):
+        return
+    heard = session.press("Escape", until=lambda heard: any(
+        event.is_focus() and in_grid(event) for event in heard))
+    checks.focus_is_cell("save_as_returns_focus_to_cell", heard, day)
+
+
 def in_editor(event):
     window = window_of(event.source)
     return window is not None and window.name == "Tivrel Edit"
@@ -127,7 +141,8 @@ def edit_title(checks, cell):
 
     heard = session.press("space", until=lambda heard: any(
         event.is_focus() and event.role in ("table", "table cell") for event in heard))
-    checks.focus_is_cell("ok_returns_focus_to_cell", heard, "Wednesday 18 November")
+    checks.focus_is_cell("ok_returns_focus_to_cell", heard, "Wednesday 18 November",
+                        NEW_TITLE)
     renamed = [event for event in heard if event.type == "object:property-change:accessible-name"
                and event.role == "table cell" and NEW_TITLE in (event.value or event.name)]
     checks.check("ok_announces_new_name", bool(renamed),
@@ -203,6 +218,7 @@ def main():
                 arrow(checks, "Left", "Thursday 19 November", "Wednesday 18 November")
                 arrow(checks, "Down", "Wednesday 18 November", "Wednesday 25 November")
                 cell = arrow(checks, "Up", "Wednesday 25 November", "Wednesday 18 November")
+                cancel_save_as(checks, "Wednesday 18 November")
                 if cell is not None and edit_title(checks, cell):
                     cancel_editor(checks)
                     refuse_delete(checks)
