@@ -86,6 +86,16 @@ def arrow(checks, key, old_day, new_day):
     return focus.source if focus is not None and focus.role == "table cell" else None
 
 
+def table_selection(checks, cell, day):
+    """The table itself tells which of its cells is selected: DAY's, alone."""
+    table = cell.parent.queryTable()
+    selected = [table.getAccessibleAt(row, column).name
+                for row in range(table.nRows) for column in range(table.nColumns)
+                if table.isSelected(row, column)]
+    checks.check("table_reports_selection", len(selected) == 1 and selected[0].startswith(day),
+                 f"the table's one selected cell is {day!r}; it reports {selected!r}")
+
+
 def cancel_save_as(checks, day):
     """Ctrl+S opens Save As; Escape closes it and the keyboard is back on DAY."""
     session = checks.session
@@ -218,6 +228,8 @@ def main():
                 arrow(checks, "Left", "Thursday 19 November", "Wednesday 18 November")
                 arrow(checks, "Down", "Wednesday 18 November", "Wednesday 25 November")
                 cell = arrow(checks, "Up", "Wednesday 25 November", "Wednesday 18 November")
+                if cell is not None:
+                    table_selection(checks, cell, "Wednesday 18 November")
                 cancel_save_as(checks, "Wednesday 18 November")
                 if cell is not None and edit_title(checks, cell):
                     cancel_editor(checks)
