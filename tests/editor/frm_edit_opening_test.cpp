@@ -10,12 +10,6 @@
 namespace kelvane::testing {
 namespace {
 
-// Gives the window the keyboard, as a person's click on it does.
-void Activate(QWidget* dialog) {
-    dialog->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
-}
-
 // The title is selected, so typing replaces it; Tab and Shift+Tab go on from
 // the box as before.
 TEST(EditorOpening, TheDateEditorOpensWithTheTitleSelectedInItsBox) {
@@ -24,7 +18,7 @@ TEST(EditorOpening, TheDateEditorOpensWithTheTitleSelectedInItsBox) {
     w.world.calender.CurrentEntry.Title = QStringLiteral("Birthday");
     w.view.calender->UpdateSelectedDate(false);
     frmEdit& dialog = w.Open(7, 17);
-    Activate(&dialog);
+    ASSERT_TRUE(EditorWorld::Activate(&dialog));
     EXPECT_EQ(QApplication::focusWidget(), dialog.txtTitle);
     EXPECT_EQ(dialog.txtTitle->selectedText(), QStringLiteral("Birthday"));
     EXPECT_EQ(dialog.tabEdit->currentIndex(), 0);
@@ -41,7 +35,7 @@ TEST(EditorOpening, TheDateEditorOpensWithTheTitleSelectedInItsBox) {
 TEST(EditorOpening, AnEmptyTitleStillTakesTheKeyboardFirst) {
     EditorWorld w;
     frmEdit& dialog = w.Open();
-    Activate(&dialog);
+    ASSERT_TRUE(EditorWorld::Activate(&dialog));
     EXPECT_EQ(QApplication::focusWidget(), dialog.txtTitle);
     QTest::keyClicks(dialog.txtTitle, QStringLiteral("Dentist"));
     EXPECT_EQ(dialog.txtTitle->text(), QStringLiteral("Dentist"));

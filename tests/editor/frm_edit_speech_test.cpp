@@ -17,12 +17,6 @@ QString Description(QObject* object) {
     return face != nullptr ? face->text(QAccessible::Description) : QString();
 }
 
-// Gives the dialog the keyboard, as a person's click on it does.
-void Activate(QWidget* dialog) {
-    dialog->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
-}
-
 TEST(EditorSpeech, TheDialogAndItsDateAreDescribedInWords) {
     EditorWorld w;
     frmEdit& dialog = w.Open(7, 17);
@@ -46,7 +40,7 @@ TEST(EditorSpeech, TheWeekdayIsTheOneOfTheYearTheGridLaysOut) {
 TEST(EditorSpeech, AddTellsTheNewLineInANotificationThatShowsWithIt) {
     EditorWorld w;
     frmEdit& dialog = w.Open();
-    Activate(&dialog);
+    ASSERT_TRUE(EditorWorld::Activate(&dialog));
     ASSERT_FALSE(dialog.annSchedule->isVisible());
     w.Add(QString(), QStringLiteral("9:30"), QStringLiteral("10:00"), QStringLiteral("Dentist"));
     QAccessibleInterface* news = QAccessible::queryAccessibleInterface(dialog.annSchedule);

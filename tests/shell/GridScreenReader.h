@@ -5,9 +5,18 @@
 
 #include <vector>
 
+#include "gui/MonthGridAccessible.h"
 #include "gui/SurfaceWidget.h"
+#include "support/MainWindowWorld.h"
 
 namespace kelvane::testing {
+
+// The child index of a day cell; rows and columns from 0.
+constexpr auto CellIndex = MonthGridAccessible::CellIndex;
+
+inline QAccessibleInterface* Grid(MainWindowWorld& w) {
+    return QAccessible::queryAccessibleInterface(&w.main.CalenderView());
+}
 
 struct HeardEvent {
     QAccessible::Event type;

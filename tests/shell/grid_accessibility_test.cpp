@@ -17,20 +17,12 @@
 namespace kelvane::testing {
 namespace {
 
-QAccessibleInterface* Grid(MainWindowWorld& w) {
-    return QAccessible::queryAccessibleInterface(&w.main.CalenderView());
-}
-
 QString CellName(MainWindowWorld& w, int row, int column) {
     return Grid(w)->tableInterface()->cellAt(row, column)->text(QAccessible::Name);
 }
 
 QAccessible::State CellState(MainWindowWorld& w, int row, int column) {
     return Grid(w)->tableInterface()->cellAt(row, column)->state();
-}
-
-int CellIndex(int row, int column) {
-    return 7 + row * 7 + column;
 }
 
 void PlanTuesday(MainWindowWorld& w) {

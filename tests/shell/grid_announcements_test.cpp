@@ -17,12 +17,6 @@
 namespace kelvane::testing {
 namespace {
 
-constexpr auto CellIndex = MonthGridAccessible::CellIndex;
-
-QAccessibleInterface* Grid(MainWindowWorld& w) {
-    return QAccessible::queryAccessibleInterface(&w.main.CalenderView());
-}
-
 void ShowWithTheKeyboardOnTheGrid(MainWindowWorld& w) {
     w.ShowWindow();
     w.main.activateWindow();

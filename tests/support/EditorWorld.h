@@ -60,6 +60,13 @@ struct EditorWorld {
         QTest::mouseClick(button, Qt::LeftButton, {}, where);
     }
 
+    // Gives the dialog the keyboard, as a person's click on it does; false
+    // when it never became the active window.
+    static bool Activate(QWidget* dialog) {
+        dialog->activateWindow();
+        return QTest::qWaitForWindowActive(dialog);
+    }
+
     // Fills the schedule boxes and presses Add.
     void Add(const QString& slot, const QString& start, const QString& end,
              const QString& description) {
