@@ -32,10 +32,7 @@ finish() {
 trap finish EXIT
 trap 'exit 1' INT TERM
 
-mkdir -p "$root/program"
-cp "$program" "$root/program/kelvane"
-sed -e '2s/.*/ 0 /' -e '3s/.*/ 5 /' "$source_dir/tests/store/data/known_document.cal" \
-    >"$root/program/plans.cal"
+desktop_install_program "$root" "$program" "$source_dir"
 
 session() {
     desktop_start "$root" || exit 1

@@ -34,6 +34,18 @@ desktop_start() {
     export GSETTINGS_BACKEND=memory
 }
 
+# Copies PROGRAM alone into ROOT/program, where its temporary files go beside
+# it, with ROOT/program/plans.cal: the sample calendar laid out as 2026 is. Its
+# second line (0) leaves the leap rule to the clock's year, its third says
+# 1 January is the fifth weekday (a Thursday), so 18 November is a Wednesday.
+desktop_install_program() {
+    local root=$1 program=$2 source_dir=$3
+    mkdir -p "$root/program"
+    cp "$program" "$root/program/kelvane"
+    sed -e '2s/.*/ 0 /' -e '3s/.*/ 5 /' "$source_dir/tests/store/data/known_document.cal" \
+        >"$root/program/plans.cal"
+}
+
 # Waits up to 20 s for FILE to be there with content (or at all, for "-e").
 desktop_wait_for_file() {
     local file=$1 what=$2 test=${3:--s}

@@ -40,15 +40,7 @@ finish() {
 trap finish EXIT
 trap 'exit 1' INT TERM
 
-# The program and its calendar in a folder of their own; its temporary files
-# go beside it. The calendar is the sample file laid out as 2026 is: its
-# second line (0) leaves the leap rule to the clock's year, its third says
-# 1 January is the fifth weekday (a Thursday), so the fixed clock's
-# 18 November is a Wednesday.
-mkdir -p "$root/program"
-cp "$program" "$root/program/kelvane"
-sed -e '2s/.*/ 0 /' -e '3s/.*/ 5 /' "$source_dir/tests/store/data/known_document.cal" \
-    >"$root/program/plans.cal"
+desktop_install_program "$root" "$program" "$source_dir"
 
 session() {
     desktop_start "$root" || exit 1
