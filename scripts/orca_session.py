@@ -45,7 +45,8 @@ class Orca:
     def settle(self, session, quiet=1.2, deadline=10):
         """Waits until Orca has said nothing new for QUIET seconds.
 
-        Its file never rests: it notes the status bar's clock every second.
+        Its file never rests (it notes every event, spoken or not), so what is
+        counted is what it said.
         """
         end = time.monotonic() + deadline
         count, since = self.spoken_count(), time.monotonic()

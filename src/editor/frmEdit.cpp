@@ -258,11 +258,21 @@ void frmEdit::Form_Load(const MonthViewControl& monthView) {
     PutKeyboardOnTitle();
 }
 
-// The dialog opens with the keyboard where typing is expected, with the title
-// selected: typing replaces it, as in other dialogs, and an arrow key keeps it.
+// The dialog opens with the keyboard where typing is expected, at the end of
+// the title with nothing selected: a key typed at once adds to the title and
+// never wipes it.
 void frmEdit::PutKeyboardOnTitle() {
     txtTitle->setFocus(Qt::OtherFocusReason);
-    txtTitle->selectAll();
+}
+
+// Showing a dialog gives its focus widget the focus Tab gives, and a box given
+// that selects its text.
+void frmEdit::setVisible(bool visible) {
+    QDialog::setVisible(visible);
+    if (visible && focusWidget() == txtTitle) {
+        txtTitle->deselect();
+        txtTitle->setCursorPosition(static_cast<int>(txtTitle->text().size()));
+    }
 }
 
 // The boxes take no more than their fields hold, so OK never cuts what was

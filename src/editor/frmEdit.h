@@ -51,6 +51,8 @@ class frmEdit final : public QDialog {
     // True once anything differs from what the date held when the editor opened.
     bool Changed() const { return AsAccepted() != loaded_; }
     void done(int result) override;
+    // Shown with the cursor at the end of the title, nothing selected.
+    void setVisible(bool visible) override;
 
     QLabel* lblDate;
     QTabBar* tabEdit;

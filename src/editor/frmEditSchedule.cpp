@@ -15,12 +15,17 @@ double TypedNumber(const QLineEdit* box) {
     return RoundHalfEven(Val(box->text()));
 }
 
-QString ScheduleLine(int slot, const Appointment& activity) {
-    QString line = Str(slot) + QLatin1Char('>') + FormatClockTime(activity.StartTime, 0);
+// "9:30 am - 10:00 am, Dentist": the times and the description.
+QString ActivityLine(const Appointment& activity) {
+    QString line = FormatClockTime(activity.StartTime, 0);
     if (activity.EndTime.Hour >= 0) {
         line += QStringLiteral(" - ") + FormatClockTime(activity.EndTime, 0);
     }
     return line + QStringLiteral(", ") + activity.Description.Trimmed();
+}
+
+QString ScheduleLine(int slot, const Appointment& activity) {
+    return Str(slot) + QLatin1Char('>') + ActivityLine(activity);
 }
 
 }  // namespace
@@ -99,7 +104,7 @@ void frmEdit::cmdAddAppointment_Click() {
     cmdClear_Click();
     if (static_cast<int>(slot) <= store_.appointments.CountAppointments()) {
         TellAdded((replacing ? QStringLiteral("Changed ") : QStringLiteral("Added ")) +
-                  ScheduleLine(static_cast<int>(slot), activity).trimmed());
+                  ActivityLine(activity));
     }
 }
 

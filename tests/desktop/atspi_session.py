@@ -17,6 +17,7 @@ LISTENED = (
     "object:state-changed:focused",
     "focus:",
     "object:state-changed:selected",
+    "object:state-changed:showing",
     "object:property-change:accessible-name",
     "object:property-change:accessible-description",
     "object:children-changed",
@@ -24,7 +25,7 @@ LISTENED = (
 )
 
 # Roles whose name changes do not count as the program answering a key: the
-# status bar's clock renames its label every second.
+# status bar's clock renames its label as the minute turns.
 QUIET_ROLES = ("label",)
 
 
@@ -61,8 +62,9 @@ def _value_of(data):
 
 
 def is_clock(heard):
-    """The status bar's clock, which says the time every second."""
-    return heard.role == "label" and re.fullmatch(r"\d\d?:\d\d:\d\d", heard.name) is not None
+    """The status bar's clock: a label named by the time."""
+    return (heard.role == "label"
+            and re.fullmatch(r"\d\d?:\d\d(:\d\d)?( ?[AaPp][Mm])?", heard.name) is not None)
 
 
 def _safely(read, fallback):

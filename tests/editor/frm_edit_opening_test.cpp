@@ -10,9 +10,10 @@
 namespace kelvane::testing {
 namespace {
 
-// The title is selected, so typing replaces it; Tab and Shift+Tab go on from
-// the box as before.
-TEST(EditorOpening, TheDateEditorOpensWithTheTitleSelectedInItsBox) {
+// The cursor is at the end of the title and nothing is selected, so a key
+// typed at once adds to the title and never wipes it; Tab and Shift+Tab go on
+// from the box as before.
+TEST(EditorOpening, TheDateEditorOpensWithTheCursorAtTheEndOfTheTitle) {
     EditorWorld w;
     w.view.calender->SetDate(2000, 7, 17);
     w.world.calender.CurrentEntry.Title = QStringLiteral("Birthday");
@@ -20,11 +21,12 @@ TEST(EditorOpening, TheDateEditorOpensWithTheTitleSelectedInItsBox) {
     frmEdit& dialog = w.Open(7, 17);
     ASSERT_TRUE(EditorWorld::Activate(&dialog));
     EXPECT_EQ(QApplication::focusWidget(), dialog.txtTitle);
-    EXPECT_EQ(dialog.txtTitle->selectedText(), QStringLiteral("Birthday"));
+    EXPECT_FALSE(dialog.txtTitle->hasSelectedText());
+    EXPECT_EQ(dialog.txtTitle->cursorPosition(), 8);
     EXPECT_EQ(dialog.tabEdit->currentIndex(), 0);
     EXPECT_TRUE(dialog.Picture1[0]->isVisible());
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Party"));
-    EXPECT_EQ(dialog.txtTitle->text(), QStringLiteral("Party"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral(" party"));
+    EXPECT_EQ(dialog.txtTitle->text(), QStringLiteral("Birthday party"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), dialog.Colours->cmdFontCol);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);

@@ -46,7 +46,7 @@ TEST(EditorSpeech, AddTellsTheNewLineInANotificationThatShowsWithIt) {
     QAccessibleInterface* news = QAccessible::queryAccessibleInterface(dialog.annSchedule);
     ASSERT_NE(news, nullptr);
     EXPECT_EQ(news->role(), QAccessible::Notification);
-    EXPECT_EQ(news->text(QAccessible::Name), QStringLiteral("Added 1>9:30 am - 10:00 am, Dentist"));
+    EXPECT_EQ(news->text(QAccessible::Name), QStringLiteral("Added 9:30 am - 10:00 am, Dentist"));
     EXPECT_TRUE(dialog.annSchedule->isVisible());
     EXPECT_EQ(QApplication::focusWidget(), dialog.cmdAddAppointment);
 }
@@ -65,7 +65,7 @@ TEST(EditorSpeech, AddOverAnActivityTellsItChanged) {
     w.PutActivity(1, QStringLiteral("Walk"), {14, 0});
     frmEdit& dialog = w.Open();
     w.Add(QStringLiteral("1"), QStringLiteral("15:00"), QString(), QStringLiteral("Walk"));
-    EXPECT_EQ(dialog.annSchedule->accessibleName(), QStringLiteral("Changed 1>3:00 pm, Walk"));
+    EXPECT_EQ(dialog.annSchedule->accessibleName(), QStringLiteral("Changed 3:00 pm, Walk"));
 }
 
 TEST(EditorSpeech, ARefusedAddTellsNothingButItsMessage) {

@@ -1,4 +1,5 @@
 #include <QAccessible>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QLineEdit>
 #include <QPushButton>
@@ -45,6 +46,21 @@ TEST(GridAnnouncements, TheSelectedCellsFocusFollowsTheTablesOwn) {
     const HeardEvent focus = reader.Last(QAccessible::Focus);
     EXPECT_EQ(focus.child, CellIndex(0, 6));
     EXPECT_EQ(focus.name, QStringLiteral("Saturday 7 March"));
+}
+
+// Shift+Tab from a panel the person clicked brings the keyboard back the same way.
+TEST(GridAnnouncements, ShiftTabBackToTheGridEndsOnTheDay) {
+    MainWindowWorld w;
+    ShowWithTheKeyboardOnTheGrid(w);
+    QWidget* panel = w.main.CalenderView().nextInFocusChain();
+    panel->setFocus(Qt::MouseFocusReason);
+    ASSERT_FALSE(w.main.CalenderView().hasFocus());
+    ScreenReader reader(w.main.CalenderView());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    ASSERT_TRUE(w.main.CalenderView().hasFocus());
+    EXPECT_FALSE(reader.Heard(QAccessible::Focus, CellIndex(0, 6)));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(reader.Last(QAccessible::Focus).child, CellIndex(0, 6));
 }
 
 TEST(GridAnnouncements, AMovedSelectionLeavesTheOldCellAndTakesTheNewOne) {
