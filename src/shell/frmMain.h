@@ -158,10 +158,10 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     std::unique_ptr<ModalWindowHold> modalHold_;
     // One for every file command under way, the latest last.
     std::list<QuietAlerts> fileCommands_;
-    // The check marks of View: Tool Bar, Status Bar, Schedule and Calender.
     // Set while the restored geometry waits to be fitted again with the
     // window's frame, which Qt knows only once the window is shown.
     bool fitWithFrame_ = false;
+    // The check marks of View: Tool Bar, Status Bar, Schedule and Calender.
     bool viewToolBar_ = true;
     bool viewStatusBar_ = true;
     bool viewTools_ = true;

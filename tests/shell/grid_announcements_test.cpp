@@ -105,6 +105,20 @@ TEST(GridAnnouncements, AnotherMonthRenamesTheTableAndItsCells) {
     EXPECT_EQ(Grid(w)->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), QString());
 }
 
+// Showing another month leaves the selected date where it was: no cell of the
+// month shown is selected, and none is announced as selected or focused.
+TEST(GridAnnouncements, AMonthWithoutTheSelectedDateSelectsNoCell) {
+    MainWindowWorld w;
+    ShowWithTheKeyboardOnTheGrid(w);
+    ScreenReader reader(w.main.CalenderView());
+    w.main.ShowMonth(4);
+    EXPECT_TRUE(reader.Heard(QAccessible::SelectionRemove, CellIndex(0, 6)));
+    EXPECT_EQ(reader.Count(QAccessible::Selection), 0);
+    EXPECT_EQ(reader.Count(QAccessible::Focus), 0);
+    EXPECT_EQ(Grid(w)->tableInterface()->selectedCellCount(), 0);
+    EXPECT_EQ(Grid(w)->focusChild(), nullptr);
+}
+
 // The selected cell renamed while the grid has the keyboard is announced as
 // focused again with its new name, so a reader on it reads it afresh.
 TEST(GridAnnouncements, TheFocusedCellRenamedIsAnnouncedWithItsNewName) {
