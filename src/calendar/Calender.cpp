@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "store/ReplacingFile.h"
+#include "calfile/ReplacingFile.h"
 
 namespace kelvane {
 
@@ -53,17 +53,6 @@ qint16 RoundToInteger16(double value) {
 }
 
 }  // namespace
-
-qint16 LeapYearRule(int year) {
-    qint16 leap = (year % 4 == 0) ? 1 : 0;
-    if (year % 300 == 0) {
-        leap = 0;
-    }
-    if (year % 1000 == 0) {
-        leap = 1;
-    }
-    return leap;
-}
 
 Calender::Calender(Module1& module1, CalenderMOD& shared, DrawingSurface& surface)
     : module1_(module1), shared_(shared), surface_(surface) {

@@ -1,6 +1,6 @@
 #include "kelvane_cal/FileYear.h"
 
-#include "calendar/MonthInfo.h"
+#include "calfile/YearRules.h"
 
 namespace kelvane::cal {
 

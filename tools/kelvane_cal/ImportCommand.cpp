@@ -2,6 +2,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "calfile/YearRules.h"
 #include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CalDavImport.h"
 #include "kelvane_cal/CalDavUrl.h"
@@ -12,7 +13,6 @@
 #include "kelvane_cal/ICalImport.h"
 #include "kelvane_cal/ImportedDates.h"
 #include "kelvane_cal/ZoneBook.h"
-#include "store/Module1.h"
 
 namespace kelvane::cal {
 

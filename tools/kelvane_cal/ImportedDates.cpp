@@ -4,11 +4,11 @@
 
 #include <algorithm>
 
+#include "calfile/ColourList.h"
+#include "calfile/Conversions.h"
+#include "calfile/Graphemes.h"
+#include "calfile/NoteText.h"
 #include "kelvane_cal/CalendarFacts.h"
-#include "store/CalenderMOD.h"
-#include "store/Conversions.h"
-#include "store/DiaryMOD.h"
-#include "store/Graphemes.h"
 
 namespace kelvane::cal {
 

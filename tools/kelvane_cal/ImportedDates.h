@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-#include "store/CalendarFile.h"
+#include "calfile/CalendarFile.h"
 
 namespace kelvane::cal {
 
