@@ -158,7 +158,7 @@ bool OpenInput(const QString& fileName, QFile& input, QString& problem) {
 // 1 March when only the leap flag does (Kelvane saves every calendar as a leap
 // year), or nothing when they agree.
 QString FirstDifferentDate(const FileYear& layout, int year) {
-    if (layout.FirstWeekday() != FirstWeekdayOfYear(year)) {
+    if (layout.FirstWeekday() != FirstWeekdayOfGregorianYear(year)) {
         return DayAndMonth(1, 1);
     }
     return layout.IsLeap() != QDate::isLeapYear(year) ? DayAndMonth(3, 1) : QString();

@@ -54,7 +54,4 @@ class ImportedDates {
     int descriptionsCut_ = 0;
 };
 
-// The weekday of 1 January of a year, 1 = Sunday .. 7 = Saturday.
-qint16 FirstWeekdayOfYear(int year);
-
 }  // namespace kelvane::cal
