@@ -21,8 +21,8 @@
 #include "CyrusCalDav.h"
 #include "RadicaleServer.h"
 #include "kelvane_cal/Commands.h"
-#include "store/CalendarFile.h"
-#include "store/LineWriter.h"
+#include "calfile/CalendarFile.h"
+#include "calfile/LineWriter.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "kelvane_cal/ICalImport.h"
 #include "kelvane_cal/ZoneBook.h"
-#include "store/LineWriter.h"
+#include "calfile/LineWriter.h"
 
 namespace kelvane::cal {
 namespace {

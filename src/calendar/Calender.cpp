@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "store/ReplacingFile.h"
+#include "calfile/ReplacingFile.h"
 
 namespace kelvane {
 
@@ -28,16 +28,6 @@ constexpr std::array<MonthDefault, 12> kMonthDefaults = {{{"January", 31},
                                                           {"November", 30},
                                                           {"December", 31}}};
 
-qint16 WrapWeekday(int weekday) {
-    if (weekday < 1) {
-        weekday += 7;
-    }
-    if (weekday > 7) {
-        weekday -= 7;
-    }
-    return static_cast<qint16>(weekday);
-}
-
 bool IsWeekday(int number) {
     return number >= 1 && number <= 7;
 }
@@ -53,17 +43,6 @@ qint16 RoundToInteger16(double value) {
 }
 
 }  // namespace
-
-qint16 LeapYearRule(int year) {
-    qint16 leap = (year % 4 == 0) ? 1 : 0;
-    if (year % 300 == 0) {
-        leap = 0;
-    }
-    if (year % 1000 == 0) {
-        leap = 1;
-    }
-    return leap;
-}
 
 Calender::Calender(Module1& module1, CalenderMOD& shared, DrawingSurface& surface)
     : module1_(module1), shared_(shared), surface_(surface) {
@@ -236,31 +215,15 @@ void Calender::InitializeVariables(qint16 yy, qint16& dd, bool clearDates) {
 }
 
 // Sets LeapYear and gives the weekday of 1 January, or 0 when yy is a leap
-// indicator. For today's year it walks from 2000 (1 January a Saturday) one
-// year at a time, reading today's date again on every pass.
+// indicator; a yy of 0 stands for today's year.
 qint16 Calender::SetLeapYearAndFirstWeekday(qint16 yy) {
     if (yy != 0) {
         LeapYear = yy > 0 ? 1 : 0;
         return 0;
     }
-    int year = 2000;
-    int first = 7;
-    int todayYear = Today().Year;
-    const int direction = todayYear < year ? -1 : (todayYear > year ? 1 : 0);
-    do {
-        if (direction == -1) {
-            --year;
-        }
-        LeapYear = LeapYearRule(year);
-        if (direction == 1) {
-            ++year;
-        }
-        first = WrapWeekday(first + ((365 + LeapYear) % 7) * direction);
-        todayYear = Today().Year;
-        // A clock that moves across the year being walked to must not make the walk endless.
-    } while (year != todayYear && direction != 0 && (year - todayYear) * direction < 0);
+    const int year = Today().Year;
     LeapYear = LeapYearRule(year);
-    return static_cast<qint16>(first);
+    return FirstWeekdayOfCalendarYear(year);
 }
 
 void Calender::LayOutMonths(qint16 firstDay) {

@@ -10,7 +10,7 @@ const MonthInfo& MonthOf(const std::array<MonthInfo, 12>& months, int month) {
     return months[static_cast<std::size_t>(month - 1)];
 }
 
-int DaysInYear(const std::array<MonthInfo, 12>& months) {
+int DaysLaidOut(const std::array<MonthInfo, 12>& months) {
     int days = 0;
     for (const MonthInfo& month : months) {
         days += month.Days;
@@ -18,16 +18,15 @@ int DaysInYear(const std::array<MonthInfo, 12>& months) {
     return days;
 }
 
-int DayOfYear(const std::array<MonthInfo, 12>& months, const CalDate& date) {
-    int day = date.Day;
-    for (int month = 1; month < date.Month; ++month) {
-        day += MonthOf(months, month).Days;
-    }
-    return day;
+int DayOfYearIn(const std::array<MonthInfo, 12>& months, const CalDate& date) {
+    YearMonthDays monthDays{};
+    std::transform(months.begin(), months.end(), monthDays.begin(),
+                   [](const MonthInfo& month) { return month.Days; });
+    return DayOfYear(monthDays, date.Month, date.Day);
 }
 
 CalDate DateOfDayInYear(const std::array<MonthInfo, 12>& months, int day, qint16 year) {
-    const int daysInYear = DaysInYear(months);
+    const int daysInYear = DaysLaidOut(months);
     day = ((day - 1) % daysInYear + daysInYear) % daysInYear + 1;
     qint16 month = 1;
     while (month < 12 && day > MonthOf(months, month).Days) {
@@ -54,7 +53,7 @@ CalDate DateAfterKey(GridKey key, const CalDate& from, qint16 shownMonth,
     const MonthInfo& shown = MonthOf(months, shownMonth);
     const bool inView = from.Month == shownMonth && from.Day >= 1 && from.Day <= shown.Days;
     const CalDate start = inView ? from : CalDate{from.Year, 1, shownMonth};
-    if (DaysInYear(months) <= 0) {
+    if (DaysLaidOut(months) <= 0) {
         return start;
     }
     switch (key) {
@@ -69,7 +68,7 @@ CalDate DateAfterKey(GridKey key, const CalDate& from, qint16 shownMonth,
                              : key == GridKey::Right ? 1
                              : key == GridKey::Up    ? -7
                                                      : 7;
-            return DateOfDayInYear(months, DayOfYear(months, start) + step, start.Year);
+            return DateOfDayInYear(months, DayOfYearIn(months, start) + step, start.Year);
         }
         case GridKey::Home:
             return CalDate{start.Year, 1, shownMonth};

@@ -2,7 +2,8 @@
 
 #include <array>
 
-#include "store/Records.h"
+#include "calfile/Records.h"
+#include "calfile/YearRules.h"
 
 namespace kelvane {
 
@@ -17,10 +18,5 @@ struct MonthInfo {
     // Slot n holds day n in every year (so 29 February always has one); slot 0 is never shown.
     std::array<DateEntry, DateSlotsPerMonth> Dates;
 };
-
-// The leap-year rule of the calendar: divisible by 4 is leap, then divisible
-// by 300 is not, then divisible by 1000 is again (so 2000 and 2200 are leap
-// years, 1800, 2100 and 2400 are not). 1 for a leap year, 0 otherwise.
-qint16 LeapYearRule(int year);
 
 }  // namespace kelvane

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "store/Conversions.h"
-#include "store/Graphemes.h"
+#include "calfile/Conversions.h"
+#include "calfile/Graphemes.h"
 
 namespace kelvane {
 

@@ -3,10 +3,10 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "calfile/Conversions.h"
 #include "dialogs/TipTexts.h"
 #include "gui/NamedWidgets.h"
 #include "gui/ProgramIcon.h"
-#include "store/Conversions.h"
 
 namespace kelvane {
 

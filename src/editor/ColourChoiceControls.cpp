@@ -3,10 +3,10 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 
+#include "calfile/Conversions.h"
 #include "gui/NamedWidgets.h"
 #include "gui/QtColours.h"
 #include "store/CalenderMOD.h"
-#include "store/Conversions.h"
 #include "store/Module1.h"
 
 namespace kelvane {

@@ -7,8 +7,8 @@
 #include <QPushButton>
 #include <QWidget>
 
+#include "calfile/Records.h"
 #include "gui/ColourDialogs.h"
-#include "store/Records.h"
 
 namespace kelvane {
 

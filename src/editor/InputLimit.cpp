@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "store/Graphemes.h"
+#include "calfile/Graphemes.h"
 
 namespace kelvane {
 

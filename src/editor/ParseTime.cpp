@@ -1,6 +1,6 @@
 #include "editor/ParseTime.h"
 
-#include "store/Conversions.h"
+#include "calfile/Conversions.h"
 
 namespace kelvane {
 

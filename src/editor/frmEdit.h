@@ -10,9 +10,9 @@
 
 #include <array>
 
+#include "calfile/CalendarFile.h"
 #include "editor/ColourChoiceControls.h"
 #include "gui/Announcer.h"
-#include "store/CalendarFile.h"
 #include "store/MonthViewControl.h"
 #include "store/Store.h"
 

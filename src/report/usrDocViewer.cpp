@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-#include "store/Conversions.h"
+#include "calfile/Conversions.h"
 #include "store/Utf16Records.h"
 
 namespace kelvane {

@@ -3,9 +3,9 @@
 #include <QString>
 #include <QWidget>
 
-#include "store/FixedText.h"
+#include "calfile/FixedText.h"
+#include "calfile/OneBased.h"
 #include "store/Module1.h"
-#include "store/OneBased.h"
 #include "store/RecordFile.h"
 #include "store/Utf16Records.h"
 

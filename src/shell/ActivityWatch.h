@@ -5,9 +5,9 @@
 #include <functional>
 #include <optional>
 
+#include "calfile/Records.h"
 #include "store/AppointmentMOD.h"
 #include "store/MonthViewControl.h"
-#include "store/Records.h"
 #include "store/Store.h"
 
 namespace kelvane {

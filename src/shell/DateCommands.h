@@ -6,9 +6,9 @@
 #include <optional>
 
 #include "calendar/Calender.h"
+#include "calfile/CalendarFile.h"
 #include "shell/ActivityWatch.h"
 #include "shell/MainStatusBar.h"
-#include "store/CalendarFile.h"
 #include "store/Store.h"
 
 namespace kelvane {

@@ -6,8 +6,8 @@
 
 #include <array>
 
-#include "store/OneBased.h"
-#include "store/Records.h"
+#include "calfile/OneBased.h"
+#include "calfile/Records.h"
 
 namespace kelvane {
 

@@ -4,7 +4,7 @@
 #include <QMainWindow>
 #include <QToolBar>
 
-#include "store/OneBased.h"
+#include "calfile/OneBased.h"
 
 namespace kelvane {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "calfile/Conversions.h"
 #include "gui/ApplicationTitle.h"
-#include "store/Conversions.h"
 
 namespace kelvane {
 

@@ -77,16 +77,6 @@ QString FormatClockTime(const ClockTime& time, qint16 style) {
     return QString::number(hour) + QLatin1Char(':') + minute + suffix;
 }
 
-int CompareClockTime(const ClockTime& a, const ClockTime& b) {
-    if (a.Hour != b.Hour) {
-        return a.Hour < b.Hour ? -1 : 1;
-    }
-    if (a.Minute != b.Minute) {
-        return a.Minute < b.Minute ? -1 : 1;
-    }
-    return 0;
-}
-
 AppointmentMOD::AppointmentMOD(Module1& module1, MessageBoxes& messages)
     : module1_(module1), messages_(messages) {}
 

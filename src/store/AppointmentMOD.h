@@ -6,21 +6,13 @@
 
 #include <optional>
 
+#include "calfile/Appointment.h"
+#include "calfile/Records.h"
 #include "gui/MessageBoxes.h"
 #include "store/Module1.h"
 #include "store/RecordFile.h"
-#include "store/Records.h"
 
 namespace kelvane {
-
-// One entry of a date's schedule. A blank description marks an empty entry.
-struct Appointment {
-    FixedText<50> Description;
-    ClockTime StartTime;
-    ClockTime EndTime;
-
-    friend bool operator==(const Appointment&, const Appointment&) = default;
-};
 
 // An appointment on disk: the 50 characters of the description in 100 bytes
 // (UTF-16 little-endian, blank padded), then start hour, start minute, end
@@ -44,9 +36,6 @@ QString MakeDateKey(qint16 month, qint16 day);
 // A time as text: style 0 is the 12-hour clock with " am"/" pm" ("12:05 am"),
 // any other style the 24-hour clock ("13:30").
 QString FormatClockTime(const ClockTime& time, qint16 style);
-
-// -1 when a is earlier than b, 1 when later, 0 when both are the same minute.
-int CompareClockTime(const ClockTime& a, const ClockTime& b);
 
 // Keeps the schedules of every date of the open document in a temporary file
 // of 108-byte records beside the program, and the schedule of one date at a time

@@ -2,7 +2,8 @@
 
 #include <QString>
 
-#include "store/Records.h"
+#include "calfile/ColourList.h"
+#include "calfile/Records.h"
 
 // Colour resolution, date formatting and day stepping shared by the month
 // view, the editor, the reports and the colour fill.
@@ -32,17 +33,6 @@ bool DateBefore(const CalDate& a, const CalDate& b);
 
 // True for 31 December, where stepping through the year stops.
 bool IsLastDayOfYear(const CalDate& date);
-
-// One colour-list entry; the name is cut or padded to 20 characters.
-ColourListItem MakeColourListItem(const QString& name, qint16 red, qint16 green, qint16 blue,
-                                  bool absolute, bool enabled);
-
-// The colour of a colour-list entry, as ResolveColour takes it.
-ColourChoice ChoiceOf(const ColourListItem& item);
-
-// Free slots everywhere except the three defaults: "Back Colour" (-25, -5, 20),
-// "Current Date" (100, 0, 0) and "Selected Date" (0, 100, 0), all enabled offsets.
-void BuildColourList(ColourListTable& colourList);
 
 // The working copy of one date's entry and the colour scheme, shared by the
 // month views, the editor, the colour fill and the calendar file.

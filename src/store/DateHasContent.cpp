@@ -1,6 +1,6 @@
 #include "store/DateHasContent.h"
 
-#include "store/Conversions.h"
+#include "calfile/Conversions.h"
 
 namespace kelvane {
 

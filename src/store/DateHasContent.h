@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include "store/Records.h"
+#include "calfile/Records.h"
 
 namespace kelvane {
 

@@ -4,12 +4,13 @@
 
 #include <optional>
 
+#include "calfile/LineReader.h"
+#include "calfile/LineWriter.h"
+#include "calfile/NoteText.h"
+#include "calfile/Records.h"
 #include "gui/MessageBoxes.h"
-#include "store/LineReader.h"
-#include "store/LineWriter.h"
 #include "store/Module1.h"
 #include "store/RecordFile.h"
-#include "store/Records.h"
 #include "store/Utf16Records.h"
 
 namespace kelvane {
@@ -19,17 +20,6 @@ namespace kelvane {
 // of the first and last two characters; nothing else is checked, so 0231 gives
 // 62. Empty for a month above 12, which has no place in the year.
 std::optional<qint16> DayOfYearSlot(const QString& key, const MonthLengths& daysInMonth);
-
-// Every line break of a note, whether CR LF, a lone CR or a lone LF, as CR LF.
-QString WithCrLfBreaks(const QString& text);
-
-// The note section of a date in a calendar file: 0 for an empty note, or 1,
-// the number of line breaks, and the note's lines. The note is trimmed first.
-void WriteNoteSection(LineWriter& out, const QString& note);
-// Reads a note section into `note` (line breaks as CR LF, cut to 800
-// characters; a break count below 0 gives an empty note). False, with `note`
-// untouched, when the section is damaged or the file ends inside it.
-bool ReadNoteSection(LineReader& in, QString& note);
 
 // Keeps the notes of every date of the open document in a temporary file of
 // 1600-byte records beside the program (the 800 characters of a note in UTF-16

@@ -5,12 +5,12 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "store/CalendarFileOnDisk.h"
+#include "calfile/CalendarFileOnDisk.h"
+#include "calfile/LineReader.h"
+#include "calfile/LineWriter.h"
+#include "calfile/ReplacingFile.h"
 #include "store/DocumentFile.h"
-#include "store/LineReader.h"
-#include "store/LineWriter.h"
 #include "store/OutputFile.h"
-#include "store/ReplacingFile.h"
 #include "store/WorkingCopiesKept.h"
 
 namespace kelvane {

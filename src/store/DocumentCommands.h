@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "store/CalendarFile.h"
+#include "calfile/CalendarFile.h"
 #include "store/DocumentFile.h"
 #include "store/DocumentWindow.h"
 #include "store/MonthViewControl.h"

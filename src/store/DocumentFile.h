@@ -4,8 +4,8 @@
 
 #include <functional>
 
-#include "store/CalendarFile.h"
-#include "store/LineWriter.h"
+#include "calfile/CalendarFile.h"
+#include "calfile/LineWriter.h"
 #include "store/MonthViewControl.h"
 #include "store/Store.h"
 

@@ -19,14 +19,6 @@ bool EndsWithSeparator(const QString& path) {
 
 }  // namespace
 
-bool NumberToFlag(qint64 number) {
-    return number != 0;
-}
-
-qint16 FlagToDigit(bool flag) {
-    return flag ? 1 : 0;
-}
-
 void SplitColour(ColourValue colour, qint16& red, qint16& green, qint16& blue) {
     red = static_cast<qint16>(colour & 0xFF);
     green = static_cast<qint16>((colour >> 8) & 0xFF);
@@ -39,15 +31,6 @@ CalDate DateFromText(const QString& monthDayYear) {
     date.Day = Val16(monthDayYear.mid(3, 2));
     date.Month = Val16(monthDayYear.left(2));
     return date;
-}
-
-QString WeekdayName(qint16 weekday) {
-    static const char* const kNames[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                         "Thursday", "Friday", "Saturday"};
-    if (weekday < 1 || weekday > 7) {
-        return QStringLiteral("No Day");
-    }
-    return QString::fromLatin1(kNames[weekday - 1]);
 }
 
 Module1::Module1(const Platform& platform) : platform_(platform) {

@@ -2,27 +2,22 @@
 
 #include <QString>
 
+#include "calfile/Conversions.h"
+#include "calfile/Flags.h"
+#include "calfile/Records.h"
+#include "calfile/YearRules.h"
 #include "gui/Platform.h"
-#include "store/Conversions.h"
 #include "store/FileNumbers.h"
 #include "store/MonthViewQueries.h"
-#include "store/Records.h"
 
 namespace kelvane {
 
-// True for every value other than 0: numbers read from a calendar file become flags.
-bool NumberToFlag(qint64 number);
-// 1 for true, 0 for false: flags as a calendar file writes them.
-qint16 FlagToDigit(bool flag);
 // The red (bits 0-7), green (8-15) and blue (16-23) channels of a colour.
 void SplitColour(ColourValue colour, qint16& red, qint16& green, qint16& blue);
 // The date of a month-day-year text ("03-07-2000"): Month from the first two
 // characters, Day from the two at position 4, Year from the last four; text
 // that is not a number gives 0.
 CalDate DateFromText(const QString& monthDayYear);
-// "Sunday" for 1 .. "Saturday" for 7, "No Day" for any other number.
-QString WeekdayName(qint16 weekday);
-
 // The program-wide state of a running Kelvane and the small utilities around
 // it: the clock as last read, today's date, the unsaved-changes flag, the month
 // tables, the program directory and the numbers of open files.

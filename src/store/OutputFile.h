@@ -2,8 +2,8 @@
 
 #include <QString>
 
+#include "calfile/ReplacingFile.h"
 #include "store/FileNumbers.h"
-#include "store/ReplacingFile.h"
 
 namespace kelvane {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "store/Conversions.h"
+#include "calfile/Conversions.h"
 
 namespace kelvane {
 

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-#include "store/OneBased.h"
-#include "store/Records.h"
+#include "calfile/OneBased.h"
+#include "calfile/Records.h"
 
 namespace kelvane {
 

@@ -14,20 +14,6 @@ void ExpectRgb(ColourValue colour, int red, int green, int blue) {
     EXPECT_EQ(b, blue);
 }
 
-TEST(BuildColourList, HasThreeDefaultsAndEighteenFreeSlots) {
-    ColourListTable list;
-    list[7] = MakeColourListItem(QStringLiteral("Old"), 1, 1, 1, true, true);
-    BuildColourList(list);
-    EXPECT_EQ(list[0], MakeColourListItem(QStringLiteral("Back Colour"), -25, -5, 20, false, true));
-    EXPECT_EQ(list[1], MakeColourListItem(QStringLiteral("Current Date"), 100, 0, 0, false, true));
-    EXPECT_EQ(list[2], MakeColourListItem(QStringLiteral("Selected Date"), 0, 100, 0, false, true));
-    for (std::size_t slot = 3; slot < list.size(); ++slot) {
-        EXPECT_EQ(list[slot], ColourListItem{}) << slot;
-        EXPECT_TRUE(list[slot].Name.IsBlank());
-    }
-    EXPECT_EQ(list.size(), 21u);
-}
-
 TEST(BuildColourList, ANewCalenderModuleStartsWithTheDefaults) {
     CalenderMOD module;
     EXPECT_EQ(module.ColourList[1].Name.Trimmed(), QStringLiteral("Current Date"));

@@ -10,8 +10,8 @@
 #include <cmath>
 
 #include "calendar/Calender.h"
+#include "calfile/Conversions.h"
 #include "gui/ImageSurface.h"
-#include "store/Conversions.h"
 #include "support/TestWorld.h"
 
 namespace kelvane {

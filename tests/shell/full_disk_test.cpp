@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "calfile/CalendarFileOnDisk.h"
 #include "gui/QtSettingsStore.h"
-#include "store/CalendarFileOnDisk.h"
 #include "support/MainWindowWorld.h"
 #include "support/PermissionsApply.h"
 #include "support/TinyDisk.h"

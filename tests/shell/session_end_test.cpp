@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "store/CalendarFileOnDisk.h"
+#include "calfile/CalendarFileOnDisk.h"
 #include "support/MainWindowWorld.h"
 
 // A session that ends without File > Exit keeps unsaved changes in a copy of

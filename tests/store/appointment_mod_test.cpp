@@ -59,15 +59,6 @@ TEST(FormatClockTime, TwentyFourHourStyle) {
     EXPECT_EQ(FormatClockTime({9, 7}, -3), QStringLiteral("9:07"));
 }
 
-TEST(CompareClockTime, ComparesHourThenMinute) {
-    EXPECT_EQ(CompareClockTime({9, 30}, {9, 30}), 0);
-    EXPECT_EQ(CompareClockTime({9, 30}, {10, 0}), -1);
-    EXPECT_EQ(CompareClockTime({10, 0}, {9, 30}), 1);
-    EXPECT_EQ(CompareClockTime({9, 29}, {9, 30}), -1);
-    EXPECT_EQ(CompareClockTime({9, 31}, {9, 30}), 1);
-    EXPECT_EQ(CompareClockTime({-1, 0}, {0, 0}), -1);
-}
-
 TEST(AppointmentRecord, HasTheFixed108ByteLayout) {
     const QByteArray record = EncodeAppointment(Entry(QStringLiteral("Lunch"), {12, 30}, {-1, 0}));
     ASSERT_EQ(record.size(), 108);

@@ -111,23 +111,5 @@ TEST(AddDaysInYear, AStartOutsideTheYearIsLeftAlone) {
     EXPECT_EQ(result, Date(2026, 0, 1));
 }
 
-TEST(MakeColourListItem, PadsTheNameToTwentyCharacters) {
-    const ColourListItem item =
-        MakeColourListItem(QStringLiteral("Back Colour"), -25, -5, 20, false, true);
-    EXPECT_EQ(item.Name.Value(), QStringLiteral("Back Colour         "));
-    EXPECT_EQ(item.Name.Trimmed(), QStringLiteral("Back Colour"));
-    EXPECT_EQ(item.Red, -25);
-    EXPECT_EQ(item.Green, -5);
-    EXPECT_EQ(item.Blue, 20);
-    EXPECT_FALSE(item.Absolute);
-    EXPECT_TRUE(item.Enabled);
-}
-
-TEST(MakeColourListItem, CutsLongNames) {
-    const ColourListItem item =
-        MakeColourListItem(QStringLiteral("A name far longer than twenty"), 0, 0, 0, true, false);
-    EXPECT_EQ(item.Name.Value(), QStringLiteral("A name far longer th"));
-}
-
 }  // namespace
 }  // namespace kelvane

@@ -7,7 +7,7 @@
 #include <sys/stat.h>
 #include <csignal>
 
-#include "store/CalendarFileOnDisk.h"
+#include "calfile/CalendarFileOnDisk.h"
 #include "support/CalendarFileLines.h"
 #include "support/DocumentWorld.h"
 

@@ -27,19 +27,6 @@ class StubMonthView final : public MonthViewQueries {
     mutable std::pair<qint16, qint16> asked;
 };
 
-TEST(NumberToFlag, EveryValueButZeroIsTrue) {
-    EXPECT_FALSE(NumberToFlag(0));
-    EXPECT_TRUE(NumberToFlag(1));
-    EXPECT_TRUE(NumberToFlag(-1));
-    EXPECT_TRUE(NumberToFlag(-7));
-    EXPECT_TRUE(NumberToFlag(255));
-}
-
-TEST(FlagToDigit, WritesOneOrZero) {
-    EXPECT_EQ(FlagToDigit(true), 1);
-    EXPECT_EQ(FlagToDigit(false), 0);
-}
-
 TEST(SplitColour, TakesTheThreeLowBytes) {
     qint16 red = -1;
     qint16 green = -1;
@@ -52,15 +39,6 @@ TEST(SplitColour, TakesTheThreeLowBytes) {
     EXPECT_EQ(red, 255);
     EXPECT_EQ(green, 0);
     EXPECT_EQ(blue, 0);
-}
-
-TEST(WeekdayName, NamesOneToSeven) {
-    EXPECT_EQ(WeekdayName(1), QStringLiteral("Sunday"));
-    EXPECT_EQ(WeekdayName(4), QStringLiteral("Wednesday"));
-    EXPECT_EQ(WeekdayName(7), QStringLiteral("Saturday"));
-    EXPECT_EQ(WeekdayName(0), QStringLiteral("No Day"));
-    EXPECT_EQ(WeekdayName(8), QStringLiteral("No Day"));
-    EXPECT_EQ(WeekdayName(-1), QStringLiteral("No Day"));
 }
 
 TEST(Module1, StartsCleanWithTheSlotCounts) {

@@ -11,7 +11,7 @@
 
 #include <csignal>
 
-#include "store/CalendarFileOnDisk.h"
+#include "calfile/CalendarFileOnDisk.h"
 #include "support/CalendarFiles.h"
 
 namespace kelvane::testing {

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "store/Conversions.h"
-#include "store/DiaryMOD.h"
+#include "calfile/Conversions.h"
+#include "calfile/NoteText.h"
 
 namespace kelvane::cal {
 

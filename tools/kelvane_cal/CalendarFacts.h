@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "store/CalendarFile.h"
+#include "calfile/CalendarFile.h"
 
 namespace kelvane::cal {
 

@@ -1,29 +1,8 @@
 #include "kelvane_cal/FileYear.h"
 
-#include "calendar/MonthInfo.h"
+#include "calfile/YearRules.h"
 
 namespace kelvane::cal {
-
-namespace {
-
-int DaysInYear(int year) {
-    return 365 + LeapYearRule(year);
-}
-
-// The weekday of 1 January of `year` by the calendar's own leap-year rule,
-// counted from 1 January 2000, a Saturday.
-int FirstWeekdayOf(int year) {
-    int shift = 0;
-    for (int y = 2000; y < year; ++y) {
-        shift += DaysInYear(y);
-    }
-    for (int y = year; y < 2000; ++y) {
-        shift -= DaysInYear(y);
-    }
-    return ((6 + shift) % 7 + 7) % 7 + 1;
-}
-
-}  // namespace
 
 FileYear::FileYear(const CalendarFileSettings& settings, int todayYear) {
     int computedFirst = 0;
@@ -31,7 +10,7 @@ FileYear::FileYear(const CalendarFileSettings& settings, int todayYear) {
         leap_ = settings.Year > 0;
     } else {
         leap_ = LeapYearRule(todayYear) == 1;
-        computedFirst = FirstWeekdayOf(todayYear);
+        computedFirst = FirstWeekdayOfCalendarYear(todayYear);
     }
     if (settings.FirstDay >= 1 && settings.FirstDay <= 7) {
         firstWeekday_ = settings.FirstDay;
@@ -41,13 +20,10 @@ FileYear::FileYear(const CalendarFileSettings& settings, int todayYear) {
 }
 
 qint16 FileYear::Weekday(int month, int day) const {
-    int dayOfYear = day;
-    for (int m = 1; m < month; ++m) {
-        dayOfYear += SlotsPerMonth[static_cast<std::size_t>(m - 1)] - (m == 2 && !leap_ ? 1 : 0);
-    }
     if (month == 2 && day == 29 && !leap_) {
         return 0;
     }
+    const int dayOfYear = DayOfYear(MonthDaysOf(leap_), month, day);
     return static_cast<qint16>((firstWeekday_ - 1 + dayOfYear - 1) % 7 + 1);
 }
 

@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-#include "store/CalendarFile.h"
+#include "calfile/CalendarFile.h"
 
 namespace kelvane::cal {
 

@@ -3,8 +3,8 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "store/CalendarFileOnDisk.h"
-#include "store/ReplacingFile.h"
+#include "calfile/CalendarFileOnDisk.h"
+#include "calfile/ReplacingFile.h"
 
 namespace kelvane::cal {
 

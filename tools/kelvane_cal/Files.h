@@ -4,7 +4,7 @@
 #include <QString>
 #include <QTextStream>
 
-#include "store/CalendarFile.h"
+#include "calfile/CalendarFile.h"
 
 namespace kelvane::cal {
 

@@ -4,11 +4,11 @@
 #include <QDate>
 #include <QFileInfo>
 
+#include "calfile/Conversions.h"
 #include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/LibIcal.h"
 #include "kelvane_cal/MarkedEnds.h"
-#include "store/Conversions.h"
 
 namespace kelvane::cal {
 

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "store/CalendarFile.h"
+#include "calfile/CalendarFile.h"
 
 namespace kelvane::cal {
 

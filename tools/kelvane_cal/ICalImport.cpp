@@ -7,6 +7,7 @@
 #include <bitset>
 #include <vector>
 
+#include "calfile/YearRules.h"
 #include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/ICalExport.h"
 #include "kelvane_cal/ICalReader.h"
@@ -132,10 +133,6 @@ struct MovedOccurrence {
 struct DaysPlaced {
     std::bitset<367> Days{1};  // day 0 is none, and counts as placed
 };
-
-int DaysInYear(int year) {
-    return icaltime_days_in_year(year);
-}
 
 // When an event starts and how long it lasts, in seconds. An event without
 // an end, or with one that makes no sense, has no length: 0, not below, so
@@ -455,7 +452,7 @@ bool Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape, const 
         dates_.AddTitle(date.month, date.day, summary);
         dates_.AddNote(date.month, date.day, description);
     }
-    return placed.Days.count() < static_cast<std::size_t>(DaysInYear(request_.Year)) + 1;
+    return placed.Days.count() < static_cast<std::size_t>(DaysInGregorianYear(request_.Year)) + 1;
 }
 
 icaltimetype Importer::LocalAt(qint64 key, const icaltimetype& start) const {

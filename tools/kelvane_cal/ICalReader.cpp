@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "store/Cp1252.h"
+#include "calfile/Cp1252.h"
 
 namespace kelvane::cal {
 

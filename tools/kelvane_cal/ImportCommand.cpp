@@ -2,6 +2,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "calfile/YearRules.h"
 #include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CalDavImport.h"
 #include "kelvane_cal/CalDavUrl.h"
@@ -12,7 +13,6 @@
 #include "kelvane_cal/ICalImport.h"
 #include "kelvane_cal/ImportedDates.h"
 #include "kelvane_cal/ZoneBook.h"
-#include "store/Module1.h"
 
 namespace kelvane::cal {
 
@@ -158,7 +158,7 @@ bool OpenInput(const QString& fileName, QFile& input, QString& problem) {
 // 1 March when only the leap flag does (Kelvane saves every calendar as a leap
 // year), or nothing when they agree.
 QString FirstDifferentDate(const FileYear& layout, int year) {
-    if (layout.FirstWeekday() != FirstWeekdayOfYear(year)) {
+    if (layout.FirstWeekday() != FirstWeekdayOfGregorianYear(year)) {
         return DayAndMonth(1, 1);
     }
     return layout.IsLeap() != QDate::isLeapYear(year) ? DayAndMonth(3, 1) : QString();

@@ -4,11 +4,12 @@
 
 #include <algorithm>
 
+#include "calfile/ColourList.h"
+#include "calfile/Conversions.h"
+#include "calfile/Graphemes.h"
+#include "calfile/NoteText.h"
+#include "calfile/YearRules.h"
 #include "kelvane_cal/CalendarFacts.h"
-#include "store/CalenderMOD.h"
-#include "store/Conversions.h"
-#include "store/DiaryMOD.h"
-#include "store/Graphemes.h"
 
 namespace kelvane::cal {
 
@@ -136,10 +137,6 @@ int KeepEarliest(std::vector<Appointment>& schedule) {
 
 }  // namespace
 
-qint16 FirstWeekdayOfYear(int year) {
-    return static_cast<qint16>(QDate(year, 1, 1).dayOfWeek() % 7 + 1);
-}
-
 ImportedDates::Day* ImportedDates::DayAt(int month, int day) {
     const int slot = SlotOf(month, day);
     if (slot < 0) {
@@ -221,7 +218,7 @@ CalendarFileContent ImportedDates::NewCalendar(int year, QStringList& warnings) 
     // The year line is read as a leap indicator: below 0 lays out a year
     // without 29 February, so the weekdays after February are the year's own.
     calendar.Settings.Year = static_cast<qint16>(QDate::isLeapYear(year) ? year : -year);
-    calendar.Settings.FirstDay = FirstWeekdayOfYear(year);
+    calendar.Settings.FirstDay = FirstWeekdayOfGregorianYear(year);
     calendar.Settings.FontName = QStringLiteral("Arial");
     calendar.Settings.FontSize = 9;
     BuildColourList(calendar.Settings.ColourList);

@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-#include "store/CalendarFile.h"
+#include "calfile/CalendarFile.h"
 
 namespace kelvane::cal {
 
@@ -53,8 +53,5 @@ class ImportedDates {
     std::array<Day, DaySlotCount> days_;
     int descriptionsCut_ = 0;
 };
-
-// The weekday of 1 January of a year, 1 = Sunday .. 7 = Saturday.
-qint16 FirstWeekdayOfYear(int year);
 
 }  // namespace kelvane::cal

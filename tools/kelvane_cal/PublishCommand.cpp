@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "calfile/YearRules.h"
 #include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CalDavClient.h"
 #include "kelvane_cal/CalDavUrl.h"
@@ -12,7 +13,6 @@
 #include "kelvane_cal/Files.h"
 #include "kelvane_cal/ICalExport.h"
 #include "kelvane_cal/PublishPlan.h"
-#include "store/Module1.h"
 
 namespace kelvane::cal {
 

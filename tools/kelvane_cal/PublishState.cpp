@@ -6,7 +6,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "store/ReplacingFile.h"
+#include "calfile/ReplacingFile.h"
 
 #include <unistd.h>
 

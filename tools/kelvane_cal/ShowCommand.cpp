@@ -1,12 +1,12 @@
 #include <algorithm>
 
+#include "calfile/YearRules.h"
 #include "kelvane_cal/Arguments.h"
 #include "kelvane_cal/CalendarFacts.h"
 #include "kelvane_cal/ColourWords.h"
 #include "kelvane_cal/CommandRunners.h"
 #include "kelvane_cal/FileYear.h"
 #include "kelvane_cal/Files.h"
-#include "store/Module1.h"
 
 namespace kelvane::cal {
 

@@ -6,9 +6,9 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
+#include "calfile/CalendarFile.h"
+#include "calfile/LineWriter.h"
 #include "kelvane_cal/Commands.h"
-#include "store/CalendarFile.h"
-#include "store/LineWriter.h"
 #include "support/QtPrinting.h"
 
 // Runs kelvane-cal commands in-process with a fixed day, stamp and zone.

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "CalRun.h"
-#include "store/AppointmentMOD.h"
-#include "store/CalendarFile.h"
+#include "calfile/Appointment.h"
+#include "calfile/CalendarFile.h"
 
 // Comparing a calendar with what came back from an export and an import.
 namespace kelvane::cal::testing {

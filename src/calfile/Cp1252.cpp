@@ -1,4 +1,4 @@
-#include "store/Cp1252.h"
+#include "calfile/Cp1252.h"
 
 #include <array>
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "store/FixedText.h"
-#include "store/OneBased.h"
-#include "store/Records.h"
+#include "calfile/FixedText.h"
+#include "calfile/OneBased.h"
+#include "calfile/Records.h"
 
 namespace kelvane {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include "store/Conversions.h"
+#include "calfile/Conversions.h"
 
 namespace kelvane {
 

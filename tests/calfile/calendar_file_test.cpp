@@ -2,8 +2,8 @@
 
 #include <QBuffer>
 
-#include "store/CalendarFile.h"
-#include "store/CalenderMOD.h"
+#include "calfile/CalendarFile.h"
+#include "calfile/ColourList.h"
 #include "support/CalendarFileLines.h"
 #include "support/QtPrinting.h"
 

@@ -1,11 +1,11 @@
-#include "store/Conversions.h"
+#include "calfile/Conversions.h"
 
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <string>
 
-#include "store/Graphemes.h"
+#include "calfile/Graphemes.h"
 
 namespace kelvane {
 

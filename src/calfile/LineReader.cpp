@@ -1,4 +1,4 @@
-#include "store/LineReader.h"
+#include "calfile/LineReader.h"
 
 #include <QStringDecoder>
 #include <QStringList>
@@ -8,8 +8,8 @@
 #include <limits>
 #include <optional>
 
-#include "store/Conversions.h"
-#include "store/Cp1252.h"
+#include "calfile/Conversions.h"
+#include "calfile/Cp1252.h"
 
 namespace kelvane {
 

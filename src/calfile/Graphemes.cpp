@@ -1,4 +1,4 @@
-#include "store/Graphemes.h"
+#include "calfile/Graphemes.h"
 
 #include <QTextBoundaryFinder>
 

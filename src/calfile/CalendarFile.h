@@ -5,10 +5,10 @@
 
 #include <vector>
 
-#include "store/AppointmentMOD.h"
-#include "store/LineReader.h"
-#include "store/LineWriter.h"
-#include "store/Records.h"
+#include "calfile/Appointment.h"
+#include "calfile/LineReader.h"
+#include "calfile/LineWriter.h"
+#include "calfile/Records.h"
 
 // The calendar file: a line-oriented text file holding the month view's
 // settings, the colour list and every day slot that has content. These

@@ -2,7 +2,7 @@
 
 #include <QSet>
 
-#include "store/Cp1252.h"
+#include "calfile/Cp1252.h"
 
 namespace kelvane {
 namespace {

@@ -1,8 +1,8 @@
-#include "store/CalendarFileOnDisk.h"
+#include "calfile/CalendarFileOnDisk.h"
 
 #include <QFile>
 
-#include "store/LineReader.h"
+#include "calfile/LineReader.h"
 
 namespace kelvane {
 

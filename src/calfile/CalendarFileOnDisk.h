@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include "store/CalendarFile.h"
+#include "calfile/CalendarFile.h"
 
 namespace kelvane {
 

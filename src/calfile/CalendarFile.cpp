@@ -1,13 +1,13 @@
-#include "store/CalendarFile.h"
+#include "calfile/CalendarFile.h"
 
 #include <algorithm>
 #include <array>
 #include <limits>
 
-#include "store/CalenderMOD.h"
-#include "store/Conversions.h"
-#include "store/DiaryMOD.h"
-#include "store/Module1.h"
+#include "calfile/ColourList.h"
+#include "calfile/Conversions.h"
+#include "calfile/Flags.h"
+#include "calfile/NoteText.h"
 
 namespace kelvane {
 

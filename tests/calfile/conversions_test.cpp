@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "store/Conversions.h"
+#include "calfile/Conversions.h"
 
 namespace kelvane {
 namespace {

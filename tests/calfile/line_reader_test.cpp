@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "store/LineReader.h"
+#include "calfile/LineReader.h"
 
 namespace kelvane {
 namespace {

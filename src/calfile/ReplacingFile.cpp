@@ -1,4 +1,4 @@
-#include "store/ReplacingFile.h"
+#include "calfile/ReplacingFile.h"
 
 #include <QDir>
 #include <QFile>

@@ -5,8 +5,8 @@
 
 #include <array>
 
-#include "store/FixedText.h"
-#include "store/OneBased.h"
+#include "calfile/FixedText.h"
+#include "calfile/OneBased.h"
 
 // The records and constants every part of a calendar document shares.
 namespace kelvane {

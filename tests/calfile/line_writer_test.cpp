@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "store/LineWriter.h"
+#include "calfile/LineWriter.h"
 
 namespace kelvane {
 namespace {

@@ -1,4 +1,4 @@
-#include "store/LineWriter.h"
+#include "calfile/LineWriter.h"
 
 #include <charconv>
 

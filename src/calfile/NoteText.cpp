@@ -1,0 +1,68 @@
+#include "calfile/NoteText.h"
+
+#include <QStringList>
+
+#include "calfile/Conversions.h"
+#include "calfile/Records.h"
+
+namespace kelvane {
+
+namespace {
+
+const QString kCrLf = QStringLiteral("\r\n");
+
+}  // namespace
+
+QString WithCrLfBreaks(const QString& text) {
+    QString normal = text;
+    normal.replace(kCrLf, QStringLiteral("\n"));
+    normal.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    normal.replace(QLatin1Char('\n'), kCrLf);
+    return normal;
+}
+
+void WriteNoteSection(LineWriter& out, const QString& note) {
+    const QString text = WithCrLfBreaks(Trim(note));
+    if (text.isEmpty()) {
+        out.WriteNumber(0);
+        return;
+    }
+    const QStringList lines = text.split(kCrLf);
+    out.WriteNumber(1);
+    out.WriteNumber(lines.size() - 1);
+    for (const QString& line : lines) {
+        out.WriteText(line);
+    }
+}
+
+bool ReadNoteSection(LineReader& in, QString& note) {
+    qint16 present = 0;
+    if (!in.ReadNumber16(present)) {
+        return false;
+    }
+    if (present < 1) {
+        note.clear();
+        return true;
+    }
+    qint16 breaks = 0;
+    if (!in.ReadNumber16(breaks)) {
+        return false;
+    }
+    // A note of n line breaks has n + 1 lines, so a count below 0 leaves no
+    // lines to read: the note is empty and the next line is what follows it.
+    QString text;
+    QString line;
+    for (int i = 0; i <= breaks; ++i) {
+        if (!in.ReadLine(line)) {
+            return false;
+        }
+        // Lines past the note's length are read past but not kept.
+        if (text.size() <= NoteLength) {
+            text += (i > 0 ? kCrLf : QString()) + line;
+        }
+    }
+    note = CutText(text, NoteLength);
+    return true;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,78 @@
+#include "calfile/YearRules.h"
+
+#include <QDate>
+
+#include <algorithm>
+
+namespace kelvane {
+
+namespace {
+
+// 1 January 2000 was a Saturday.
+constexpr int kKnownYear = 2000;
+constexpr int kKnownWeekday = 7;
+
+// The weekday of 1 January of `year`, counted from the known one over years of
+// `daysInYear` days each.
+qint16 FirstWeekdayCountedBy(int year, int (*daysInYear)(int)) {
+    qint64 shift = 0;
+    for (int y = kKnownYear; y < year; ++y) {
+        shift += daysInYear(y);
+    }
+    for (int y = year; y < kKnownYear; ++y) {
+        shift -= daysInYear(y);
+    }
+    return static_cast<qint16>(((kKnownWeekday - 1 + shift) % 7 + 7) % 7 + 1);
+}
+
+}  // namespace
+
+qint16 LeapYearRule(int year) {
+    qint16 leap = (year % 4 == 0) ? 1 : 0;
+    if (year % 300 == 0) {
+        leap = 0;
+    }
+    if (year % 1000 == 0) {
+        leap = 1;
+    }
+    return leap;
+}
+
+int DaysInCalendarYear(int year) {
+    return 365 + LeapYearRule(year);
+}
+
+int DaysInGregorianYear(int year) {
+    return QDate::isLeapYear(year) ? 366 : 365;
+}
+
+qint16 FirstWeekdayOfCalendarYear(int year) {
+    return FirstWeekdayCountedBy(year, DaysInCalendarYear);
+}
+
+qint16 FirstWeekdayOfGregorianYear(int year) {
+    return FirstWeekdayCountedBy(year, DaysInGregorianYear);
+}
+
+YearMonthDays MonthDaysOf(bool leap) {
+    return {31, static_cast<qint16>(leap ? 29 : 28), 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+}
+
+int DayOfYear(const YearMonthDays& monthDays, int month, int day) {
+    const int monthsBefore = std::clamp(month - 1, 0, 12);
+    for (int m = 0; m < monthsBefore; ++m) {
+        day += monthDays[static_cast<std::size_t>(m)];
+    }
+    return day;
+}
+
+QString WeekdayName(qint16 weekday) {
+    static const char* const kNames[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                         "Thursday", "Friday", "Saturday"};
+    if (weekday < 1 || weekday > 7) {
+        return QStringLiteral("No Day");
+    }
+    return QString::fromLatin1(kNames[weekday - 1]);
+}
+
+}  // namespace kelvane

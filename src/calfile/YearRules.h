@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+#include <array>
+
+// The rules of the calendar's year: which years are leap, the weekday of 1
+// January, the day of the year and the weekdays' names.
+namespace kelvane {
+
+// The leap-year rule of the calendar: divisible by 4 is leap, then divisible
+// by 300 is not, then divisible by 1000 is again (so 2000 and 2200 are leap
+// years, 1800, 2100 and 2400 are not). 1 for a leap year, 0 otherwise.
+qint16 LeapYearRule(int year);
+
+// Days in a year by the calendar's own leap-year rule: 365 or 366.
+int DaysInCalendarYear(int year);
+
+// Days in a year of the common (Gregorian) calendar, the one iCalendar dates
+// follow: 365 or 366.
+int DaysInGregorianYear(int year);
+
+// The weekday of 1 January of a year, 1 = Sunday .. 7 = Saturday, counted
+// from 1 January 2000 (a Saturday) over years as long as the calendar's own
+// leap-year rule makes them; it differs from the common calendar's before
+// 1901 and after 2099.
+qint16 FirstWeekdayOfCalendarYear(int year);
+
+// The weekday of 1 January of a year of the common (Gregorian) calendar,
+// 1 = Sunday .. 7 = Saturday.
+qint16 FirstWeekdayOfGregorianYear(int year);
+
+// The lengths of the twelve months of a year, January first.
+using YearMonthDays = std::array<qint16, 12>;
+
+// The month lengths of a year: February has 29 days in a leap year, else 28.
+YearMonthDays MonthDaysOf(bool leap);
+
+// The day of the year of `day` in `month`, 1 January being 1: the day plus
+// the lengths of the months before it. Nothing is checked, so 31 February
+// counts on into March.
+int DayOfYear(const YearMonthDays& monthDays, int month, int day);
+
+// "Sunday" for 1 .. "Saturday" for 7, "No Day" for any other number.
+QString WeekdayName(qint16 weekday);
+
+}  // namespace kelvane
