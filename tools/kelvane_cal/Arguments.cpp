@@ -4,11 +4,11 @@ namespace kelvane::cal {
 
 namespace {
 
-const OptionSpec kHelp{QStringLiteral("--help"), QStringLiteral("-h"), false};
+const OptionSpec kHelpOption{QStringLiteral("--help"), QStringLiteral("-h"), false};
 
 const OptionSpec* FindOption(const QString& name, const std::vector<OptionSpec>& options) {
-    if (name == kHelp.Long || name == kHelp.Short) {
-        return &kHelp;
+    if (name == kHelpOption.Long || name == kHelpOption.Short) {
+        return &kHelpOption;
     }
     for (const OptionSpec& option : options) {
         if (name == option.Long || (!option.Short.isEmpty() && name == option.Short)) {

@@ -6,7 +6,7 @@ namespace kelvane::cal {
 
 namespace {
 
-const char* const kHelp =
+const char* const kProgramHelp =
     "usage: kelvane-cal COMMAND [OPTIONS] ...\n"
     "\n"
     "Works with Kelvane's calendar files (.cal) from the command line.\n"
@@ -71,7 +71,7 @@ int RunCommand(const QStringList& arguments, const Environment& environment, QTe
     const QStringList words = arguments.mid(1);
     if (command == QStringLiteral("--help") || command == QStringLiteral("-h") ||
         command == QStringLiteral("help")) {
-        out << kHelp;
+        out << kProgramHelp;
         out.flush();
         return kDone;
     }

@@ -10,7 +10,7 @@ namespace kelvane::cal {
 
 namespace {
 
-const QByteArray kCrLf = "\r\n";
+const QByteArray kICalLineEnd = "\r\n";
 
 // The lines of an iCalendar text, folded lines joined again.
 QList<QByteArray> UnfoldedLines(const QByteArray& text) {
@@ -49,7 +49,7 @@ bool IsFolded(const QByteArray& line) {
 QByteArray Joined(const QList<QByteArray>& lines) {
     QByteArray text;
     for (const QByteArray& line : lines) {
-        text += line + kCrLf;
+        text += line + kICalLineEnd;
     }
     return text;
 }
@@ -81,7 +81,7 @@ std::vector<EventText> SplitEvents(const QByteArray& calendar) {
             if (line == "END:VEVENT") {
                 inEvent = false;
                 EventText text;
-                text.Text = Joined(header) + Joined(event) + "END:VCALENDAR" + kCrLf;
+                text.Text = Joined(header) + Joined(event) + "END:VCALENDAR" + kICalLineEnd;
                 text.Hash = EventHash(Joined(event));
                 for (const QByteArray& property : UnfoldedLines(Joined(event))) {
                     if (property.startsWith("UID:")) {

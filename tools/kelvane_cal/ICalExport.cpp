@@ -14,7 +14,7 @@ namespace kelvane::cal {
 
 namespace {
 
-constexpr int kDay = 24 * 60 * 60;
+constexpr int kSecondsInADay = 24 * 60 * 60;
 
 // The texts of dates and times are made here: libical 3.0 writes every year
 // after 3000 as "00000000T000000", and a date in year 1 without VALUE=DATE.
@@ -138,8 +138,8 @@ void CalendarBuilder::AddAllDayEvent(const CalendarFileDate& date, const QString
     if (day.year() < kLastExportYear || day.month() < 12 || day.day() < 31) {
         icalcomponent_add_property(event, DateProperty(ICAL_DTEND_PROPERTY, day.addDays(1)));
     } else {
-        icalcomponent_add_property(event,
-                                   icalproperty_new_duration(icaldurationtype_from_int(kDay)));
+        icalcomponent_add_property(
+            event, icalproperty_new_duration(icaldurationtype_from_int(kSecondsInADay)));
     }
     // Every event has a summary, empty without a title: calcurse fails on an
     // event without one.

@@ -15,7 +15,7 @@ namespace kelvane::cal {
 namespace {
 
 const QString kTitleSeparator = QStringLiteral("; ");
-const QString kCrLf = QStringLiteral("\r\n");
+const QString kNoteLineBreak = QStringLiteral("\r\n");
 
 int SlotOf(int month, int day) {
     if (month < 1 || month > 12 || day < 1 ||
@@ -101,7 +101,7 @@ bool JoinTitles(const QString& held, const QStringList& parts, QString& title) {
 // A note's texts after the held note, one per paragraph; false when cut.
 bool JoinNote(const QString& held, const QStringList& texts, QString& note) {
     // CR LF is one grapheme, so a cut never leaves a line break half made.
-    return AddMissingParts(held, texts, kCrLf, NoteLength, note);
+    return AddMissingParts(held, texts, kNoteLineBreak, NoteLength, note);
 }
 
 // Leaves the kActivitiesPerDate earliest activities of a schedule in their
@@ -203,7 +203,7 @@ void ImportedDates::AddNote(int month, int day, const QString& text) {
     }
     found->Touched = true;
     found->NoteTexts << note;
-    found->NoteLength += note.size() + kCrLf.size();
+    found->NoteLength += note.size() + kNoteLineBreak.size();
     found->NoteFull = found->NoteLength > NoteLength;
 }
 

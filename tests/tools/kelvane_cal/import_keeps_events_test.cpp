@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include "CalRun.h"
+#include "DateLookup.h"
 #include "ImportFixture.h"
 
 // An import neither loses events nor moves them in time.
@@ -12,16 +13,8 @@ namespace kelvane::cal {
 namespace {
 
 using testing::CalRun;
+using testing::FindDate;
 using testing::RunCal;
-
-const CalendarFileDate* Find(const CalendarFileContent& content, int month, int day) {
-    for (const CalendarFileDate& date : content.Dates) {
-        if (date.Month == month && date.Day == day) {
-            return &date;
-        }
-    }
-    return nullptr;
-}
 
 class ImportKeepsEvents : public testing::ImportFixture {
   protected:
@@ -193,7 +186,7 @@ TEST_F(ImportKeepsEvents, PutsATimedEventsDescriptionIntoTheDatesNote) {
     EXPECT_TRUE(run.Err.contains(": 11 March: the note was cut to 800 characters\n"))
         << run.Err.toStdString();
     const CalendarFileContent content = Imported();
-    const CalendarFileDate* tenth = Find(content, 3, 10);
+    const CalendarFileDate* tenth = FindDate(content, 3, 10);
     ASSERT_NE(tenth, nullptr);
     EXPECT_EQ(tenth->Note,
               "Bring the figures\r\n10:00 Meeting: "
@@ -201,7 +194,7 @@ TEST_F(ImportKeepsEvents, PutsATimedEventsDescriptionIntoTheDatesNote) {
               "summary");
     ASSERT_EQ(tenth->Schedule.size(), 2u);
     EXPECT_EQ(tenth->Schedule[0].Description.Trimmed(), "Meeting");
-    const CalendarFileDate* eleventh = Find(content, 3, 11);
+    const CalendarFileDate* eleventh = FindDate(content, 3, 11);
     ASSERT_NE(eleventh, nullptr);
     EXPECT_EQ(eleventh->Note.size(), NoteLength);
     EXPECT_TRUE(eleventh->Note.startsWith("09:00 Long: xxx"));
@@ -245,11 +238,11 @@ TEST_F(ImportKeepsEvents, GivesAnEventOfADayOrLongerNoEndAndAShorterOneItsEnd) {
     ASSERT_EQ(run.Status, kDone) << run.Err.toStdString();
     const CalendarFileContent content = Imported();
     for (int day : {5, 6, 7}) {
-        const CalendarFileDate* date = Find(content, 1, day);
+        const CalendarFileDate* date = FindDate(content, 1, day);
         ASSERT_NE(date, nullptr) << day;
         EXPECT_EQ(date->Schedule[0].EndTime, (ClockTime{-1, 0})) << day;
     }
-    EXPECT_EQ(Find(content, 1, 8)->Schedule[0].EndTime, (ClockTime{8, 59}));
+    EXPECT_EQ(FindDate(content, 1, 8)->Schedule[0].EndTime, (ClockTime{8, 59}));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "DateLookup.h"
 #include "kelvane_cal/ICalImport.h"
 #include "kelvane_cal/ImportedDates.h"
 #include "support/QtPrinting.h"
@@ -9,14 +10,7 @@
 namespace kelvane::cal {
 namespace {
 
-const CalendarFileDate* Find(const CalendarFileContent& content, int month, int day) {
-    for (const CalendarFileDate& date : content.Dates) {
-        if (date.Month == month && date.Day == day) {
-            return &date;
-        }
-    }
-    return nullptr;
-}
+using testing::FindDate;
 
 TEST(ImportedDates, LaysOutAYearWithout29FebruaryAsNotLeap) {
     ImportedDates dates;
@@ -38,7 +32,7 @@ TEST(ImportedDates, MakesANewCalendarWithTheDefaultLook) {
     EXPECT_EQ(content.Settings.ColourList[0].Name.Trimmed(), "Back Colour");
     EXPECT_TRUE(content.Settings.ToolsShown);
     EXPECT_TRUE(content.Settings.CalenderShown);
-    ASSERT_NE(Find(content, 2, 29), nullptr);
+    ASSERT_NE(FindDate(content, 2, 29), nullptr);
     EXPECT_TRUE(warnings.isEmpty());
 }
 
@@ -49,9 +43,10 @@ TEST(ImportedDates, CutsJoinedTitlesToTheTitlesLengthAndSaysSo) {
     }
     QStringList warnings;
     const CalendarFileContent content = dates.NewCalendar(2026, warnings);
-    EXPECT_EQ(Find(content, 3, 3)->Entry.Title.Trimmed().size(), 255);
-    EXPECT_TRUE(
-        Find(content, 3, 3)->Entry.Title.Trimmed().startsWith("Event number 0; Event number 1; "));
+    EXPECT_EQ(FindDate(content, 3, 3)->Entry.Title.Trimmed().size(), 255);
+    EXPECT_TRUE(FindDate(content, 3, 3)
+                    ->Entry.Title.Trimmed()
+                    .startsWith("Event number 0; Event number 1; "));
     EXPECT_EQ(warnings, QStringList{"3 March: the title was cut to 255 characters"});
 }
 
@@ -62,7 +57,7 @@ TEST(ImportedDates, CutsNotesTo800CharactersAndSaysSo) {
     dates.AddNote(4, 4, "never kept");
     QStringList warnings;
     const CalendarFileContent content = dates.NewCalendar(2026, warnings);
-    const QString note = Find(content, 4, 4)->Note;
+    const QString note = FindDate(content, 4, 4)->Note;
     EXPECT_EQ(note.size(), 800);
     EXPECT_TRUE(note.startsWith(QString(500, QLatin1Char('x')) + "\r\ny"));
     EXPECT_EQ(warnings, QStringList{"4 April: the note was cut to 800 characters"});
@@ -75,8 +70,8 @@ TEST(ImportedDates, CutsNeverSplitAnEmoji) {
     dates.AddNote(6, 6, QString(799, QLatin1Char('n')) + party);
     QStringList warnings;
     const CalendarFileContent content = dates.NewCalendar(2026, warnings);
-    EXPECT_EQ(Find(content, 6, 6)->Entry.Title.Trimmed(), QString(254, QLatin1Char('t')));
-    EXPECT_EQ(Find(content, 6, 6)->Note, QString(799, QLatin1Char('n')));
+    EXPECT_EQ(FindDate(content, 6, 6)->Entry.Title.Trimmed(), QString(254, QLatin1Char('t')));
+    EXPECT_EQ(FindDate(content, 6, 6)->Note, QString(799, QLatin1Char('n')));
     EXPECT_EQ(warnings.size(), 2);
 }
 
@@ -89,10 +84,10 @@ TEST(ImportedDates, CutsNeverSplitAGrapheme) {
     dates.AddActivity(6, 6, QString(48, QLatin1Char('d')) + france, {9, 0}, {-1, -1});
     QStringList warnings;
     const CalendarFileContent content = dates.NewCalendar(2026, warnings);
-    EXPECT_EQ(Find(content, 6, 6)->Entry.Title.Trimmed(), QString(250, QLatin1Char('t')));
-    EXPECT_EQ(Find(content, 6, 6)->Note, QString(799, QLatin1Char('n')));
-    ASSERT_EQ(Find(content, 6, 6)->Schedule.size(), 1u);
-    EXPECT_EQ(Find(content, 6, 6)->Schedule[0].Description.Trimmed(),
+    EXPECT_EQ(FindDate(content, 6, 6)->Entry.Title.Trimmed(), QString(250, QLatin1Char('t')));
+    EXPECT_EQ(FindDate(content, 6, 6)->Note, QString(799, QLatin1Char('n')));
+    ASSERT_EQ(FindDate(content, 6, 6)->Schedule.size(), 1u);
+    EXPECT_EQ(FindDate(content, 6, 6)->Schedule[0].Description.Trimmed(),
               QString(48, QLatin1Char('d')));
 }
 
@@ -100,7 +95,7 @@ TEST(ImportedDates, KeepsANoteOfExactly800CharactersWhole) {
     ImportedDates dates;
     dates.AddNote(4, 4, QString(800, QLatin1Char('x')));
     QStringList warnings;
-    EXPECT_EQ(Find(dates.NewCalendar(2026, warnings), 4, 4)->Note.size(), 800);
+    EXPECT_EQ(FindDate(dates.NewCalendar(2026, warnings), 4, 4)->Note.size(), 800);
     EXPECT_TRUE(warnings.isEmpty());
 }
 
@@ -108,7 +103,8 @@ TEST(ImportedDates, TurnsLineFeedsIntoTheNotesLineBreaks) {
     ImportedDates dates;
     dates.AddNote(5, 5, "one\ntwo\r\nthree\rfour");
     QStringList warnings;
-    EXPECT_EQ(Find(dates.NewCalendar(2026, warnings), 5, 5)->Note, "one\r\ntwo\r\nthree\r\nfour");
+    EXPECT_EQ(FindDate(dates.NewCalendar(2026, warnings), 5, 5)->Note,
+              "one\r\ntwo\r\nthree\r\nfour");
 }
 
 TEST(ImportedDates, KeepsActivitiesByStartTimeAndDropsTheLatest) {
@@ -120,7 +116,7 @@ TEST(ImportedDates, KeepsActivitiesByStartTimeAndDropsTheLatest) {
     }
     QStringList warnings;
     const CalendarFileContent content = dates.NewCalendar(2026, warnings);
-    const auto& schedule = Find(content, 6, 6)->Schedule;
+    const auto& schedule = FindDate(content, 6, 6)->Schedule;
     ASSERT_EQ(schedule.size(), 39u);
     for (int i = 0; i < 39; ++i) {
         EXPECT_EQ(schedule[static_cast<std::size_t>(i)].StartTime.Minute, i);
@@ -135,7 +131,7 @@ TEST(ImportedDates, KeepsActivitiesThatStartTogetherInTheOrderTheyCame) {
     dates.AddActivity(6, 7, "first", {9, 0}, {-1, 0});  // another event just like it
     QStringList warnings;
     const CalendarFileContent content = dates.NewCalendar(2026, warnings);
-    const auto& schedule = Find(content, 6, 7)->Schedule;
+    const auto& schedule = FindDate(content, 6, 7)->Schedule;
     ASSERT_EQ(schedule.size(), 3u);
     EXPECT_EQ(schedule[0].Description.Trimmed(), "first");
     EXPECT_EQ(schedule[1].Description.Trimmed(), "second");
@@ -158,7 +154,7 @@ TEST(ImportedDates, GivesUntitledActivitiesANameAndCutsLongOnes) {
     dates.AddActivity(7, 1, "two\r\nlines", {11, 0}, {-1, 0});
     QStringList warnings;
     const CalendarFileContent content = dates.NewCalendar(2026, warnings);
-    const auto& schedule = Find(content, 7, 1)->Schedule;
+    const auto& schedule = FindDate(content, 7, 1)->Schedule;
     ASSERT_EQ(schedule.size(), 3u);
     EXPECT_EQ(schedule[0].Description.Trimmed(), "(no title)");
     EXPECT_EQ(schedule[1].Description.Trimmed().size(), 50);
@@ -354,16 +350,16 @@ CalendarFileContent ImportSample(const QString& name, ImportReport& report) {
 TEST(ImportICalendar, TakesAnEventThatEndsBeforeItStartsAsHavingNoEnd) {
     ImportReport report;
     const CalendarFileContent content = ImportSample("merge_end_before_start.ics", report);
-    const CalendarFileDate* second = Find(content, 1, 2);
+    const CalendarFileDate* second = FindDate(content, 1, 2);
     ASSERT_NE(second, nullptr) << "an end a month early must not hide the event";
     ASSERT_EQ(second->Schedule.size(), 1u);
     EXPECT_EQ(second->Schedule[0].Description.Trimmed(), "Ends a month early");
     EXPECT_EQ(second->Schedule[0].StartTime, (ClockTime{10, 0}));
     EXPECT_EQ(second->Schedule[0].EndTime, (ClockTime{-1, 0}));
-    const CalendarFileDate* third = Find(content, 1, 3);
+    const CalendarFileDate* third = FindDate(content, 1, 3);
     ASSERT_NE(third, nullptr);
     EXPECT_EQ(third->Entry.Title.Trimmed(), "Backwards day");
-    EXPECT_EQ(Find(content, 1, 4), nullptr);
+    EXPECT_EQ(FindDate(content, 1, 4), nullptr);
     EXPECT_EQ(report.Warnings,
               (QStringList{"line 4: an event that ends (DTEND 20251201T100000) before it starts "
                            "(DTSTART 20260102T100000) is taken as having no end (and 1 more like "
@@ -375,7 +371,7 @@ TEST(ImportICalendar, TakesAnEventThatEndsBeforeItStartsAsHavingNoEnd) {
 TEST(ImportICalendar, TakesAnEndlessDurationAsNoEndNotAsOneBelowZero) {
     ImportReport report;
     const CalendarFileContent content = ImportSample("merge_end_before_start.ics", report);
-    const CalendarFileDate* fifth = Find(content, 1, 5);
+    const CalendarFileDate* fifth = FindDate(content, 1, 5);
     ASSERT_NE(fifth, nullptr);
     ASSERT_EQ(fifth->Schedule.size(), 1u);
     EXPECT_EQ(fifth->Schedule[0].Description.Trimmed(), "Goes on and on");
@@ -387,7 +383,7 @@ TEST(ImportICalendar, ReadsTheLengthOfADurationFromTheFilesOwnText) {
     ImportReport report;
     const CalendarFileContent content = ImportSample("merge_wrapping_durations.ics", report);
     for (int day : {5, 6, 7}) {
-        const CalendarFileDate* date = Find(content, 1, day);
+        const CalendarFileDate* date = FindDate(content, 1, day);
         ASSERT_NE(date, nullptr) << day;
         ASSERT_EQ(date->Schedule.size(), 1u) << day;
         EXPECT_EQ(date->Schedule[0].EndTime, (ClockTime{-1, 0})) << "longer than a day, " << day;
@@ -402,7 +398,7 @@ TEST(ImportICalendar, PlacesEachDayOfALongRepeatingAllDayEventOnce) {
     const CalendarFileContent content = ImportSample("merge_long_daily.ics", report);
     EXPECT_EQ(content.Dates.size(), 365u);
     EXPECT_EQ(report.Occurrences, 365);
-    EXPECT_EQ(Find(content, 7, 4)->Entry.Title.Trimmed(), "Always");
+    EXPECT_EQ(FindDate(content, 7, 4)->Entry.Title.Trimmed(), "Always");
 }
 
 }  // namespace
