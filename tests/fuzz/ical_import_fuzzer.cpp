@@ -7,8 +7,9 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "kelvane_cal/ICalImport.h"
-#include "kelvane_cal/ZoneBook.h"
+#include "kelvane_cal/ical/ICalImport.h"
+#include "kelvane_cal/ical/ZoneBook.h"
+
 #include "store/CalendarFile.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -17,8 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     file.open(QIODevice::ReadOnly);
     kelvane::cal::ImportedDates dates;
     kelvane::cal::ImportReport report;
-    const kelvane::cal::ImportRequest request{2026,
-                                              kelvane::cal::ZoneNamed(QStringLiteral("UTC"))};
+    const kelvane::cal::ImportRequest request{2026, kelvane::cal::ZoneNamed(QStringLiteral("UTC"))};
     if (!kelvane::cal::ImportICalendar(file, request, dates, report)) {
         return 0;
     }
