@@ -14,39 +14,32 @@ using testing::Activity;
 using testing::CalRun;
 using testing::RunCal;
 
-// Dates all over a leap year with titles, activities and notes, within the
-// limits an import keeps: at most 39 activities, notes of at most 800
-// characters, no activity longer than a day. Some activities go past
-// midnight, the last one into the next year.
-CalendarFileContent BusyYear() {
-    CalendarFileContent content;
-    for (qint16 month = 1; month <= 12; ++month) {
-        // 29 February is the full date below.
-        for (qint16 day = 1; day <= SlotsPerMonth[month - 1] - (month == 2 ? 1 : 0); day += month) {
-            CalendarFileDate date;
-            date.Month = month;
-            date.Day = day;
-            if (day % 2 == 1) {
-                date.Entry.Title = QStringLiteral("Day %1 of %2 – très bien").arg(day).arg(month);
-            }
-            for (int i = 0; i < (day + month) % 5; ++i) {
-                const ClockTime start{static_cast<qint16>(8 + i), static_cast<qint16>(5 * i)};
-                const ClockTime end =
-                    i % 2 == 0 ? ClockTime{-1, 0} : ClockTime{static_cast<qint16>(9 + i), 0};
-                date.Schedule.push_back(Activity(QStringLiteral("Task %1").arg(i), start, end));
-            }
-            if (day % 4 == 1) {
-                date.Schedule.push_back(Activity("Late show", {23, 0}, {1, 0}));
-            }
-            if (day % 3 == 0) {
-                date.Note = QStringLiteral("Line one\r\nLine two for %1/%2").arg(day).arg(month);
-            }
-            if (!date.Entry.Title.Trimmed().isEmpty() || !date.Schedule.empty() ||
-                !date.Note.isEmpty()) {
-                content.Dates.push_back(date);
-            }
-        }
+// A date of the busy year: a title on odd days, up to four activities, a
+// late show past midnight now and then, and a note on every third day.
+CalendarFileDate BusyDate(qint16 month, qint16 day) {
+    CalendarFileDate date;
+    date.Month = month;
+    date.Day = day;
+    if (day % 2 == 1) {
+        date.Entry.Title = QStringLiteral("Day %1 of %2 – très bien").arg(day).arg(month);
     }
+    for (int i = 0; i < (day + month) % 5; ++i) {
+        const ClockTime start{static_cast<qint16>(8 + i), static_cast<qint16>(5 * i)};
+        const ClockTime end =
+            i % 2 == 0 ? ClockTime{-1, 0} : ClockTime{static_cast<qint16>(9 + i), 0};
+        date.Schedule.push_back(Activity(QStringLiteral("Task %1").arg(i), start, end));
+    }
+    if (day % 4 == 1) {
+        date.Schedule.push_back(Activity("Late show", {23, 0}, {1, 0}));
+    }
+    if (day % 3 == 0) {
+        date.Note = QStringLiteral("Line one\r\nLine two for %1/%2").arg(day).arg(month);
+    }
+    return date;
+}
+
+// 29 February, as full as a date gets: the longest title and note, and 39 activities.
+CalendarFileDate FullDate() {
     CalendarFileDate full;
     full.Month = 2;
     full.Day = 29;
@@ -57,9 +50,28 @@ CalendarFileContent BusyYear() {
                                          {static_cast<qint16>(i % 24), static_cast<qint16>(i)},
                                          {static_cast<qint16>(i % 24), 59}));
     }
+    return full;
+}
+
+// Dates all over a leap year with titles, activities and notes, within the
+// limits an import keeps: at most 39 activities, notes of at most 800
+// characters, no activity longer than a day. Some activities go past
+// midnight, the last one into the next year.
+CalendarFileContent BusyYear() {
+    CalendarFileContent content;
+    for (qint16 month = 1; month <= 12; ++month) {
+        // 29 February is the full date below.
+        for (qint16 day = 1; day <= SlotsPerMonth[month - 1] - (month == 2 ? 1 : 0); day += month) {
+            const CalendarFileDate date = BusyDate(month, day);
+            if (!date.Entry.Title.Trimmed().isEmpty() || !date.Schedule.empty() ||
+                !date.Note.isEmpty()) {
+                content.Dates.push_back(date);
+            }
+        }
+    }
     const auto place = std::find_if(content.Dates.begin(), content.Dates.end(),
                                     [](const CalendarFileDate& d) { return d.Month > 2; });
-    content.Dates.insert(place, full);
+    content.Dates.insert(place, FullDate());
     CalendarFileDate lastNight;
     lastNight.Month = 12;
     lastNight.Day = 31;
