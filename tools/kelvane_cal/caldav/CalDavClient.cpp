@@ -137,14 +137,24 @@ QUrl CalDavClient::RedirectTarget(const DavRequest& request, DavReply& reply) co
     return {};
 }
 
-std::vector<DavReply> CalDavClient::SendAll(
-    const std::vector<DavRequest>& requests, int parallel,
-    const std::function<bool(std::size_t, const DavReply&)>& done) {
+namespace {
+
+// A reply for each request, each NotSent until its answer comes.
+std::vector<DavReply> UnsentReplies(const std::vector<DavRequest>& requests) {
     std::vector<DavReply> replies(requests.size());
     for (std::size_t index = 0; index < requests.size(); ++index) {
         replies[index].Url = requests[index].Url;
         replies[index].NotSent = true;
     }
+    return replies;
+}
+
+}  // namespace
+
+std::vector<DavReply> CalDavClient::SendAll(
+    const std::vector<DavRequest>& requests, int parallel,
+    const std::function<bool(std::size_t, const DavReply&)>& done) {
+    std::vector<DavReply> replies = UnsentReplies(requests);
     std::size_t next = 0;
     std::size_t started = 0;
     std::size_t finished = 0;
@@ -226,13 +236,9 @@ QString StatusAdvice(int status) {
     return QStringLiteral("the server answered %1; check the URL").arg(status);
 }
 
-}  // namespace
-
-QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
-    const QString url = reply.Url.toString(QUrl::RemoveUserInfo);
-    if (reply.Status >= 200 && reply.Status < 300) {
-        return {};
-    }
+// A request that got no HTTP answer: not sent, timed out, redirected
+// elsewhere, refused by TLS or by the network; nothing for one that got one.
+QString TransportFailure(const DavReply& reply, const QString& url, int timeoutSeconds) {
     if (reply.NotSent) {
         return QStringLiteral("%1: not sent, as the server had stopped answering").arg(url);
     }
@@ -255,6 +261,19 @@ QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
     if (reply.Status == 0) {
         return QStringLiteral("%1: %2; check the URL and that the server is running")
             .arg(url, reply.NetworkError);
+    }
+    return {};
+}
+
+}  // namespace
+
+QString DescribeFailure(const DavReply& reply, int timeoutSeconds) {
+    const QString url = reply.Url.toString(QUrl::RemoveUserInfo);
+    if (reply.Status >= 200 && reply.Status < 300) {
+        return {};
+    }
+    if (const QString failure = TransportFailure(reply, url, timeoutSeconds); !failure.isEmpty()) {
+        return failure;
     }
     const QString reason = DavErrorText(reply.Body);
     // A refusal that names a rule other than the user's rights is about the

@@ -4,7 +4,6 @@
 
 #include "kelvane_cal/caldav/CalDavClient.h"
 #include "kelvane_cal/caldav/DavXml.h"
-#include "kelvane_cal/ical/EventTexts.h"
 
 namespace kelvane::cal {
 
@@ -17,7 +16,8 @@ QString UtcMidnight(const QDate& date) {
 }  // namespace
 
 bool FetchYear(const QUrl& collection, int year, const Credentials& credentials, int timeoutSeconds,
-               const QList<QSslCertificate>& trusted, QByteArray& calendar, QString& problem) {
+               const QList<QSslCertificate>& trusted, std::vector<QByteArray>& calendars,
+               QString& problem) {
     CalDavClient client(credentials, timeoutSeconds, trusted);
     const QByteArray body = EventsInRangeRequestBody(UtcMidnight(QDate(year, 1, 1).addDays(-1)),
                                                      UtcMidnight(QDate(year + 1, 1, 1).addDays(1)));
@@ -39,13 +39,12 @@ bool FetchYear(const QUrl& collection, int year, const Credentials& credentials,
         problem = collection.toString() + QStringLiteral(": ") + problem;
         return false;
     }
-    std::vector<QByteArray> calendars;
+    calendars.clear();
     for (const DavResource& resource : resources) {
         if (!resource.CalendarData.isEmpty()) {
             calendars.push_back(resource.CalendarData);
         }
     }
-    calendar = JoinCalendars(calendars);
     return true;
 }
 

@@ -2,12 +2,9 @@
 
 #include <QHostAddress>
 #include <QHostInfo>
+#include <QStringList>
 
 #include <algorithm>
-
-#include "kelvane_cal/caldav/CalDavClient.h"
-#include "kelvane_cal/cli/Arguments.h"
-#include "kelvane_cal/cli/CommandRunners.h"
 
 namespace kelvane::cal {
 
@@ -101,7 +98,7 @@ bool IsWebAddress(const QString& text) {
 }
 
 bool CollectionUrl(const QString& text, bool allowHttp, QUrl& url, QString& problem,
-                   QTextStream& err) {
+                   QString& warning) {
     url = QUrl(text, QUrl::StrictMode);
     const QString scheme = url.scheme().toLower();
     if (!url.isValid() || url.host().isEmpty() ||
@@ -124,9 +121,8 @@ bool CollectionUrl(const QString& text, bool allowHttp, QUrl& url, QString& prob
                           .arg(text);
             return false;
         }
-        Warn(QStringLiteral("%1: plain http sends the password and the calendar unencrypted")
-                 .arg(text),
-             err);
+        warning = QStringLiteral("%1: plain http sends the password and the calendar unencrypted")
+                      .arg(text);
     }
     if (!url.path().endsWith(QLatin1Char('/'))) {
         url.setPath(url.path() + QLatin1Char('/'));
@@ -140,25 +136,6 @@ QUrl EventUrl(const QUrl& collection, const QString& uid) {
                     QStringLiteral(".ics"),
                 QUrl::TolerantMode);
     return url;
-}
-
-bool ReadTimeout(const Arguments& arguments, int& seconds, QString& problem) {
-    seconds = kDefaultTimeoutSeconds;
-    const QString option = QStringLiteral("--timeout");
-    if (arguments.HasValue(option) &&
-        !ParseWholeNumber(arguments.Value(option), 1, 3600, seconds)) {
-        problem = QStringLiteral("--timeout takes a number of seconds from 1 to 3600");
-        return false;
-    }
-    return true;
-}
-
-bool ReadCaFile(const Arguments& arguments, QList<QSslCertificate>& certificates,
-                QString& problem) {
-    const QString option = QStringLiteral("--ca-file");
-    certificates.clear();
-    return !arguments.HasValue(option) ||
-           ReadCertificates(arguments.Value(option), certificates, problem);
 }
 
 QString UidOfHref(const QString& href) {

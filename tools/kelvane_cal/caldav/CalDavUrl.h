@@ -1,14 +1,9 @@
 #pragma once
 
-#include <QList>
-#include <QSslCertificate>
 #include <QString>
-#include <QTextStream>
 #include <QUrl>
 
 namespace kelvane::cal {
-
-struct Arguments;
 
 // How long a CalDAV request may go without a byte coming back.
 inline constexpr int kDefaultTimeoutSeconds = 60;
@@ -17,10 +12,10 @@ inline constexpr int kDefaultTimeoutSeconds = 60;
 bool IsWebAddress(const QString& text);
 
 // The collection URL of `text`, ending in "/": https, or http to a loopback
-// address, or http anywhere with `allowHttp` (which warns on `err`). False
-// with the problem otherwise.
+// address, or http anywhere with `allowHttp` (which gives a `warning` to
+// show). False with the problem otherwise.
 bool CollectionUrl(const QString& text, bool allowHttp, QUrl& url, QString& problem,
-                   QTextStream& err);
+                   QString& warning);
 
 // Where the requests to a collection go, the same for every spelling of its
 // URL: the scheme, the address the host resolves to (the lowest IPv4
@@ -35,14 +30,6 @@ QString CollectionKey(const QUrl& collection);
 // host's name in small letters, as sites that share an address (one server
 // for many names) are apart; only the names of this computer are one.
 QString CollectionName(const QUrl& collection);
-
-// The seconds of --timeout, or the default when it is not given; false with
-// the problem when it is no whole number from 1 to 3600.
-bool ReadTimeout(const Arguments& arguments, int& seconds, QString& problem);
-
-// The certificates of --ca-file, or none when it is not given; false with the
-// problem when the file cannot be read or holds no certificate.
-bool ReadCaFile(const Arguments& arguments, QList<QSslCertificate>& certificates, QString& problem);
 
 // The URL of an event's resource in a collection: its UID, percent-encoded, and ".ics".
 QUrl EventUrl(const QUrl& collection, const QString& uid);

@@ -81,15 +81,6 @@ NetrcEntry ReadNetrc(const QString& fileName, const QString& host) {
     return chosen.Found ? chosen : fallback;
 }
 
-}  // namespace
-
-PasswordSources PasswordSourcesOf(const QString& passwordFile, const Environment& environment) {
-    return {passwordFile, environment.NetrcFile, environment.PasswordVariable,
-            environment.PasswordVariableSet};
-}
-
-namespace {
-
 QString NoPassword(const QUrl& url, const QString& user, const PasswordSources& sources) {
     return QStringLiteral(
                "no password was found for %1 at %2; give it with --password-file FILE, in %3 "

@@ -3,8 +3,6 @@
 #include <QString>
 #include <QUrl>
 
-#include "kelvane_cal/cli/Commands.h"
-
 namespace kelvane::cal {
 
 // Where a password may come from; never from the command line.
@@ -14,9 +12,6 @@ struct PasswordSources {
     QString EnvironmentValue;  // KELVANE_CALDAV_PASSWORD
     bool EnvironmentSet = false;
 };
-
-// The sources a command has: its --password-file, and the environment's.
-PasswordSources PasswordSourcesOf(const QString& passwordFile, const Environment& environment);
 
 struct Credentials {
     QString User;  // empty: no authentication

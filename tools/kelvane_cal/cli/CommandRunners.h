@@ -32,5 +32,7 @@ int UsageError(const QString& command, const QString& problem, QTextStream& err)
 int FileError(const QString& problem, QTextStream& err);
 // Prints a warning.
 void Warn(const QString& warning, QTextStream& err);
+// Prints each of the warnings about a file (or other input) named `name`.
+void WarnAbout(const QString& name, const QStringList& warnings, QTextStream& err);
 
 }  // namespace kelvane::cal

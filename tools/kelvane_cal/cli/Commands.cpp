@@ -65,6 +65,12 @@ void Warn(const QString& warning, QTextStream& err) {
     err << "kelvane-cal: warning: " << warning << '\n';
 }
 
+void WarnAbout(const QString& name, const QStringList& warnings, QTextStream& err) {
+    for (const QString& warning : warnings) {
+        Warn(name + QStringLiteral(": ") + warning, err);
+    }
+}
+
 int RunCommand(const QStringList& arguments, const Environment& environment, QTextStream& out,
                QTextStream& err) {
     const QString command = arguments.value(0);

@@ -1,6 +1,7 @@
 #include "kelvane_cal/cli/Arguments.h"
 #include "kelvane_cal/cli/CommandRunners.h"
 #include "kelvane_cal/cli/Files.h"
+#include "kelvane_cal/cli/SharedOptions.h"
 #include "kelvane_cal/ical/ICalExport.h"
 
 namespace kelvane::cal {
@@ -36,6 +37,55 @@ QByteArray ExportHelp() {
     return QString::fromLatin1(kExportHelp).arg(ExportYears()).toLatin1();
 }
 
+struct ExportWords {
+    QString File;
+    int Year = 0;
+    QString UidSeed;
+    QString Output;
+    bool Force = false;
+};
+
+// Fills `words` from the arguments; false with the usage problem.
+bool ReadExportWords(const Arguments& arguments, ExportWords& words, QString& problem) {
+    if (arguments.Positional.size() != 1) {
+        problem = QStringLiteral("give one calendar file");
+        return false;
+    }
+    words.File = arguments.Positional.first();
+    if (!ReadExportYear(arguments.Value(QStringLiteral("--year")), words.Year, problem) ||
+        !ReadUidSeed(arguments, words.UidSeed, problem)) {
+        return false;
+    }
+    words.Output = arguments.Value(QStringLiteral("--output"));
+    words.Force = arguments.Has(QStringLiteral("--force"));
+    return true;
+}
+
+int Export(const ExportWords& words, const Environment& environment, QTextStream& out,
+           QTextStream& err) {
+    QString problem;
+    if (!OutputAllowed(words.Output, words.Force, problem)) {
+        return FileError(problem, err);
+    }
+    CalendarFileContent content;
+    if (!ReadCalendar(words.File, content, problem)) {
+        return FileError(problem, err);
+    }
+    const ExportResult result =
+        ExportToICalendar(content, {words.File, words.Year, environment.Now, words.UidSeed});
+    WarnAbout(words.File, result.Warnings, err);
+    if (!WriteOutput(words.Output, result.Text, words.Force, out, problem)) {
+        return FileError(problem, err);
+    }
+    // The summary goes where the import's and the warnings go, never into the
+    // written text.
+    err << (IsStandardOutput(words.Output) ? QStringLiteral("standard output") : words.Output)
+        << ": " << result.AllDayEvents << " all-day and " << result.TimedEvents
+        << " timed events\n";
+    err.flush();
+    return kDone;
+}
+
 }  // namespace
 
 int RunExport(const QStringList& words, const Environment& environment, QTextStream& out,
@@ -51,43 +101,12 @@ int RunExport(const QStringList& words, const Environment& environment, QTextStr
                       ExportHelp().constData(), arguments, out, err, status)) {
         return status;
     }
+    ExportWords exportWords;
     QString problem;
-    if (arguments.Positional.size() != 1) {
-        return UsageError(command, QStringLiteral("give one calendar file"), err);
-    }
-    int year = 0;
-    if (!ReadExportYear(arguments.Value(QStringLiteral("--year")), year, problem)) {
+    if (!ReadExportWords(arguments, exportWords, problem)) {
         return UsageError(command, problem, err);
     }
-    const QString uidSeed = arguments.Value(QStringLiteral("--uid-seed"));
-    if (arguments.HasValue(QStringLiteral("--uid-seed")) && uidSeed.trimmed().isEmpty()) {
-        return UsageError(command, QStringLiteral("--uid-seed takes a text that is not blank"),
-                          err);
-    }
-    const QString output = arguments.Value(QStringLiteral("--output"));
-    const bool force = arguments.Has(QStringLiteral("--force"));
-    if (!OutputAllowed(output, force, problem)) {
-        return FileError(problem, err);
-    }
-    const QString fileName = arguments.Positional.first();
-    CalendarFileContent content;
-    if (!ReadCalendar(fileName, content, problem)) {
-        return FileError(problem, err);
-    }
-    const ExportResult result =
-        ExportToICalendar(content, {fileName, year, environment.Now, uidSeed});
-    for (const QString& warning : result.Warnings) {
-        Warn(fileName + QStringLiteral(": ") + warning, err);
-    }
-    if (!WriteOutput(output, result.Text, force, out, problem)) {
-        return FileError(problem, err);
-    }
-    // The summary goes where the import's and the warnings go, never into the
-    // written text.
-    err << (IsStandardOutput(output) ? QStringLiteral("standard output") : output) << ": "
-        << result.AllDayEvents << " all-day and " << result.TimedEvents << " timed events\n";
-    err.flush();
-    return kDone;
+    return Export(exportWords, environment, out, err);
 }
 
 }  // namespace kelvane::cal

@@ -7,7 +7,9 @@
 #include "kelvane_cal/cli/Arguments.h"
 #include "kelvane_cal/cli/CommandRunners.h"
 #include "kelvane_cal/cli/Files.h"
+#include "kelvane_cal/cli/SharedOptions.h"
 #include "kelvane_cal/ical/CalendarFacts.h"
+#include "kelvane_cal/ical/EventTexts.h"
 #include "kelvane_cal/ical/FileYear.h"
 #include "kelvane_cal/ical/ICalImport.h"
 #include "kelvane_cal/ical/ImportedDates.h"
@@ -214,17 +216,29 @@ std::unique_ptr<QIODevice> OpenImport(const ImportWords& words, const Environmen
         return OpenInput(words.Input, *file, problem) ? std::move(file) : nullptr;
     }
     Credentials credentials;
-    QByteArray text;
+    std::vector<QByteArray> calendars;
     if (!FindCredentials(words.Url, words.User, PasswordSourcesOf(words.PasswordFile, environment),
                          credentials, problem) ||
-        !FetchYear(words.Url, words.Year, credentials, words.TimeoutSeconds, words.Trusted, text,
-                   problem)) {
+        !FetchYear(words.Url, words.Year, credentials, words.TimeoutSeconds, words.Trusted,
+                   calendars, problem)) {
         return nullptr;
     }
     auto buffer = std::make_unique<QBuffer>();
-    buffer->setData(text);
+    buffer->setData(JoinCalendars(calendars));
     buffer->open(QIODevice::ReadOnly);
     return buffer;
+}
+
+// The words of an import from a CalDAV collection.
+bool ReadCollectionWords(const Arguments& arguments, ImportWords& words, QString& problem,
+                         QTextStream& err) {
+    if (!ReadCollectionUrl(arguments, words.Input, words.Url, problem, err)) {
+        return false;
+    }
+    words.User = arguments.Value(QStringLiteral("--user"));
+    words.PasswordFile = arguments.Value(QStringLiteral("--password-file"));
+    return ReadTimeout(arguments, words.TimeoutSeconds, problem) &&
+           ReadCaFile(arguments, words.Trusted, problem);
 }
 
 int Import(const ImportWords& words, const Environment& environment, QTextStream& out,
@@ -259,9 +273,7 @@ int Import(const ImportWords& words, const Environment& environment, QTextStream
         }
         dates.MergeInto(calendar, warnings);
     }
-    for (const QString& warning : warnings) {
-        Warn(InputName(words.Input) + QStringLiteral(": ") + warning, err);
-    }
+    WarnAbout(InputName(words.Input), warnings, err);
     if (!WriteOutput(words.Output, CalendarBytes(calendar), words.Force, out, problem)) {
         return FileError(problem, err);
     }
@@ -300,17 +312,9 @@ int RunImport(const QStringList& words, const Environment& environment, QTextStr
     if (!ReadImportWords(arguments, environment, importWords, problem)) {
         return UsageError(command, problem, err);
     }
-    if (IsWebAddress(importWords.Input)) {
-        if (!CollectionUrl(importWords.Input, arguments.Has(QStringLiteral("--allow-http")),
-                           importWords.Url, problem, err)) {
-            return UsageError(command, problem, err);
-        }
-        importWords.User = arguments.Value(QStringLiteral("--user"));
-        importWords.PasswordFile = arguments.Value(QStringLiteral("--password-file"));
-        if (!ReadTimeout(arguments, importWords.TimeoutSeconds, problem) ||
-            !ReadCaFile(arguments, importWords.Trusted, problem)) {
-            return UsageError(command, problem, err);
-        }
+    if (IsWebAddress(importWords.Input) &&
+        !ReadCollectionWords(arguments, importWords, problem, err)) {
+        return UsageError(command, problem, err);
     }
     if (!OutputAllowed(importWords.Output, importWords.Force, problem)) {
         return FileError(problem, err);

@@ -4,11 +4,10 @@
 #include <QDate>
 #include <QFileInfo>
 
-#include "kelvane_cal/cli/Arguments.h"
 #include "kelvane_cal/ical/CalendarFacts.h"
 #include "kelvane_cal/ical/LibIcal.h"
 #include "kelvane_cal/ical/MarkedEnds.h"
-#include "kelvane_cal/ical/Occurrences.h"
+#include "kelvane_cal/ical/TimeKeys.h"
 
 #include "store/Conversions.h"
 
@@ -61,11 +60,6 @@ bool HasEnd(icalcomponent* event) {
            icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY) != nullptr;
 }
 
-// The seed of a request's UIDs: the one asked for, or the file's name without its folder.
-QString UidSeedOf(const ExportRequest& request) {
-    return request.UidSeed.isEmpty() ? QFileInfo(request.FileName).fileName() : request.UidSeed;
-}
-
 // Note lines are kept apart by CR LF; iCalendar texts by LF.
 QByteArray DescriptionOf(const QString& note) {
     return NoteLines(note).join(QLatin1Char('\n')).toUtf8();
@@ -102,7 +96,9 @@ class CalendarBuilder {
 
 icalcomponent* CalendarBuilder::NewEvent(int month, int day, int slot) {
     icalcomponent* event = icalcomponent_new_vevent();
-    const QByteArray uid = EventUid(UidSeedOf(request_), request_.Year, month, day, slot).toUtf8();
+    const QByteArray uid =
+        EventUid(UidSeedOf(request_.FileName, request_.UidSeed), request_.Year, month, day, slot)
+            .toUtf8();
     icalcomponent_add_property(event, icalproperty_new_uid(uid.constData()));
     icalcomponent_add_property(event, icalproperty_new_dtstamp(stamp_));
     icalcomponent_add_component(root_.get(), event);
@@ -219,24 +215,31 @@ QString ExportYears() {
     return QStringLiteral("%1 to %2").arg(kFirstExportYear).arg(kLastExportYear);
 }
 
-bool ReadExportYear(const QString& text, int& year, QString& problem) {
-    if (ParseWholeNumber(text, kFirstExportYear, kLastExportYear, year)) {
-        return true;
-    }
-    problem = QStringLiteral("--year takes a year from %1").arg(ExportYears());
-    return false;
-}
-
 QString EventUid(const QString& seed, int year, int month, int day, int slot) {
-    const QByteArray name = seed.toUtf8();
-    const QString hash = QString::fromLatin1(
-        QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex().left(16));
     const QString where = slot == 0 ? QStringLiteral("day") : QStringLiteral("a%1").arg(slot);
-    return QStringLiteral("%1%2%3-%4-%5@kelvane")
-        .arg(year, 4, 10, QLatin1Char('0'))
+    return QStringLiteral("%1%2%3-%4%5")
+        .arg(EventUidYear(year))
         .arg(month, 2, 10, QLatin1Char('0'))
         .arg(day, 2, 10, QLatin1Char('0'))
-        .arg(where, hash);
+        .arg(where, EventUidEnding(seed));
+}
+
+QString UidSeedOf(const QString& fileName, const QString& uidSeed) {
+    return uidSeed.isEmpty() ? QFileInfo(fileName).fileName() : uidSeed;
+}
+
+QString EventUidEnding(const QString& seed) {
+    const QString hash = QString::fromLatin1(
+        QCryptographicHash::hash(seed.toUtf8(), QCryptographicHash::Sha1).toHex().left(16));
+    return QStringLiteral("-%1@kelvane").arg(hash);
+}
+
+QString EventUidYear(int year) {
+    return QStringLiteral("%1").arg(year, 4, 10, QLatin1Char('0'));
+}
+
+QDate DateOfEventUid(const QString& uid) {
+    return QDate::fromString(uid.left(8), QStringLiteral("yyyyMMdd"));
 }
 
 ExportResult ExportToICalendar(const CalendarFileContent& content, const ExportRequest& request) {

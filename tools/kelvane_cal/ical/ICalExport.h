@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDate>
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
@@ -14,8 +15,6 @@ inline constexpr int kFirstExportYear = 1;
 inline constexpr int kLastExportYear = 9999;
 // "1 to 9999", as the help texts say it.
 QString ExportYears();
-// Reads the year of --year for export and publish; false with the usage problem.
-bool ReadExportYear(const QString& text, int& year, QString& problem);
 
 struct ExportRequest {
     QString FileName;  // the calendar file
@@ -42,7 +41,17 @@ struct ExportResult {
 // UIDs.
 ExportResult ExportToICalendar(const CalendarFileContent& content, const ExportRequest& request);
 
-// The UID of a date's all-day event (slot 0) or of the activity in a slot.
+// The UID of a date's all-day event (slot 0) or of the activity in a slot:
+// "YYYYMMDD-day-HASH@kelvane" or "YYYYMMDD-aSLOT-HASH@kelvane", HASH made of the seed.
 QString EventUid(const QString& seed, int year, int month, int day, int slot);
+// The seed of a file's UIDs: `uidSeed`, or the file's name without its folder
+// when that is empty.
+QString UidSeedOf(const QString& fileName, const QString& uidSeed);
+// What every UID of `seed` ends with: "-HASH@kelvane".
+QString EventUidEnding(const QString& seed);
+// What every UID of `year` starts with: its four digits.
+QString EventUidYear(int year);
+// The date a UID starts with; invalid for a UID that starts with none.
+QDate DateOfEventUid(const QString& uid);
 
 }  // namespace kelvane::cal

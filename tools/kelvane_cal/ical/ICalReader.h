@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "kelvane_cal/ical/ContentLines.h"
 #include "kelvane_cal/ical/LibIcal.h"
 
 namespace kelvane::cal {
@@ -91,8 +92,5 @@ class ICalendarReader {
     QString problem_;
     std::vector<std::pair<int, QString>> warnings_;
 };
-
-// The first error libical marked in a component or its parts, or nothing.
-QString FirstParseError(icalcomponent* component);
 
 }  // namespace kelvane::cal
