@@ -241,6 +241,17 @@ bool ReadCollectionWords(const Arguments& arguments, ImportWords& words, QString
            ReadCaFile(arguments, words.Trusted, problem);
 }
 
+// The summary of an import: the events read and where their occurrences went.
+void TellImported(const ImportWords& words, const ImportReport& report, const ImportedDates& dates,
+                  QTextStream& err) {
+    err << InputName(words.Input) << ": "
+        << Counted(report.Events, QStringLiteral("event"), QStringLiteral("events")) << " read; "
+        << Counted(report.Occurrences, QStringLiteral("occurrence"), QStringLiteral("occurrences"))
+        << " in " << words.Year << " on "
+        << Counted(dates.DatesTouched(), QStringLiteral("date"), QStringLiteral("dates")) << '\n';
+    err.flush();
+}
+
 int Import(const ImportWords& words, const Environment& environment, QTextStream& out,
            QTextStream& err) {
     QString problem;
@@ -277,13 +288,22 @@ int Import(const ImportWords& words, const Environment& environment, QTextStream
     if (!WriteOutput(words.Output, CalendarBytes(calendar), words.Force, out, problem)) {
         return FileError(problem, err);
     }
-    err << InputName(words.Input) << ": "
-        << Counted(report.Events, QStringLiteral("event"), QStringLiteral("events")) << " read; "
-        << Counted(report.Occurrences, QStringLiteral("occurrence"), QStringLiteral("occurrences"))
-        << " in " << words.Year << " on "
-        << Counted(dates.DatesTouched(), QStringLiteral("date"), QStringLiteral("dates")) << '\n';
-    err.flush();
+    TellImported(words, report, dates, err);
     return kDone;
+}
+
+// The options of import, a file's and a collection's.
+std::vector<OptionSpec> ImportOptions() {
+    return {{QStringLiteral("--year"), QString(), true},
+            {QStringLiteral("--output"), QStringLiteral("-o"), true},
+            {QStringLiteral("--into"), QString(), true},
+            {QStringLiteral("--timezone"), QString(), true},
+            {QStringLiteral("--force"), QString(), false},
+            {QStringLiteral("--user"), QString(), true},
+            {QStringLiteral("--password-file"), QString(), true},
+            {QStringLiteral("--allow-http"), QString(), false},
+            {QStringLiteral("--timeout"), QString(), true},
+            {QStringLiteral("--ca-file"), QString(), true}};
 }
 
 }  // namespace
@@ -293,18 +313,8 @@ int RunImport(const QStringList& words, const Environment& environment, QTextStr
     const QString command = QStringLiteral("import");
     Arguments arguments;
     int status = kDone;
-    if (!StartCommand(command, words,
-                      {{QStringLiteral("--year"), QString(), true},
-                       {QStringLiteral("--output"), QStringLiteral("-o"), true},
-                       {QStringLiteral("--into"), QString(), true},
-                       {QStringLiteral("--timezone"), QString(), true},
-                       {QStringLiteral("--force"), QString(), false},
-                       {QStringLiteral("--user"), QString(), true},
-                       {QStringLiteral("--password-file"), QString(), true},
-                       {QStringLiteral("--allow-http"), QString(), false},
-                       {QStringLiteral("--timeout"), QString(), true},
-                       {QStringLiteral("--ca-file"), QString(), true}},
-                      ImportHelp().constData(), arguments, out, err, status)) {
+    if (!StartCommand(command, words, ImportOptions(), ImportHelp().constData(), arguments, out,
+                      err, status)) {
         return status;
     }
     QString problem;
