@@ -3,7 +3,7 @@
 #include <QFile>
 #include <QProcess>
 
-#include "LocalServer.h"
+#include "fixtures/LocalServer.h"
 
 namespace {
 

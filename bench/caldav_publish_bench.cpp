@@ -19,8 +19,9 @@
 #include <cstdio>
 
 #include "CyrusCalDav.h"
-#include "RadicaleServer.h"
-#include "kelvane_cal/Commands.h"
+#include "fixtures/RadicaleServer.h"
+#include "kelvane_cal/cli/Commands.h"
+
 #include "calfile/CalendarFile.h"
 #include "calfile/LineWriter.h"
 

@@ -5,8 +5,9 @@
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
 
-#include "kelvane_cal/ICalImport.h"
-#include "kelvane_cal/ZoneBook.h"
+#include "kelvane_cal/ical/ICalImport.h"
+#include "kelvane_cal/ical/ZoneBook.h"
+
 #include "calfile/LineWriter.h"
 
 namespace kelvane::cal {

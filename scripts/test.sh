@@ -39,7 +39,7 @@ if command -v clang++ >/dev/null; then
         build/fuzz/corpus tests/fuzz/seeds tests/store/data/damaged
     build/fuzz/tests/fuzz/ical_import_fuzzer -max_total_time=30 -timeout=10 \
         -rss_limit_mb=2048 -print_final_stats=1 \
-        build/fuzz/ical_corpus tests/tools/kelvane_cal/data
+        build/fuzz/ical_corpus tests/tools/kelvane_cal/fixtures/data
 else
     echo "clang++ is missing: fuzzing skipped"
 fi

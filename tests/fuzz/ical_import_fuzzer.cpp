@@ -7,9 +7,10 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "kelvane_cal/ical/ICalImport.h"
+#include "kelvane_cal/ical/ZoneBook.h"
+
 #include "calfile/CalendarFile.h"
-#include "kelvane_cal/ICalImport.h"
-#include "kelvane_cal/ZoneBook.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));

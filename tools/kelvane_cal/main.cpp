@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QTimeZone>
 
-#include "kelvane_cal/Commands.h"
+#include "kelvane_cal/cli/Commands.h"
 
 int main(int argc, char* argv[]) {
     QCoreApplication application(argc, argv);

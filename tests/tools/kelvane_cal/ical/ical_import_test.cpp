@@ -1,0 +1,81 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include "fixtures/DateLookup.h"
+#include "kelvane_cal/ical/ICalImport.h"
+#include "kelvane_cal/ical/ImportedDates.h"
+#include "support/QtPrinting.h"
+
+namespace kelvane::cal {
+namespace {
+
+using testing::FindDate;
+
+// The import of a sample file with its warnings, into a new calendar of 2026.
+CalendarFileContent ImportSample(const QString& name, ImportReport& report) {
+    QFile file(QStringLiteral(KELVANE_CAL_DATA_DIR "/") + name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    ImportedDates dates;
+    EXPECT_TRUE(ImportICalendar(file, {2026, nullptr}, dates, report))
+        << report.Problem.toStdString();
+    QStringList warnings;
+    return dates.NewCalendar(2026, warnings);
+}
+
+TEST(ImportICalendar, TakesAnEventThatEndsBeforeItStartsAsHavingNoEnd) {
+    ImportReport report;
+    const CalendarFileContent content = ImportSample("merge_end_before_start.ics", report);
+    const CalendarFileDate* second = FindDate(content, 1, 2);
+    ASSERT_NE(second, nullptr) << "an end a month early must not hide the event";
+    ASSERT_EQ(second->Schedule.size(), 1u);
+    EXPECT_EQ(second->Schedule[0].Description.Trimmed(), "Ends a month early");
+    EXPECT_EQ(second->Schedule[0].StartTime, (ClockTime{10, 0}));
+    EXPECT_EQ(second->Schedule[0].EndTime, (ClockTime{-1, 0}));
+    const CalendarFileDate* third = FindDate(content, 1, 3);
+    ASSERT_NE(third, nullptr);
+    EXPECT_EQ(third->Entry.Title.Trimmed(), "Backwards day");
+    EXPECT_EQ(FindDate(content, 1, 4), nullptr);
+    EXPECT_EQ(report.Warnings,
+              (QStringList{"line 4: an event that ends (DTEND 20251201T100000) before it starts "
+                           "(DTSTART 20260102T100000) is taken as having no end (and 1 more like "
+                           "it)",
+                           "line 11: an event with a DURATION of P999999999999999999W, longer "
+                           "than the years 1902 to 9999, is taken as having no end"}));
+}
+
+TEST(ImportICalendar, TakesAnEndlessDurationAsNoEndNotAsOneBelowZero) {
+    ImportReport report;
+    const CalendarFileContent content = ImportSample("merge_end_before_start.ics", report);
+    const CalendarFileDate* fifth = FindDate(content, 1, 5);
+    ASSERT_NE(fifth, nullptr);
+    ASSERT_EQ(fifth->Schedule.size(), 1u);
+    EXPECT_EQ(fifth->Schedule[0].Description.Trimmed(), "Goes on and on");
+    EXPECT_EQ(fifth->Schedule[0].EndTime, (ClockTime{-1, 0}));
+    EXPECT_FALSE(report.Warnings.join('\n').contains("before it starts (DTSTART 20260105"));
+}
+
+TEST(ImportICalendar, ReadsTheLengthOfADurationFromTheFilesOwnText) {
+    ImportReport report;
+    const CalendarFileContent content = ImportSample("merge_wrapping_durations.ics", report);
+    for (int day : {5, 6, 7}) {
+        const CalendarFileDate* date = FindDate(content, 1, day);
+        ASSERT_NE(date, nullptr) << day;
+        ASSERT_EQ(date->Schedule.size(), 1u) << day;
+        EXPECT_EQ(date->Schedule[0].EndTime, (ClockTime{-1, 0})) << "longer than a day, " << day;
+    }
+    EXPECT_EQ(report.Warnings,
+              QStringList{"line 4: an event with a DURATION of P4294967296D, longer than the years "
+                          "1902 to 9999, is taken as having no end (and 1 more like it)"});
+}
+
+TEST(ImportICalendar, PlacesEachDayOfALongRepeatingAllDayEventOnce) {
+    ImportReport report;
+    const CalendarFileContent content = ImportSample("merge_long_daily.ics", report);
+    EXPECT_EQ(content.Dates.size(), 365u);
+    EXPECT_EQ(report.Occurrences, 365);
+    EXPECT_EQ(FindDate(content, 7, 4)->Entry.Title.Trimmed(), "Always");
+}
+
+}  // namespace
+}  // namespace kelvane::cal

@@ -1,0 +1,55 @@
+#include "kelvane_cal/ical/CalendarFacts.h"
+
+#include <array>
+
+#include "calfile/Conversions.h"
+#include "calfile/NoteText.h"
+
+namespace kelvane::cal {
+
+std::vector<NumberedActivity> ActivitiesOf(const CalendarFileDate& date) {
+    std::vector<NumberedActivity> activities;
+    for (std::size_t i = 0; i < date.Schedule.size(); ++i) {
+        if (!date.Schedule[i].Description.Trimmed().isEmpty()) {
+            activities.push_back({static_cast<int>(i) + 1, date.Schedule[i]});
+        }
+    }
+    return activities;
+}
+
+QString NoteOf(const CalendarFileDate& date) {
+    return Trim(date.Note);
+}
+
+QStringList NoteLines(const QString& note) {
+    return WithCrLfBreaks(note).split(QStringLiteral("\r\n"));
+}
+
+QString MonthName(int month) {
+    static const std::array<const char*, 12> kNames = {
+        "January", "February", "March",     "April",   "May",      "June",
+        "July",    "August",   "September", "October", "November", "December"};
+    return month >= 1 && month <= 12
+               ? QString::fromLatin1(kNames[static_cast<std::size_t>(month - 1)])
+               : QString();
+}
+
+QString DayAndMonth(int month, int day) {
+    return QStringLiteral("%1 %2").arg(day).arg(MonthName(month));
+}
+
+QString Time24(const ClockTime& time) {
+    return QStringLiteral("%1:%2")
+        .arg(time.Hour, 2, 10, QLatin1Char('0'))
+        .arg(time.Minute, 2, 10, QLatin1Char('0'));
+}
+
+bool IsTimeOfDay(const ClockTime& time) {
+    return time.Hour >= 0 && time.Hour <= 23 && time.Minute >= 0 && time.Minute <= 59;
+}
+
+QString Counted(qsizetype count, const QString& singular, const QString& plural) {
+    return QStringLiteral("%1 %2").arg(count).arg(count == 1 ? singular : plural);
+}
+
+}  // namespace kelvane::cal

@@ -1,0 +1,192 @@
+#include "kelvane_cal/ical/ICalReader.h"
+
+#include <algorithm>
+
+namespace kelvane::cal {
+
+ICalendarReader::ICalendarReader(QIODevice& device) : device_(device), parser_(icalparser_new()) {}
+
+bool ICalendarReader::Fail(int line, const QString& problem) {
+    if (problemLine_ == 0) {
+        problemLine_ = std::max(line, 1);
+        problem_ = problem;
+    }
+    return false;
+}
+
+bool ICalendarReader::Next(ComponentPtr& component, int& line) {
+    QByteArray content;
+    int number = 0;
+    while (NextContentLine(content, number)) {
+        lastLine_ = number;
+        if (content.trimmed().isEmpty()) {
+            continue;
+        }
+        if (TakeLine(content, number, component, line)) {
+            return true;
+        }
+        if (Failed()) {
+            return false;
+        }
+    }
+    return Failed() ? false : FailAtEnd();
+}
+
+bool ICalendarReader::FailAtEnd() {
+    switch (place_) {
+        case Place::BeforeCalendar:
+            return Fail(1, QStringLiteral("not an iCalendar file: there is no BEGIN:VCALENDAR"));
+        case Place::InCalendar:
+            return Fail(lastLine_, QStringLiteral("the file ends before END:VCALENDAR"));
+        case Place::InComponent:
+            return Fail(lastLine_, QStringLiteral("the file ends inside the %1 begun on line %2")
+                                       .arg(QString::fromUtf8(open_.back().first),
+                                            QString::number(open_.back().second)));
+        case Place::AfterCalendar:
+            break;
+    }
+    return false;
+}
+
+// True when `line` finished a component, which is then in `component`.
+bool ICalendarReader::TakeLine(const QByteArray& line, int number, ComponentPtr& component,
+                               int& begunOn) {
+    switch (place_) {
+        case Place::BeforeCalendar:
+        case Place::AfterCalendar:
+            if (NameAfter(line, "BEGIN") == "VCALENDAR") {
+                place_ = Place::InCalendar;
+                return false;
+            }
+            return Fail(number, place_ == Place::BeforeCalendar
+                                    ? NotCalendarStart()
+                                    : QStringLiteral("there is text after END:VCALENDAR"));
+        case Place::InCalendar:
+            return TakeCalendarLine(line, number);
+        case Place::InComponent:
+            return TakeComponentLine(line, number, component, begunOn);
+    }
+    return false;
+}
+
+// A line of the VCALENDAR itself: a property such as VERSION, the start of a
+// component, or the end of the calendar.
+bool ICalendarReader::TakeCalendarLine(const QByteArray& line, int number) {
+    if (NameAfter(line, "END") == "VCALENDAR") {
+        place_ = Place::AfterCalendar;
+        return false;
+    }
+    if (!NameAfter(line, "END").isEmpty()) {
+        return Fail(number, QStringLiteral("END:%1 without its BEGIN")
+                                .arg(QString::fromUtf8(NameAfter(line, "END"))));
+    }
+    const QByteArray begin = NameAfter(line, "BEGIN");
+    if (begin.isEmpty()) {
+        if (!PassesOverEmpty(line, number)) {
+            TakeError("VCALENDAR", number, line, LineError("VCALENDAR", line));
+        }
+        return false;
+    }
+    place_ = Place::InComponent;
+    open_.clear();
+    componentLines_.clear();
+    QByteArray copy = line;
+    open_.emplace_back(begin, number);
+    componentLines_.emplace_back(number, line);
+    icalparser_add_line(parser_.get(), copy.data());
+    return false;
+}
+
+bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
+                                        int& begunOn) {
+    if (PassesOverEmpty(line, number)) {
+        return false;
+    }
+    componentLines_.emplace_back(number, line);
+    const QByteArray begin = NameAfter(line, "BEGIN");
+    const QByteArray end = NameAfter(line, "END");
+    if (!begin.isEmpty()) {
+        open_.emplace_back(begin, number);
+    } else if (!end.isEmpty()) {
+        if (end != open_.back().first) {
+            return Fail(number,
+                        QStringLiteral("END:%1 does not close the %2 begun on line %3")
+                            .arg(QString::fromUtf8(end), QString::fromUtf8(open_.back().first),
+                                 QString::number(open_.back().second)));
+        }
+        begunOn = open_.front().second;
+        open_.pop_back();
+    }
+    QByteArray copy = line;
+    icalcomponent* parsed = icalparser_add_line(parser_.get(), copy.data());
+    if (!open_.empty()) {
+        if (parsed != nullptr) {
+            icalcomponent_free(parsed);
+            return Fail(number, QStringLiteral("libical ended the component early"));
+        }
+        return false;
+    }
+    place_ = Place::InCalendar;
+    return FinishComponent(parsed, component, begunOn);
+}
+
+QString ICalendarReader::RawValue(const QByteArray& name) const {
+    int depth = 0;
+    for (const NumberedLine& numbered : componentLines_) {
+        const QByteArray& line = numbered.second;
+        if (!NameAfter(line, "BEGIN").isEmpty()) {
+            ++depth;
+        } else if (!NameAfter(line, "END").isEmpty()) {
+            --depth;
+        } else if (depth == 1 && PropertyName(line) == name) {
+            return QString::fromUtf8(line.mid(ValueStart(line))).trimmed();
+        }
+    }
+    return {};
+}
+
+bool ICalendarReader::FinishComponent(icalcomponent* parsed, ComponentPtr& component,
+                                      int& begunOn) {
+    ComponentPtr finished(parsed);
+    const QByteArray kind = componentLines_.front().second.mid(6).trimmed().toUpper();
+    if (finished == nullptr) {
+        parser_.reset(icalparser_new());
+        return Fail(begunOn,
+                    QStringLiteral("libical cannot read the %1").arg(QString::fromUtf8(kind)));
+    }
+    if (FirstParseError(finished.get()).isEmpty()) {
+        component = std::move(finished);
+        return true;
+    }
+    // libical keeps no line numbers: each line is read again on its own.
+    bool found = false;
+    for (const NumberedLine& numbered : componentLines_) {
+        if (NameAfter(numbered.second, "BEGIN").isEmpty() &&
+            NameAfter(numbered.second, "END").isEmpty()) {
+            const QString error = LineError(kind, numbered.second);
+            found = found || !error.isEmpty();
+            if (!TakeError(kind, numbered.first, numbered.second, error)) {
+                return false;
+            }
+        }
+    }
+    if (!found) {
+        return Fail(begunOn, FirstParseError(finished.get()));
+    }
+    component = std::move(finished);
+    return true;
+}
+
+bool ICalendarReader::TakeError(const QByteArray& kind, int number, const QByteArray& line,
+                                const QString& error) {
+    if (error.isEmpty()) {
+        return true;
+    }
+    if (DecidesTimes(line)) {
+        return Fail(number, StopReason(kind, line));
+    }
+    warnings_.emplace_back(number, error);
+    return true;
+}
+
+}  // namespace kelvane::cal
