@@ -10,7 +10,7 @@ packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     libical-dev dpkg-dev
     desktop-file-utils shared-mime-info
-    clang libclang-rt-dev
+    clang libclang-rt-dev lld
     radicale nginx
     calcurse khal python3-icalendar
     cyrus-common cyrus-caldav sasl2-bin curl
