@@ -47,6 +47,10 @@ QString FormatClockTime(const ClockTime& time, qint16 style);
 
 // -1 when a is earlier than b, 1 when later, 0 when both are the same minute.
 int CompareClockTime(const ClockTime& a, const ClockTime& b);
+// True when a is an earlier minute than b.
+inline bool Before(const ClockTime& a, const ClockTime& b) {
+    return CompareClockTime(a, b) < 0;
+}
 
 // Keeps the schedules of every date of the open document in a temporary file
 // of 108-byte records beside the program, and the schedule of one date at a time
