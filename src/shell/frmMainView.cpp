@@ -142,7 +142,7 @@ bool frmMain::Calender1_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
     }
     const CalDate to = DateAfterKey(*move, calender1_->SelectedDate, calender1_->GetDisplayMonth(),
                                     calender1_->Months);
-    calender1_->MoveSelection(to);
+    calender1_->SelectDateAndShowItsMonth(to);
     ShowMonthCheck(calender1_->GetDisplayMonth());
     return true;
 }

@@ -75,7 +75,7 @@ void TypeIntoTheEditorOnceOpen() {
 void OpenTheEditorAndType(Application& application) {
     frmMain& main = *application.MainWindow();
     main.ShowMonth(5);
-    main.Calender1().MoveSelection(CalDate{2000, 5, 5});
+    main.Calender1().SelectDateAndShowItsMonth(CalDate{2000, 5, 5});
     TypeIntoTheEditorOnceOpen();
     main.mnuEditDate_Click();
 }
