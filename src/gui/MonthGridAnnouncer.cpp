@@ -30,7 +30,7 @@ void MonthGridAnnouncer::accessibilityActiveChanged(bool active) {
     }
 }
 
-bool MonthGridAnnouncer::Heard() const {
+bool MonthGridAnnouncer::IsListenedTo() const {
     return description_ != nullptr && (listener_ || QAccessible::isActive());
 }
 
@@ -63,7 +63,7 @@ int MonthGridAnnouncer::SelectedChild() const {
 }
 
 void MonthGridAnnouncer::RememberNames() {
-    remembered_ = Heard();
+    remembered_ = IsListenedTo();
     if (!remembered_) {
         return;
     }
@@ -76,7 +76,7 @@ void MonthGridAnnouncer::RememberNames() {
 }
 
 void MonthGridAnnouncer::DrawingFinished() {
-    if (!Heard()) {
+    if (!IsListenedTo()) {
         remembered_ = false;
         return;
     }
@@ -139,7 +139,7 @@ void MonthGridAnnouncer::FocusTaken() {
 }
 
 void MonthGridAnnouncer::AnnounceFocus() {
-    if (!Heard() || !grid_.hasFocus()) {
+    if (!IsListenedTo() || !grid_.hasFocus()) {
         return;
     }
     const int child = SelectedChild();

@@ -41,7 +41,7 @@ class MonthGridAnnouncer final : public QAccessible::ActivationObserver {
   private:
     static constexpr int CellCount = MonthGridDescription::Rows * MonthGridDescription::Columns;
 
-    bool Heard() const;
+    bool IsListenedTo() const;
     void Deliver(QAccessibleEvent& event);
     void Send(QAccessible::Event type, int child);
     // The cell's name as last announced; `child` counts the headers too.
