@@ -3,7 +3,6 @@
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QVBoxLayout>
 
 #include "gui/NamedWidgets.h"
@@ -87,11 +86,9 @@ void frmColourFill::BuildControls() {
 // on the right, then the buttons. "Fill What?" stands before the boxes it asks
 // about; the end date's box has no label of its own.
 void frmColourFill::SetUpKeyboard() {
-    Label2->setBuddy(lstDateFrom);
+    LabelList(Label2, lstDateFrom);
     Label1->setBuddy(txtUnit);
     Label4->setBuddy(chkFill[0]);
-    // Qt names boxes, not lists, after their labels.
-    lstDateFrom->setAccessibleName(Label2->text());
     txtDateTo->setAccessibleName(QStringLiteral("Last date"));
     SetTabOrder(QList<QWidget*>{lstDateFrom, txtDateTo, txtUnit, optUnit[0], optUnit[1], chkFill[0],
                                 chkFill[1]} +
@@ -159,14 +156,6 @@ void frmColourFill::cmdDoIt_Click() {
 
 void frmColourFill::cmdCancel_Click() {
     reject();
-}
-
-void frmColourFill::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        cmdCancel_Click();
-        return;
-    }
-    QDialog::keyPressEvent(event);
 }
 
 void frmColourFill::ShowEndDate() {

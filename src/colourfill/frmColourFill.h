@@ -59,10 +59,6 @@ class frmColourFill final : public QDialog {
     ColourChoice FontColour;
     ColourChoice BackColour;
 
-  protected:
-    // Escape answers as Cancel does.
-    void keyPressEvent(QKeyEvent* event) override;
-
   private:
     void BuildControls();
     void SetUpKeyboard();
