@@ -1,0 +1,169 @@
+#include <gtest/gtest.h>
+
+#include "store/DiaryStoreTest.h"
+
+namespace kelvane {
+namespace {
+
+using testing::DamagedSection;
+using testing::kEveryScriptNote;
+using testing::SectionOf;
+using testing::TestWorld;
+
+TEST(DayOfYearSlot, CountsTheSlotsOfTheMonthsBefore) {
+    TestWorld world;
+    const MonthLengths& days = world.module1.DaysInMonth;
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0101"), days), 1);
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0131"), days), 31);
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0201"), days), 32);
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0229"), days), 60);
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0301"), days), 61);
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("1231"), days), 366);
+}
+
+TEST(DayOfYearSlot, ChecksNothingElse) {
+    TestWorld world;
+    const MonthLengths& days = world.module1.DaysInMonth;
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0231"), days), 62);
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0100"), days), 0);
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0015"), days), 15);  // month 0 adds nothing
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("-115"), days), 15);  // nor does a negative one
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("1299"), days), 335 + 99);
+    EXPECT_EQ(DayOfYearSlot(QStringLiteral("1301"), days), std::nullopt);
+    EXPECT_EQ(DayOfYearSlot(QString(), days), 0);
+}
+
+TEST(NoteSection, AnEmptyNoteIsOneZeroLine) {
+    EXPECT_EQ(SectionOf(QString()), QByteArray(" 0 \r\n"));
+    EXPECT_EQ(SectionOf(QStringLiteral("      ")), QByteArray(" 0 \r\n"));
+}
+
+TEST(NoteSection, OneLineIsWrittenAsOneZeroText) {
+    EXPECT_EQ(SectionOf(QStringLiteral("Buy milk")), QByteArray(" 1 \r\n 0 \r\nBuy milk\r\n"));
+}
+
+TEST(NoteSection, ThreeLinesTakeFiveLines) {
+    EXPECT_EQ(SectionOf(QStringLiteral("a\r\nb\r\nc")),
+              QByteArray(" 1 \r\n 2 \r\na\r\nb\r\nc\r\n"));
+}
+
+TEST(NoteSection, LeadingBlanksOfTheFirstLineAreLost) {
+    EXPECT_EQ(SectionOf(QStringLiteral("   indented\r\n   second")),
+              QByteArray(" 1 \r\n 1 \r\nindented\r\n   second\r\n"));
+}
+
+TEST(NoteSection, ATrailingBreakIsCountedAndRoundTrips) {
+    const QString note = QStringLiteral("last line\r\n");
+    const QByteArray section = SectionOf(note);
+    EXPECT_EQ(section, QByteArray(" 1 \r\n 1 \r\nlast line\r\n\r\n"));
+    LineReader in(section);
+    QString read;
+    ASSERT_TRUE(ReadNoteSection(in, read));
+    EXPECT_EQ(read, note);
+    EXPECT_TRUE(in.AtEnd());
+}
+
+TEST(NoteSection, LoneBreaksAreWrittenAsFullLineBreaks) {
+    EXPECT_EQ(SectionOf(QStringLiteral("a\nb\rc")), QByteArray(" 1 \r\n 2 \r\na\r\nb\r\nc\r\n"));
+}
+
+TEST(NoteSection, RoundTripsBreaksAndBlankLines) {
+    const QString notes[] = {
+        QStringLiteral("single"),
+        QStringLiteral("one\r\ntwo"),
+        QStringLiteral("first\r\n\r\n\r\nafter two blank lines"),
+        QStringLiteral("a\r\nb\r\nc\r\nd\r\ne\r\nf\r\ng\r\nh"),
+        QStringLiteral("trailing\r\n"),
+        QStringLiteral("two trailing\r\n\r\n"),
+        QStringLiteral("\r\nleading break"),
+        QStringLiteral("Caf\u00e9 \u20ac \u4e2d"),
+        kEveryScriptNote,
+    };
+    for (const QString& note : notes) {
+        LineReader in(SectionOf(note));
+        QString read = QStringLiteral("junk");
+        ASSERT_TRUE(ReadNoteSection(in, read)) << note.toStdString();
+        EXPECT_EQ(read, note);
+        EXPECT_TRUE(in.AtEnd());
+    }
+}
+
+TEST(NoteSection, ReadingZeroOrLessGivesAnEmptyNote) {
+    for (const char* section : {" 0 \r\n", "-3\r\n"}) {
+        LineReader in{QByteArray(section)};
+        QString note = QStringLiteral("old");
+        ASSERT_TRUE(ReadNoteSection(in, note));
+        EXPECT_TRUE(note.isEmpty());
+    }
+}
+
+TEST(NoteSection, ANegativeBreakCountReadsNoLinesAndGivesAnEmptyNote) {
+    for (const char* breaks : {"-1 ", " -1 ", "-3", "-32768"}) {
+        LineReader in(" 1 \r\n" + QByteArray(breaks) + "\r\n 1 \r\n");
+        QString note = QStringLiteral("old");
+        ASSERT_TRUE(ReadNoteSection(in, note)) << breaks;
+        EXPECT_TRUE(note.isEmpty()) << breaks;
+        // Reading goes on with the line after the count.
+        EXPECT_EQ(in.LineNumber(), 2);
+        qint16 next = 0;
+        ASSERT_TRUE(in.ReadNumber16(next));
+        EXPECT_EQ(next, 1);
+    }
+}
+
+TEST(NoteSection, ANoteLongerThan800CharactersIsCut) {
+    const QByteArray section =
+        " 1 \r\n 1 \r\n" + QByteArray(700, 'a') + "\r\n" + QByteArray(700, 'b') + "\r\n";
+    LineReader in(section);
+    QString note;
+    ASSERT_TRUE(ReadNoteSection(in, note));
+    EXPECT_EQ(note.size(), 800);
+    EXPECT_EQ(note, QString(700, u'a') + QStringLiteral("\r\n") + QString(98, u'b'));
+    EXPECT_TRUE(in.AtEnd());
+}
+
+TEST(NoteSection, ACutInsideAnEmojiDropsIt) {
+    const QString line = QString(799, u'a') + QStringLiteral("\U0001F389");
+    LineReader in(" 1 \r\n 0 \r\n" + line.toUtf8() + "\r\n");
+    QString note;
+    ASSERT_TRUE(ReadNoteSection(in, note));
+    EXPECT_EQ(note, QString(799, u'a'));
+    EXPECT_TRUE(in.AtEnd());
+}
+
+TEST(NoteSection, ManyLinesAreReadPastToTheEnd) {
+    QByteArray section = " 1 \r\n 2999 \r\n";
+    for (int i = 0; i < 3000; ++i) {
+        section += "line\r\n";
+    }
+    section += "next\r\n";
+    LineReader in(section);
+    QString note;
+    ASSERT_TRUE(ReadNoteSection(in, note));
+    EXPECT_EQ(note.size(), 800);
+    QString next;
+    ASSERT_TRUE(in.ReadLine(next));
+    EXPECT_EQ(next, QStringLiteral("next"));
+}
+
+TEST(NoteSection, DamageIsReportedWithItsLine) {
+    const DamagedSection cases[] = {
+        {"", 1},                              // ends before the section
+        {"note\r\n", 1},                      // not a number
+        {" 1 \r\n", 2},                       // ends before the break count
+        {" 1 \r\nmany\r\n", 2},               // break count not a number
+        {" 1 \r\n 2 \r\none\r\ntwo\r\n", 5},  // ends before the last line
+        {" 1 \r\n 30000 \r\nonly\r\n", 4},    // ends long before the last line
+        {" 1 \r\n 100000 \r\nonly\r\n", 2},   // a break count beyond 16 bits
+    };
+    for (const DamagedSection& damaged : cases) {
+        LineReader in{QByteArray(damaged.bytes)};
+        QString note = QStringLiteral("untouched");
+        EXPECT_FALSE(ReadNoteSection(in, note)) << damaged.bytes;
+        EXPECT_EQ(note, QStringLiteral("untouched"));
+        EXPECT_EQ(in.FailureLine(), damaged.line) << damaged.bytes;
+    }
+}
+
+}  // namespace
+}  // namespace kelvane
