@@ -6,40 +6,39 @@
 
 namespace kelvane {
 
-MonthGridAnnouncer::MonthGridAnnouncer(QWidget& grid) : grid_(grid) {
-    QAccessible::installActivationObserver(this);
-}
+MonthGridAnnouncer::MonthGridAnnouncer(QWidget& grid) : grid_(grid) {}
 
 MonthGridAnnouncer::~MonthGridAnnouncer() {
-    QAccessible::removeActivationObserver(this);
+    if (bridge_ != nullptr) {
+        bridge_->RemoveObserver(*this);
+    }
 }
 
-void MonthGridAnnouncer::SetDescription(const MonthGridDescription* description) {
+void MonthGridAnnouncer::SetDescription(const MonthGridDescription* description,
+                                        AccessibilityBridge* bridge) {
+    if (bridge != bridge_) {
+        if (bridge_ != nullptr) {
+            bridge_->RemoveObserver(*this);
+        }
+        bridge_ = bridge;
+        if (bridge_ != nullptr) {
+            bridge_->AddObserver(*this);
+        }
+    }
     description_ = description;
     RememberNames();
 }
 
-void MonthGridAnnouncer::SetListener(Listener listener) {
-    listener_ = std::move(listener);
+void MonthGridAnnouncer::ListeningChanged() {
     RememberNames();
 }
 
-void MonthGridAnnouncer::accessibilityActiveChanged(bool active) {
-    if (active) {
-        RememberNames();
-    }
-}
-
 bool MonthGridAnnouncer::IsListenedTo() const {
-    return description_ != nullptr && (listener_ || QAccessible::isActive());
+    return description_ != nullptr && bridge_ != nullptr && bridge_->Listening();
 }
 
 void MonthGridAnnouncer::Deliver(QAccessibleEvent& event) {
-    if (listener_) {
-        listener_(event);
-    } else {
-        QAccessible::updateAccessibility(&event);
-    }
+    bridge_->Send(event);
 }
 
 void MonthGridAnnouncer::Send(QAccessible::Event type, int child) {

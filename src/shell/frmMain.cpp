@@ -29,7 +29,7 @@ frmMain::frmMain(Store& store)
         std::make_unique<Calender>(store_.module1, store_.calender, calenderView_->Surface());
     calenderView_->SetEvents(calender1_.get());
     gridNames_ = std::make_unique<MonthGridNames>(*calender1_, store_);
-    calenderView_->SetDescription(gridNames_.get());
+    calenderView_->SetDescription(gridNames_.get(), &store_.module1.Services().Accessibility);
     calenderView_->SetKeys([this](int key, Qt::KeyboardModifiers modifiers) {
         return Calender1_KeyDown(key, modifiers);
     });
@@ -65,7 +65,7 @@ frmMain::~frmMain() {
     watch_->OnHoldsEnded(nullptr);
     calenderView_->SetEvents(nullptr);
     calenderView_->SetKeys(nullptr);
-    calenderView_->SetDescription(nullptr);
+    calenderView_->SetDescription(nullptr, nullptr);
     store_.module1.AttachMonthView(nullptr);
 }
 

@@ -89,9 +89,9 @@ int main(int argc, char* argv[]) {
 
     QtPlatform real;
     PrintedMessageBoxes messages;
-    const Platform services{messages,       real.Clock,      real.Random,
-                            real.Directory, real.FileDialog, real.ColourDialog,
-                            real.Fonts,     real.Settings,   real.Instance};
+    const Platform services{messages,        real.Clock,        real.Random, real.Directory,
+                            real.FileDialog, real.ColourDialog, real.Fonts,  real.Settings,
+                            real.Instance,   real.Accessibility};
     NoStartupDialogs dialogs;
     Application application(services, dialogs);
     const QStringList arguments = QApplication::arguments();
