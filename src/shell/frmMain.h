@@ -134,6 +134,7 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void CatchUpSoon();
     void Form_Resize();
     void ArrangePanels();
+    void ToggleViewKeepingOneOn(bool& view, bool& other);
     void ShowViewChecks();
     void ShowMonthCheck(qint16 month);
     void ApplyGeometry(const TwipGeometry& geometry);

@@ -182,21 +182,20 @@ void frmMain::mnuViewStatusBar_Click() {
     Form_Resize();
 }
 
-// Switching the month view off shows the schedule, and the other way round:
-// one of the two is always on.
 void frmMain::mnuViewCalender_Click() {
-    viewCalender_ = !viewCalender_;
-    if (!viewCalender_) {
-        viewTools_ = true;
-    }
-    ShowViewChecks();
-    Form_Resize();
+    ToggleViewKeepingOneOn(viewCalender_, viewTools_);
 }
 
 void frmMain::mnuViewTools_Click() {
-    viewTools_ = !viewTools_;
-    if (!viewTools_) {
-        viewCalender_ = true;
+    ToggleViewKeepingOneOn(viewTools_, viewCalender_);
+}
+
+// Switching the month view off shows the schedule, and the other way round:
+// one of the two is always on.
+void frmMain::ToggleViewKeepingOneOn(bool& view, bool& other) {
+    view = !view;
+    if (!view) {
+        other = true;
     }
     ShowViewChecks();
     Form_Resize();
