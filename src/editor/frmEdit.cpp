@@ -93,7 +93,10 @@ void frmEdit::BuildSchedulePage(QWidget* page) {
     cmdDelete = NamedButton(page, "cmdDelete", QStringLiteral("Delete"));
     cmdClear = NamedButton(page, "cmdClear", QStringLiteral("Clear"));
     annSchedule = NamedWidget<Announcer>(page, "annSchedule");
+    LayOutSchedulePage(page);
+}
 
+void frmEdit::LayOutSchedulePage(QWidget* page) {
     txtAppointNum->setMaximumWidth(
         txtAppointNum->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 12);
     auto* fields = new QGridLayout;

@@ -91,6 +91,7 @@ class frmEdit final : public QDialog {
   private:
     void BuildOutlookPage(QWidget* page);
     void BuildSchedulePage(QWidget* page);
+    void LayOutSchedulePage(QWidget* page);
     void BuildNotesPage(QWidget* page);
     void ArrangePages();
     void SetUpKeyboard();
