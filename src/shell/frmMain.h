@@ -135,6 +135,7 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void Form_Resize();
     void ArrangePanels();
     void ToggleViewKeepingOneOn(bool& view, bool& other);
+    void PopUpMonthMenu();
     void ShowViewChecks();
     void ShowMonthCheck(qint16 month);
     void ApplyGeometry(const TwipGeometry& geometry);

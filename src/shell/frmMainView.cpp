@@ -103,14 +103,9 @@ void frmMain::tbMain_ButtonClick(int index) {
         case 9:
             ShowMonth(WrapMonth(calender1_->GetDisplayMonth() - 1));
             break;
-        case 10: {
-            QWidget* button = toolbar_.tbMain->widgetForAction(toolbar_.Buttons[10]);
-            const QPoint below = button != nullptr
-                                     ? button->mapToGlobal(QPoint(0, button->height()))
-                                     : QCursor::pos();
-            menu_.mnuMonth->popup(below);
+        case 10:
+            PopUpMonthMenu();
             break;
-        }
         case 11:
             ShowMonth(WrapMonth(calender1_->GetDisplayMonth() + 1));
             break;
@@ -126,6 +121,14 @@ void frmMain::tbMain_ButtonClick(int index) {
         default:
             break;
     }
+}
+
+// The month menu opens under its toolbar button.
+void frmMain::PopUpMonthMenu() {
+    QWidget* button = toolbar_.tbMain->widgetForAction(toolbar_.Buttons[10]);
+    const QPoint below =
+        button != nullptr ? button->mapToGlobal(QPoint(0, button->height())) : QCursor::pos();
+    menu_.mnuMonth->popup(below);
 }
 
 bool frmMain::Calender1_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
