@@ -49,15 +49,7 @@ void frmColourFill::BuildControls() {
     // The sample takes any height to spare; the colour controls keep theirs.
     Colours->Columns->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 
-    auto* run = new QGridLayout;
-    run->addWidget(Label2, 0, 0, 1, 2);
-    run->addWidget(lstDateFrom, 1, 0, 1, 2);
-    run->addWidget(txtDateTo, 2, 0, 1, 2);
-    run->addWidget(Label1, 3, 0);
-    run->addWidget(txtUnit, 3, 1, Qt::AlignLeft);
-    run->addWidget(optUnit[0], 4, 0, 1, 2);
-    run->addWidget(optUnit[1], 5, 0, 1, 2);
-    run->setRowStretch(6, 1);
+    QGridLayout* run = RunLayout();
 
     auto* what = new QHBoxLayout;
     what->addWidget(Label4);
@@ -80,6 +72,19 @@ void frmColourFill::BuildControls() {
     layout->addLayout(buttons, 1, 0, 1, 2);
     layout->setColumnStretch(1, 1);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+QGridLayout* frmColourFill::RunLayout() {
+    auto* run = new QGridLayout;
+    run->addWidget(Label2, 0, 0, 1, 2);
+    run->addWidget(lstDateFrom, 1, 0, 1, 2);
+    run->addWidget(txtDateTo, 2, 0, 1, 2);
+    run->addWidget(Label1, 3, 0);
+    run->addWidget(txtUnit, 3, 1, Qt::AlignLeft);
+    run->addWidget(optUnit[0], 4, 0, 1, 2);
+    run->addWidget(optUnit[1], 5, 0, 1, 2);
+    run->setRowStretch(6, 1);
+    return run;
 }
 
 // Tab reads the run's settings on the left, then what to fill and the colours
