@@ -35,9 +35,11 @@ class MonthGridAnnouncer final : private AccessibilityBridge::Observer {
     void FocusTaken();
 
   private:
-    void ListeningChanged() override;
     static constexpr int CellCount = MonthGridDescription::Rows * MonthGridDescription::Columns;
 
+    // A reader started or stopped listening: what it may have read so far is
+    // taken afresh.
+    void ListeningChanged() override;
     bool IsListenedTo() const;
     void Deliver(QAccessibleEvent& event);
     void Send(QAccessible::Event type, int child);
