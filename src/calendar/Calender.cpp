@@ -87,7 +87,7 @@ bool Calender::HighlightIsStale() const {
            (SelectedDate.Month == DisplayedMonth || HighlightedDate.Month == DisplayedMonth);
 }
 
-void Calender::ShowSelection() {
+void Calender::RedrawIfHighlightStale() {
     if (HighlightIsStale()) {
         Display();
     }
@@ -115,7 +115,7 @@ void Calender::UpdateSelectedDate(bool blnGet) {
                                    ? MonthOf(SelectedDate.Month).Dates[SelectedDate.Day]
                                    : DateEntry{};
         shared_.CurrentEntryDate = SelectedDate;
-        ShowSelection();
+        RedrawIfHighlightStale();
         return;
     }
     const CalDate& entryDate = shared_.CurrentEntryDate;
@@ -135,7 +135,7 @@ void Calender::UpdateSelectedDate(bool blnGet) {
     if (DisplayedMonth == SelectedDate.Month) {
         Display();
     } else {
-        ShowSelection();
+        RedrawIfHighlightStale();
     }
 }
 
@@ -169,7 +169,7 @@ void Calender::DisplayMonth(qint16 m) {
     Display();
 }
 
-void Calender::MoveSelection(const CalDate& to) {
+void Calender::SelectDateAndShowItsMonth(const CalDate& to) {
     if (!CalenderOn || !IsDateSlot(to.Month, to.Day) || to.Day < 1) {
         return;
     }

@@ -59,7 +59,7 @@ class Calender final : public MonthViewControl, public CalenderEvents {
     void DisplayMonth(qint16 m);
     // Selects a day of the year as a click on it would, showing its month;
     // the year is left as it is. Ignored while clicks select nothing.
-    void MoveSelection(const CalDate& to);
+    void SelectDateAndShowItsMonth(const CalDate& to);
     // A cell's area (rows 1..5, columns 1..7) as the last redraw laid the grid
     // out; empty before the first redraw.
     QRectF CellArea(int row, int column) const;
@@ -129,7 +129,7 @@ class Calender final : public MonthViewControl, public CalenderEvents {
     // True when the shown month highlights another date than the selected one.
     bool HighlightIsStale() const;
     // Redraws (or asks for a redraw when held) when the highlight is stale.
-    void ShowSelection();
+    void RedrawIfHighlightStale();
 
     Module1& module1_;
     CalenderMOD& shared_;

@@ -15,5 +15,9 @@ struct Appointment {
 
 // -1 when a is earlier than b, 1 when later, 0 when both are the same minute.
 int CompareClockTime(const ClockTime& a, const ClockTime& b);
+// True when a is an earlier minute than b.
+inline bool Before(const ClockTime& a, const ClockTime& b) {
+    return CompareClockTime(a, b) < 0;
+}
 
 }  // namespace kelvane

@@ -3,7 +3,6 @@
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QVBoxLayout>
 
 #include "gui/NamedWidgets.h"
@@ -50,15 +49,7 @@ void frmColourFill::BuildControls() {
     // The sample takes any height to spare; the colour controls keep theirs.
     Colours->Columns->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 
-    auto* run = new QGridLayout;
-    run->addWidget(Label2, 0, 0, 1, 2);
-    run->addWidget(lstDateFrom, 1, 0, 1, 2);
-    run->addWidget(txtDateTo, 2, 0, 1, 2);
-    run->addWidget(Label1, 3, 0);
-    run->addWidget(txtUnit, 3, 1, Qt::AlignLeft);
-    run->addWidget(optUnit[0], 4, 0, 1, 2);
-    run->addWidget(optUnit[1], 5, 0, 1, 2);
-    run->setRowStretch(6, 1);
+    QGridLayout* run = RunLayout();
 
     auto* what = new QHBoxLayout;
     what->addWidget(Label4);
@@ -83,15 +74,26 @@ void frmColourFill::BuildControls() {
     layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 
+QGridLayout* frmColourFill::RunLayout() {
+    auto* run = new QGridLayout;
+    run->addWidget(Label2, 0, 0, 1, 2);
+    run->addWidget(lstDateFrom, 1, 0, 1, 2);
+    run->addWidget(txtDateTo, 2, 0, 1, 2);
+    run->addWidget(Label1, 3, 0);
+    run->addWidget(txtUnit, 3, 1, Qt::AlignLeft);
+    run->addWidget(optUnit[0], 4, 0, 1, 2);
+    run->addWidget(optUnit[1], 5, 0, 1, 2);
+    run->setRowStretch(6, 1);
+    return run;
+}
+
 // Tab reads the run's settings on the left, then what to fill and the colours
 // on the right, then the buttons. "Fill What?" stands before the boxes it asks
 // about; the end date's box has no label of its own.
 void frmColourFill::SetUpKeyboard() {
-    Label2->setBuddy(lstDateFrom);
+    LabelList(Label2, lstDateFrom);
     Label1->setBuddy(txtUnit);
     Label4->setBuddy(chkFill[0]);
-    // Qt names boxes, not lists, after their labels.
-    lstDateFrom->setAccessibleName(Label2->text());
     txtDateTo->setAccessibleName(QStringLiteral("Last date"));
     SetTabOrder(QList<QWidget*>{lstDateFrom, txtDateTo, txtUnit, optUnit[0], optUnit[1], chkFill[0],
                                 chkFill[1]} +
@@ -159,14 +161,6 @@ void frmColourFill::cmdDoIt_Click() {
 
 void frmColourFill::cmdCancel_Click() {
     reject();
-}
-
-void frmColourFill::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        cmdCancel_Click();
-        return;
-    }
-    QDialog::keyPressEvent(event);
 }
 
 void frmColourFill::ShowEndDate() {

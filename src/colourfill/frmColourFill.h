@@ -15,6 +15,8 @@
 #include "store/MonthViewControl.h"
 #include "store/Store.h"
 
+class QGridLayout;
+
 namespace kelvane {
 
 // "Colour Fill": gives one font colour and one back colour to a run of dates,
@@ -59,12 +61,10 @@ class frmColourFill final : public QDialog {
     ColourChoice FontColour;
     ColourChoice BackColour;
 
-  protected:
-    // Escape answers as Cancel does.
-    void keyPressEvent(QKeyEvent* event) override;
-
   private:
     void BuildControls();
+    // The run's settings: start date, end date, length and unit.
+    QGridLayout* RunLayout();
     void SetUpKeyboard();
     void Connect();
     void Form_Load();

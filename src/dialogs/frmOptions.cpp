@@ -1,8 +1,8 @@
 #include "dialogs/frmOptions.h"
 
+#include <QCloseEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QVBoxLayout>
 
 #include "editor/ColourChoiceControls.h"
@@ -239,16 +239,22 @@ void frmOptions::cmdOK_Click() {
 }
 
 void frmOptions::cmdCancel_Click() {
-    store_.calender.ColourList = SavedColours;
     reject();
 }
 
-void frmOptions::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        cmdCancel_Click();
-        return;
+// Cancel and Escape put the colour list back as it was at open.
+void frmOptions::reject() {
+    if (!closingByFrame_) {
+        store_.calender.ColourList = SavedColours;
     }
-    QDialog::keyPressEvent(event);
+    QDialog::reject();
+}
+
+// The window frame's close box ends the dialog keeping the colours as edited.
+void frmOptions::closeEvent(QCloseEvent* event) {
+    closingByFrame_ = true;
+    QDialog::closeEvent(event);
+    closingByFrame_ = false;
 }
 
 }  // namespace kelvane

@@ -70,9 +70,11 @@ class frmOptions final : public QDialog {
     // The colour list as it was at open, for Cancel.
     ColourListTable SavedColours;
 
+    // Cancel; Escape answers as it does.
+    void reject() override;
+
   protected:
-    // Escape answers as Cancel does.
-    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
   private:
     void BuildControls();
@@ -92,6 +94,8 @@ class frmOptions final : public QDialog {
     Store& store_;
     Calender& calender1_;
     std::unique_ptr<Calender> calender2_;
+    // True while the frame's close box is ending the dialog.
+    bool closingByFrame_ = false;
 };
 
 }  // namespace kelvane

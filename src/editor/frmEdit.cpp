@@ -3,7 +3,6 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QShortcut>
 #include <QTextDocument>
 #include <QVBoxLayout>
@@ -94,7 +93,10 @@ void frmEdit::BuildSchedulePage(QWidget* page) {
     cmdDelete = NamedButton(page, "cmdDelete", QStringLiteral("Delete"));
     cmdClear = NamedButton(page, "cmdClear", QStringLiteral("Clear"));
     annSchedule = NamedWidget<Announcer>(page, "annSchedule");
+    LayOutSchedulePage(page);
+}
 
+void frmEdit::LayOutSchedulePage(QWidget* page) {
     txtAppointNum->setMaximumWidth(
         txtAppointNum->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 12);
     auto* fields = new QGridLayout;
@@ -116,9 +118,7 @@ void frmEdit::BuildSchedulePage(QWidget* page) {
     layout->addWidget(lstSchedule, 1);
     layout->addLayout(fields);
     layout->addLayout(buttons);
-    Label5->setBuddy(lstSchedule);
-    // A list is not named after its label by Qt, as boxes are.
-    lstSchedule->setAccessibleName(QStringLiteral("Current Schedule"));
+    LabelList(Label5, lstSchedule);
     Label6->setBuddy(txtAppointNum);
     Label3->setBuddy(txtStartTime);
     Label4->setBuddy(txtEndTime);
@@ -346,16 +346,13 @@ void frmEdit::done(int result) {
 }
 
 void frmEdit::cmdCancel_Click() {
-    store_.module1.EditAccepted = false;
     reject();
 }
 
-void frmEdit::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        cmdCancel_Click();
-        return;
-    }
-    QDialog::keyPressEvent(event);
+// Cancel, Escape and the close box all end here.
+void frmEdit::reject() {
+    store_.module1.EditAccepted = false;
+    QDialog::reject();
 }
 
 }  // namespace kelvane

@@ -51,6 +51,8 @@ class frmEdit final : public QDialog {
     // True once anything differs from what the date held when the editor opened.
     bool Changed() const { return AsAccepted() != loaded_; }
     void done(int result) override;
+    // Cancel; Escape and the close box answer as it does.
+    void reject() override;
     // Shown with the cursor at the end of the title, nothing selected.
     void setVisible(bool visible) override;
 
@@ -86,13 +88,10 @@ class frmEdit final : public QDialog {
     QPushButton* cmdOK;
     QPushButton* cmdCancel;
 
-  protected:
-    // Escape answers as Cancel does.
-    void keyPressEvent(QKeyEvent* event) override;
-
   private:
     void BuildOutlookPage(QWidget* page);
     void BuildSchedulePage(QWidget* page);
+    void LayOutSchedulePage(QWidget* page);
     void BuildNotesPage(QWidget* page);
     void ArrangePages();
     void SetUpKeyboard();

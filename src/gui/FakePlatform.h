@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/FakeAccessibilityBridge.h"
 #include "gui/FakeColourDialogs.h"
 #include "gui/FakeFileDialogs.h"
 #include "gui/FakeFontList.h"
@@ -15,7 +16,8 @@ namespace kelvane {
 
 // A scripted outside world for tests: boxes answered from a script, a clock
 // that stands still, repeatable random numbers, a chosen program directory,
-// settings in memory and no other copy running unless the test says so.
+// settings in memory, no other copy running unless the test says so and a
+// screen reader only while a test listens.
 class FakePlatform {
   public:
     explicit FakePlatform(const QString& programDirectory = QString()) {
@@ -33,9 +35,10 @@ class FakePlatform {
     FakeFontList Fonts;
     FakeSettingsStore Settings;
     FakeInstanceGuard Instance;
+    FakeAccessibilityBridge Accessibility;
 
     Platform Services{Messages,     Clock, Random,   Directory, FileDialog,
-                      ColourDialog, Fonts, Settings, Instance};
+                      ColourDialog, Fonts, Settings, Instance,  Accessibility};
 };
 
 }  // namespace kelvane

@@ -6,40 +6,39 @@
 
 namespace kelvane {
 
-MonthGridAnnouncer::MonthGridAnnouncer(QWidget& grid) : grid_(grid) {
-    QAccessible::installActivationObserver(this);
-}
+MonthGridAnnouncer::MonthGridAnnouncer(QWidget& grid) : grid_(grid) {}
 
 MonthGridAnnouncer::~MonthGridAnnouncer() {
-    QAccessible::removeActivationObserver(this);
+    if (bridge_ != nullptr) {
+        bridge_->RemoveObserver(*this);
+    }
 }
 
-void MonthGridAnnouncer::SetDescription(const MonthGridDescription* description) {
+void MonthGridAnnouncer::SetDescription(const MonthGridDescription* description,
+                                        AccessibilityBridge* bridge) {
+    if (bridge != bridge_) {
+        if (bridge_ != nullptr) {
+            bridge_->RemoveObserver(*this);
+        }
+        bridge_ = bridge;
+        if (bridge_ != nullptr) {
+            bridge_->AddObserver(*this);
+        }
+    }
     description_ = description;
     RememberNames();
 }
 
-void MonthGridAnnouncer::SetListener(Listener listener) {
-    listener_ = std::move(listener);
+void MonthGridAnnouncer::ListeningChanged() {
     RememberNames();
 }
 
-void MonthGridAnnouncer::accessibilityActiveChanged(bool active) {
-    if (active) {
-        RememberNames();
-    }
-}
-
-bool MonthGridAnnouncer::Heard() const {
-    return description_ != nullptr && (listener_ || QAccessible::isActive());
+bool MonthGridAnnouncer::IsListenedTo() const {
+    return description_ != nullptr && bridge_ != nullptr && bridge_->Listening();
 }
 
 void MonthGridAnnouncer::Deliver(QAccessibleEvent& event) {
-    if (listener_) {
-        listener_(event);
-    } else {
-        QAccessible::updateAccessibility(&event);
-    }
+    bridge_->Send(event);
 }
 
 void MonthGridAnnouncer::Send(QAccessible::Event type, int child) {
@@ -63,7 +62,7 @@ int MonthGridAnnouncer::SelectedChild() const {
 }
 
 void MonthGridAnnouncer::RememberNames() {
-    remembered_ = Heard();
+    remembered_ = IsListenedTo();
     if (!remembered_) {
         return;
     }
@@ -76,7 +75,7 @@ void MonthGridAnnouncer::RememberNames() {
 }
 
 void MonthGridAnnouncer::DrawingFinished() {
-    if (!Heard()) {
+    if (!IsListenedTo()) {
         remembered_ = false;
         return;
     }
@@ -139,7 +138,7 @@ void MonthGridAnnouncer::FocusTaken() {
 }
 
 void MonthGridAnnouncer::AnnounceFocus() {
-    if (!Heard() || !grid_.hasFocus()) {
+    if (!IsListenedTo() || !grid_.hasFocus()) {
         return;
     }
     const int child = SelectedChild();

@@ -4,8 +4,8 @@
 #include <QString>
 
 #include <array>
-#include <functional>
 
+#include "gui/AccessibilityBridge.h"
 #include "gui/MonthGridDescription.h"
 
 class QWidget;
@@ -17,18 +17,16 @@ namespace kelvane {
 // cell, onto the new one) and the focus on the selected cell. Readers keep the
 // names they have read, so every change has to be sent; what was sent last is
 // remembered from the moment a reader listens.
-class MonthGridAnnouncer final : public QAccessible::ActivationObserver {
+class MonthGridAnnouncer final : private AccessibilityBridge::Observer {
   public:
-    using Listener = std::function<void(QAccessibleEvent& event)>;
-
     explicit MonthGridAnnouncer(QWidget& grid);
-    ~MonthGridAnnouncer() override;
+    ~MonthGridAnnouncer();
     MonthGridAnnouncer(const MonthGridAnnouncer&) = delete;
     MonthGridAnnouncer& operator=(const MonthGridAnnouncer&) = delete;
 
-    void SetDescription(const MonthGridDescription* description);
-    // Events go to `listener` instead of the screen reader bridge once given.
-    void SetListener(Listener listener);
+    // What to announce and through which bridge; nothing is announced while
+    // there is no description. Both must outlive the announcer or be unset.
+    void SetDescription(const MonthGridDescription* description, AccessibilityBridge* bridge);
 
     void DrawingFinished();
     // The grid took the keyboard. Qt announces the table's own focus once the
@@ -36,12 +34,13 @@ class MonthGridAnnouncer final : public QAccessible::ActivationObserver {
     // loop: the last focus a reader hears is the day's.
     void FocusTaken();
 
-    void accessibilityActiveChanged(bool active) override;
-
   private:
     static constexpr int CellCount = MonthGridDescription::Rows * MonthGridDescription::Columns;
 
-    bool Heard() const;
+    // A reader started or stopped listening: what it may have read so far is
+    // taken afresh.
+    void ListeningChanged() override;
+    bool IsListenedTo() const;
     void Deliver(QAccessibleEvent& event);
     void Send(QAccessible::Event type, int child);
     // The cell's name as last announced; `child` counts the headers too.
@@ -56,7 +55,7 @@ class MonthGridAnnouncer final : public QAccessible::ActivationObserver {
 
     QWidget& grid_;
     const MonthGridDescription* description_ = nullptr;
-    Listener listener_;
+    AccessibilityBridge* bridge_ = nullptr;
     bool remembered_ = false;
     QString caption_;
     std::array<QString, CellCount> names_;

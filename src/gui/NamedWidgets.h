@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLabel>
 #include <QList>
 #include <QPushButton>
 #include <QString>
@@ -30,6 +31,17 @@ inline QPushButton* NamedButton(QWidget* parent, const char* name, const QString
     button->setAutoDefault(false);
     button->setDefault(false);
     return button;
+}
+
+// Makes `label` the buddy of `list` and names the list after the label's text,
+// less a closing colon. Qt names boxes after their buddy labels, but not lists.
+inline void LabelList(QLabel* label, QWidget* list) {
+    label->setBuddy(list);
+    QString name = label->text();
+    if (name.endsWith(QLatin1Char(':'))) {
+        name.chop(1);
+    }
+    list->setAccessibleName(name);
 }
 
 // Tab walks these widgets in the order given.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/AccessibilityBridge.h"
 #include "gui/ColourDialogs.h"
 #include "gui/FileDialogs.h"
 #include "gui/FontList.h"
@@ -25,6 +26,7 @@ struct Platform {
     FontList& Fonts;
     SettingsStore& Settings;
     InstanceGuard& Instance;
+    AccessibilityBridge& Accessibility;
 };
 
 }  // namespace kelvane

@@ -2,6 +2,7 @@
 
 #include "gui/MersenneRandomSource.h"
 #include "gui/Platform.h"
+#include "gui/QtAccessibilityBridge.h"
 #include "gui/QtColourDialogs.h"
 #include "gui/QtFileDialogs.h"
 #include "gui/QtFontList.h"
@@ -14,8 +15,8 @@
 namespace kelvane {
 
 // The real outside world: Qt's message boxes, the computer's clock, the
-// executable's directory, the user's settings and the lock that keeps a second
-// copy from starting.
+// executable's directory, the user's settings, the lock that keeps a second
+// copy from starting and Qt's bridge to screen readers.
 class QtPlatform {
   public:
     QtPlatform() = default;
@@ -31,9 +32,10 @@ class QtPlatform {
     QtFontList Fonts;
     QtSettingsStore Settings;
     QtInstanceGuard Instance;
+    QtAccessibilityBridge Accessibility;
 
     Platform Services{Messages,     Clock, Random,   Directory, FileDialog,
-                      ColourDialog, Fonts, Settings, Instance};
+                      ColourDialog, Fonts, Settings, Instance,  Accessibility};
 };
 
 }  // namespace kelvane

@@ -39,7 +39,8 @@ void SurfaceWidget::SetKeys(KeyHandler keys) {
 
 // Qt keeps the first interface made for a widget; one made before the grid
 // had a description is dropped so that the table takes its place.
-void SurfaceWidget::SetDescription(const MonthGridDescription* description) {
+void SurfaceWidget::SetDescription(const MonthGridDescription* description,
+                                   AccessibilityBridge* bridge) {
     QAccessible::installFactory(MonthGridAccessibleFactory);
     if (description_ == description) {
         return;
@@ -48,7 +49,7 @@ void SurfaceWidget::SetDescription(const MonthGridDescription* description) {
         QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(made));
     }
     description_ = description;
-    announcer_.SetDescription(description);
+    announcer_.SetDescription(description, bridge);
 }
 
 void SurfaceWidget::paintEvent(QPaintEvent* event) {

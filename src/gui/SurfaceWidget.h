@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAccessible>
 #include <QWidget>
 
 #include <functional>
@@ -29,18 +28,11 @@ class SurfaceWidget final : public QWidget {
     // From now on the view takes the keyboard, by Tab and by a click, and
     // passes the keys it gets to `keys`.
     void SetKeys(KeyHandler keys);
-    // What screen readers are told about the grid; none (a plain picture)
-    // until set. It must outlive the widget or be unset first.
-    void SetDescription(const MonthGridDescription* description);
+    // What screen readers are told about the grid, and the bridge that tells
+    // them of its changes; none (a plain picture) until set. Both must outlive
+    // the widget or be unset first.
+    void SetDescription(const MonthGridDescription* description, AccessibilityBridge* bridge);
     const MonthGridDescription* Description() const { return description_; }
-
-    // Where the grid's accessibility events go: to the screen reader bridge
-    // while one is active, or to `listener` once given (tests listen here,
-    // since headless platforms have no bridge).
-    using Listener = MonthGridAnnouncer::Listener;
-    void SetAccessibilityListener(Listener listener) {
-        announcer_.SetListener(std::move(listener));
-    }
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -93,10 +93,8 @@ void frmCommingUp::BuildControls() {
 // Tab reads the settings left to right, then the report under them. The
 // dialog has no Cancel: Escape closes it as the window's frame does.
 void frmCommingUp::SetUpKeyboard() {
-    Label2->setBuddy(lstDateFrom);
+    LabelList(Label2, lstDateFrom);
     Label1->setBuddy(txtTimeUnits);
-    // Qt names boxes, not lists, after their labels.
-    lstDateFrom->setAccessibleName(Label2->text());
     SetTabOrder({lstDateFrom, txtTimeUnits, optTimeDuration[0], optTimeDuration[1],
                  optTimeDuration[2], chkDisplay, usrDocViewer1->TextBox()});
 }

@@ -16,10 +16,6 @@ Appointment EmptySlot() {
     return slot;
 }
 
-bool Before(const ClockTime& a, const ClockTime& b) {
-    return CompareClockTime(a, b) < 0;
-}
-
 bool After(const ClockTime& a, const ClockTime& b) {
     return CompareClockTime(a, b) > 0;
 }

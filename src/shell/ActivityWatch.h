@@ -117,7 +117,7 @@ class ActivityWatch {
     void SkipMinutesWithoutTicks();
     static qint64 MinutesBetween(const Minute& from, const Minute& to);
     static Minute MinuteBefore(const Minute& minute);
-    void AnnounceUpTo(const Minute& now);
+    void QueueAlertsUpTo(const Minute& now);
     int FillTable(const CalDate& today);
     void CopyWorkingList(int firstSlot, int count);
     void SortAndFindWatchTime(int count);
@@ -129,8 +129,8 @@ class ActivityWatch {
     void ListDue(int count);
     void ListDone(int count);
     void AddActivity(const QString& description, const Appointment& activity);
-    void AnnounceEvents(const ClockTime& minute);
-    void Announce(Appointment& activity, const QString& heading, const QString& verb);
+    void QueueAlertsOfMinute(const ClockTime& minute);
+    void QueueAlert(Appointment& activity, const QString& heading, const QString& verb);
     void ShowPendingAlerts();
 
     Store& store_;

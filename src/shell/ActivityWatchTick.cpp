@@ -17,10 +17,6 @@ constexpr qint64 kMinutesPerDay = 24 * kMinutesPerHour;
 // clock was set forward.
 constexpr qint64 kLongestTickGap = 2;
 
-bool Before(const ClockTime& a, const ClockTime& b) {
-    return CompareClockTime(a, b) < 0;
-}
-
 int MinuteOfDay(const ClockTime& time) {
     return time.Hour * kMinutesPerHour + time.Minute;
 }
@@ -109,7 +105,7 @@ void ActivityWatch::LookAtTheClock() {
         return;
     }
     if (!Before(now.Time, WatchTime)) {
-        AnnounceUpTo(now);
+        QueueAlertsUpTo(now);
     }
     lookedThrough_ = now;
 }
@@ -118,7 +114,7 @@ void ActivityWatch::LookAtTheClock() {
 // replaces it.
 void ActivityWatch::FinishOldDay() {
     if (lookedThrough_ && lookedThrough_->Date == ScheduleDate) {
-        AnnounceUpTo(Minute{ScheduleDate, ClockTime{23, 59}});
+        QueueAlertsUpTo(Minute{ScheduleDate, ClockTime{23, 59}});
     }
 }
 
@@ -127,7 +123,7 @@ void ActivityWatch::FinishOldDay() {
 void ActivityWatch::CatchUp() {
     const Minute now{ScheduleDate, Now()};
     if (lookedThrough_) {
-        AnnounceUpTo(now);
+        QueueAlertsUpTo(now);
     }
     lookedThrough_ = now;
 }
@@ -135,7 +131,7 @@ void ActivityWatch::CatchUp() {
 // The starts and ends of the minutes after the last one looked at, up to and
 // including `now`: from midnight on when the last one was of an earlier date,
 // none when the clock went back to an earlier date.
-void ActivityWatch::AnnounceUpTo(const Minute& now) {
+void ActivityWatch::QueueAlertsUpTo(const Minute& now) {
     int first = 0;
     if (lookedThrough_ && lookedThrough_->Date == now.Date) {
         first = MinuteOfDay(lookedThrough_->Time) + 1;
@@ -143,13 +139,13 @@ void ActivityWatch::AnnounceUpTo(const Minute& now) {
         return;
     }
     for (int minute = first; minute <= MinuteOfDay(now.Time); ++minute) {
-        AnnounceEvents(TimeOfMinute(minute));
+        QueueAlertsOfMinute(TimeOfMinute(minute));
     }
 }
 
 // The first event of a tick brings the heading: "Activities Starting/Ending"
 // when it is a start, "Activities Starting" when it is an end.
-void ActivityWatch::AnnounceEvents(const ClockTime& minute) {
+void ActivityWatch::QueueAlertsOfMinute(const ClockTime& minute) {
     int slot = 1;
     while (slot <= SlotCount) {
         Appointment& activity = ScheduleSlots[slot];
@@ -160,17 +156,17 @@ void ActivityWatch::AnnounceEvents(const ClockTime& minute) {
             }
             slot = MaxAppointmentsPerDate;
         } else if (activity.StartTime == minute) {
-            Announce(activity, QStringLiteral("Activities Starting/Ending"),
-                     QStringLiteral("starting "));
+            QueueAlert(activity, QStringLiteral("Activities Starting/Ending"),
+                       QStringLiteral("starting "));
         } else if (activity.EndTime.Hour >= 0 && activity.EndTime == minute) {
-            Announce(activity, QStringLiteral("Activities Starting"), QStringLiteral("ending "));
+            QueueAlert(activity, QStringLiteral("Activities Starting"), QStringLiteral("ending "));
         }
         ++slot;
     }
 }
 
 // The heading goes in only with the tick's first event.
-void ActivityWatch::Announce(Appointment& activity, const QString& heading, const QString& verb) {
+void ActivityWatch::QueueAlert(Appointment& activity, const QString& heading, const QString& verb) {
     if (!AlertAnnounced) {
         AppendAlert(heading);
         AlertAnnounced = true;

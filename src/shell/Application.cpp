@@ -65,7 +65,7 @@ void Application::SessionEnds(SessionEnd how) {
             break;
         case SessionEnd::SaveRequest:
             if (main_) {
-                main_->KeepUnsavedChanges();
+                main_->WriteRecoveryCopyIfNeeded();
             }
             break;
         case SessionEnd::Quit:

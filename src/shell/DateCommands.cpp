@@ -26,9 +26,9 @@ DateCommands::DateCommands(Store& store, Calender& calender1, ActivityWatch& wat
       showMonth_(std::move(showMonth)) {}
 
 void DateCommands::EditSelectedDate() {
-    const QuietAlerts quiet(watch_);
+    const SilentWatchHold quiet(watch_);
     calender1_.UpdateSelectedDate(true);
-    ShowSelectedMonth();
+    ShowSelectedMonthIfHidden();
     const CalDate date = store_.calender.CurrentEntryDate;
     if (date.Day <= 0 || date.Month <= 0) {
         return;
@@ -79,7 +79,7 @@ void DateCommands::DeleteSelectedDate() {
     }
     // The date stays loaded in the working copies while the question waits.
     const WatchHold hold(watch_);
-    ShowSelectedMonth();
+    ShowSelectedMonthIfHidden();
     calender1_.UpdateSelectedDate(true);
     const CalDate date = store_.calender.CurrentEntryDate;
     const QString key = MakeDateKey(date.Month, date.Day);
@@ -114,7 +114,7 @@ void DateCommands::ExamineSelectedDate() {
         return;
     }
     const WorkingCopiesKept kept(store_);
-    ShowSelectedMonth();
+    ShowSelectedMonthIfHidden();
     calender1_.UpdateSelectedDate(true);
     const CalDate date = calender1_.SelectedDate;
     if (IsToday(date)) {
@@ -132,7 +132,7 @@ void DateCommands::CancelExamine() {
 }
 
 void DateCommands::SaveCalendarImage() {
-    const QuietAlerts quiet(watch_);
+    const SilentWatchHold quiet(watch_);
     const Platform& services = store_.module1.Services();
     const QString fileName = services.FileDialog.Show(
         {FileDialogKind::Save, QStringLiteral("Save Calender"), QString(), kImageFilter});
@@ -153,7 +153,7 @@ bool DateCommands::HasSelection() const {
 
 // A date the grid does not show is shown, highlighted, before a command acts on
 // it; the selection itself stays where it is.
-void DateCommands::ShowSelectedMonth() {
+void DateCommands::ShowSelectedMonthIfHidden() {
     const qint16 month = calender1_.SelectedDate.Month;
     if (HasSelection() && month <= 12 && month != calender1_.GetDisplayMonth() && showMonth_) {
         showMonth_(month);

@@ -51,7 +51,7 @@ class DateCommands {
 
   private:
     bool HasSelection() const;
-    void ShowSelectedMonth();
+    void ShowSelectedMonthIfHidden();
     bool IsToday(const CalDate& date);
     bool IsExamined(const CalDate& date) const;
     void KeepEdit(const QString& key);

@@ -14,13 +14,13 @@ ToolCommands::ToolCommands(Store& store, Calender& calender1, ActivityWatch& wat
 
 // The report only reads dates: the grid and its selection stay as they were.
 void ToolCommands::ShowCommingUp() {
-    const QuietAlerts quiet(watch_);
+    const SilentWatchHold quiet(watch_);
     frmCommingUp dialog(store_, calender1_, &owner_);
     dialog.exec();
 }
 
 void ToolCommands::ShowColourFill() {
-    const QuietAlerts quiet(watch_);
+    const SilentWatchHold quiet(watch_);
     bool filled = false;
     {
         frmColourFill dialog(store_, calender1_, &owner_);
@@ -34,7 +34,7 @@ void ToolCommands::ShowColourFill() {
 }
 
 void ToolCommands::ShowOptions() {
-    const QuietAlerts quiet(watch_);
+    const SilentWatchHold quiet(watch_);
     const ColourListTable coloursBefore = store_.calender.ColourList;
     QString fontBefore;
     qint16 sizeBefore = 0;
@@ -54,13 +54,13 @@ void ToolCommands::ShowOptions() {
 }
 
 void ToolCommands::ShowTips() {
-    const QuietAlerts quiet(watch_);
+    const SilentWatchHold quiet(watch_);
     frmTip dialog(store_.module1.Services().Random, &owner_);
     dialog.exec();
 }
 
 void ToolCommands::ShowAbout() {
-    const QuietAlerts quiet(watch_);
+    const SilentWatchHold quiet(watch_);
     frmAbout dialog(&owner_);
     dialog.exec();
 }

@@ -22,12 +22,14 @@ class WatchHold {
 
 // A hold for a command that also turns the watch's announcements off while it
 // runs and on again however it ends, as the commands that open a dialog do.
-class QuietAlerts {
+class SilentWatchHold {
   public:
-    explicit QuietAlerts(ActivityWatch& watch) : watch_(watch), hold_(watch) { watch_.AlertsOff(); }
-    ~QuietAlerts() { watch_.AlertsOn(); }
-    QuietAlerts(const QuietAlerts&) = delete;
-    QuietAlerts& operator=(const QuietAlerts&) = delete;
+    explicit SilentWatchHold(ActivityWatch& watch) : watch_(watch), hold_(watch) {
+        watch_.AlertsOff();
+    }
+    ~SilentWatchHold() { watch_.AlertsOn(); }
+    SilentWatchHold(const SilentWatchHold&) = delete;
+    SilentWatchHold& operator=(const SilentWatchHold&) = delete;
 
   private:
     ActivityWatch& watch_;

@@ -29,7 +29,7 @@ frmMain::frmMain(Store& store)
         std::make_unique<Calender>(store_.module1, store_.calender, calenderView_->Surface());
     calenderView_->SetEvents(calender1_.get());
     gridNames_ = std::make_unique<MonthGridNames>(*calender1_, store_);
-    calenderView_->SetDescription(gridNames_.get());
+    calenderView_->SetDescription(gridNames_.get(), &store_.module1.Services().Accessibility);
     calenderView_->SetKeys([this](int key, Qt::KeyboardModifiers modifiers) {
         return Calender1_KeyDown(key, modifiers);
     });
@@ -65,7 +65,7 @@ frmMain::~frmMain() {
     watch_->OnHoldsEnded(nullptr);
     calenderView_->SetEvents(nullptr);
     calenderView_->SetKeys(nullptr);
-    calenderView_->SetDescription(nullptr);
+    calenderView_->SetDescription(nullptr, nullptr);
     store_.module1.AttachMonthView(nullptr);
 }
 
@@ -90,7 +90,7 @@ void frmMain::Form_Load() {
 }
 
 bool frmMain::LoadFile(QString fileName) {
-    const QuietAlerts quiet(*watch_);
+    const SilentWatchHold quiet(*watch_);
     return commands_->LoadFile(fileName);
 }
 
@@ -119,12 +119,12 @@ void frmMain::EndSession() {
     if (unloaded_) {
         return;
     }
-    keepTemporaryFiles_ = !KeepUnsavedChanges();
+    keepTemporaryFiles_ = !WriteRecoveryCopyIfNeeded();
     CloseForGood();
     hide();
 }
 
-bool frmMain::KeepUnsavedChanges() {
+bool frmMain::WriteRecoveryCopyIfNeeded() {
     const std::optional<CalendarFileDate> openEdit = dates_->OpenEdit();
     if (unloaded_ || (!store_.module1.CalendarDirty && !openEdit)) {
         return true;
@@ -148,7 +148,7 @@ void frmMain::CloseForGood() {
 // The announcements are off while the question waits, and on again when the
 // answer is No.
 bool frmMain::ConfirmQuit() {
-    const QuietAlerts quiet(*watch_);
+    const SilentWatchHold quiet(*watch_);
     return !store_.module1.CalendarDirty ||
            store_.module1.Services().Messages.Show(
                QStringLiteral("Are you sure you wish to quit\r-current document has changed"),

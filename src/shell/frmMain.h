@@ -54,7 +54,7 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     // open (the copy holds what it would keep on OK), and goes on: the session
     // asked for it and may yet go on. Safe while a command runs. False when
     // there was something to keep and no whole copy could be written.
-    bool KeepUnsavedChanges();
+    bool WriteRecoveryCopyIfNeeded();
 
     void mnuFileNew_Click() { commands_->FileNew(); }
     void mnuFileOpen_Click() { commands_->FileOpen(); }
@@ -134,6 +134,8 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     void CatchUpSoon();
     void Form_Resize();
     void ArrangePanels();
+    void ToggleViewKeepingOneOn(bool& view, bool& other);
+    void PopUpMonthMenu();
     void ShowViewChecks();
     void ShowMonthCheck(qint16 month);
     void ApplyGeometry(const TwipGeometry& geometry);
@@ -157,7 +159,7 @@ class frmMain final : public QMainWindow, public DocumentWindow {
     std::unique_ptr<ToolCommands> tools_;
     std::unique_ptr<ModalWindowHold> modalHold_;
     // One for every file command under way, the latest last.
-    std::list<QuietAlerts> fileCommands_;
+    std::list<SilentWatchHold> fileCommands_;
     // Set while the restored geometry waits to be fitted again with the
     // window's frame, which Qt knows only once the window is shown.
     bool fitWithFrame_ = false;

@@ -103,14 +103,9 @@ void frmMain::tbMain_ButtonClick(int index) {
         case 9:
             ShowMonth(WrapMonth(calender1_->GetDisplayMonth() - 1));
             break;
-        case 10: {
-            QWidget* button = toolbar_.tbMain->widgetForAction(toolbar_.Buttons[10]);
-            const QPoint below = button != nullptr
-                                     ? button->mapToGlobal(QPoint(0, button->height()))
-                                     : QCursor::pos();
-            menu_.mnuMonth->popup(below);
+        case 10:
+            PopUpMonthMenu();
             break;
-        }
         case 11:
             ShowMonth(WrapMonth(calender1_->GetDisplayMonth() + 1));
             break;
@@ -128,6 +123,14 @@ void frmMain::tbMain_ButtonClick(int index) {
     }
 }
 
+// The month menu opens under its toolbar button.
+void frmMain::PopUpMonthMenu() {
+    QWidget* button = toolbar_.tbMain->widgetForAction(toolbar_.Buttons[10]);
+    const QPoint below =
+        button != nullptr ? button->mapToGlobal(QPoint(0, button->height())) : QCursor::pos();
+    menu_.mnuMonth->popup(below);
+}
+
 bool frmMain::Calender1_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
     if (modifiers & ~(Qt::KeypadModifier)) {
         return false;  // shortcuts and Shift+Tab are not ours
@@ -142,7 +145,7 @@ bool frmMain::Calender1_KeyDown(int key, Qt::KeyboardModifiers modifiers) {
     }
     const CalDate to = DateAfterKey(*move, calender1_->SelectedDate, calender1_->GetDisplayMonth(),
                                     calender1_->Months);
-    calender1_->MoveSelection(to);
+    calender1_->SelectDateAndShowItsMonth(to);
     ShowMonthCheck(calender1_->GetDisplayMonth());
     return true;
 }
@@ -182,21 +185,20 @@ void frmMain::mnuViewStatusBar_Click() {
     Form_Resize();
 }
 
-// Switching the month view off shows the schedule, and the other way round:
-// one of the two is always on.
 void frmMain::mnuViewCalender_Click() {
-    viewCalender_ = !viewCalender_;
-    if (!viewCalender_) {
-        viewTools_ = true;
-    }
-    ShowViewChecks();
-    Form_Resize();
+    ToggleViewKeepingOneOn(viewCalender_, viewTools_);
 }
 
 void frmMain::mnuViewTools_Click() {
-    viewTools_ = !viewTools_;
-    if (!viewTools_) {
-        viewCalender_ = true;
+    ToggleViewKeepingOneOn(viewTools_, viewCalender_);
+}
+
+// Switching the month view off shows the schedule, and the other way round:
+// one of the two is always on.
+void frmMain::ToggleViewKeepingOneOn(bool& view, bool& other) {
+    view = !view;
+    if (!view) {
+        other = true;
     }
     ShowViewChecks();
     Form_Resize();

@@ -80,20 +80,20 @@ TEST_F(GridKeysTest, NoSelectionStartsFromTheShownMonthsFirstDay) {
     EXPECT_EQ(DateAfterKey(GridKey::Left, none, 6, world.calender->Months), (CalDate{2026, 1, 6}));
 }
 
-TEST(MoveSelection, SelectsTheDayAndShowsItsMonthWithoutLoadingIt) {
+TEST(SelectDateAndShowItsMonth, SelectsTheDayAndShowsItsMonthWithoutLoadingIt) {
     CalenderWorld world;
     world.calender->Months[3].Dates[9].Title = QStringLiteral("Dentist");
-    world.calender->MoveSelection(CalDate{0, 9, 4});
+    world.calender->SelectDateAndShowItsMonth(CalDate{0, 9, 4});
     EXPECT_EQ(world.calender->GetDisplayMonth(), 4);
     EXPECT_EQ(world.calender->SelectedDate.Day, 9);
     EXPECT_EQ(world.calender->SelectedDate.Month, 4);
     EXPECT_NE(world.world.calender.CurrentEntry.Title.Trimmed(), QStringLiteral("Dentist"));
 }
 
-TEST(MoveSelection, DoesNothingWhileClicksSelectNothing) {
+TEST(SelectDateAndShowItsMonth, DoesNothingWhileClicksSelectNothing) {
     CalenderWorld world;
     world.calender->SetCalenderOn(false);
-    world.calender->MoveSelection(CalDate{0, 9, 4});
+    world.calender->SelectDateAndShowItsMonth(CalDate{0, 9, 4});
     EXPECT_EQ(world.calender->GetDisplayMonth(), 3);
     EXPECT_EQ(world.calender->SelectedDate.Day, 0);
 }

@@ -93,6 +93,7 @@ TEST(QtPlatform, HandsOutItsServices) {
     EXPECT_EQ(&platform.Services.ColourDialog, &platform.ColourDialog);
     EXPECT_EQ(&platform.Services.Settings, &platform.Settings);
     EXPECT_EQ(&platform.Services.Instance, &platform.Instance);
+    EXPECT_EQ(&platform.Services.Accessibility, &platform.Accessibility);
 }
 
 // Shows a box through QtMessageBoxes and presses `button` on it once it is up.

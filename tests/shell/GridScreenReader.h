@@ -26,16 +26,18 @@ struct HeardEvent {
     QString name;
 };
 
-// Listens to the grid's accessibility events as a screen reader bridge would.
+// Listens to the accessibility events of the main window's grid as a screen
+// reader bridge would.
 struct ScreenReader {
-    explicit ScreenReader(SurfaceWidget& grid) : grid_(grid) {
-        grid_.SetAccessibilityListener([this](QAccessibleEvent& event) {
+    explicit ScreenReader(MainWindowWorld& w)
+        : grid_(w.main.CalenderView()), bridge_(w.platform.Accessibility) {
+        bridge_.Listen([this](QAccessibleEvent& event) {
             QAccessibleInterface* target = event.accessibleInterface();
             events.push_back({event.type(), event.child(), target,
                               target != nullptr ? target->text(QAccessible::Name) : QString()});
         });
     }
-    ~ScreenReader() { grid_.SetAccessibilityListener(nullptr); }
+    ~ScreenReader() { bridge_.Listen(nullptr); }
     ScreenReader(const ScreenReader&) = delete;
     ScreenReader& operator=(const ScreenReader&) = delete;
 
@@ -77,6 +79,7 @@ struct ScreenReader {
 
   private:
     SurfaceWidget& grid_;
+    FakeAccessibilityBridge& bridge_;
 };
 
 }  // namespace kelvane::testing

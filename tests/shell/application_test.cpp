@@ -133,9 +133,9 @@ TEST(Application, AFileNamedOnTheCommandLineLoadsOnceTheWindowIsShownWithoutSpla
     TestWorld world;
     VisibilityRecordingMessages messages;
     FakePlatform& fake = world.platform;
-    const Platform services{messages,       fake.Clock,      fake.Random,
-                            fake.Directory, fake.FileDialog, fake.ColourDialog,
-                            fake.Fonts,     fake.Settings,   fake.Instance};
+    const Platform services{messages,        fake.Clock,        fake.Random, fake.Directory,
+                            fake.FileDialog, fake.ColourDialog, fake.Fonts,  fake.Settings,
+                            fake.Instance,   fake.Accessibility};
     RecordingStartupDialogs dialogs;
     Application application(services, dialogs);
     application.Start(QStringLiteral("  /no/such/plans.cal  "));

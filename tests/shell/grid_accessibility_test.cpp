@@ -102,7 +102,7 @@ TEST(GridAccessibility, TodayAndTheSelectedDateAreMarkedInTheirStates) {
 
 TEST(GridAccessibility, KeyboardMovesAreAnnouncedAsSelectionAndFocus) {
     MainWindowWorld w;
-    ScreenReader reader(w.main.CalenderView());
+    ScreenReader reader(w);
     w.ShowWindow();
     w.main.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&w.main));

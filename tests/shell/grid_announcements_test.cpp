@@ -39,7 +39,7 @@ TEST(GridAnnouncements, TheSelectedCellsFocusFollowsTheTablesOwn) {
     w.ShowWindow();
     w.main.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&w.main));
-    ScreenReader reader(w.main.CalenderView());
+    ScreenReader reader(w);
     w.main.CalenderView().setFocus(Qt::TabFocusReason);
     EXPECT_FALSE(reader.Heard(QAccessible::Focus, CellIndex(0, 6)));
     QCoreApplication::processEvents();
@@ -55,7 +55,7 @@ TEST(GridAnnouncements, ShiftTabBackToTheGridEndsOnTheDay) {
     QWidget* panel = w.main.CalenderView().nextInFocusChain();
     panel->setFocus(Qt::MouseFocusReason);
     ASSERT_FALSE(w.main.CalenderView().hasFocus());
-    ScreenReader reader(w.main.CalenderView());
+    ScreenReader reader(w);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
     ASSERT_TRUE(w.main.CalenderView().hasFocus());
     EXPECT_FALSE(reader.Heard(QAccessible::Focus, CellIndex(0, 6)));
@@ -66,7 +66,7 @@ TEST(GridAnnouncements, ShiftTabBackToTheGridEndsOnTheDay) {
 TEST(GridAnnouncements, AMovedSelectionLeavesTheOldCellAndTakesTheNewOne) {
     MainWindowWorld w;
     ShowWithTheKeyboardOnTheGrid(w);
-    ScreenReader reader(w.main.CalenderView());
+    ScreenReader reader(w);
     QTest::keyClick(&w.main.CalenderView(), Qt::Key_Right);
     EXPECT_TRUE(reader.Heard(QAccessible::SelectionRemove, CellIndex(0, 6)));
     EXPECT_TRUE(reader.Heard(QAccessible::Selection, CellIndex(1, 0)));
@@ -80,7 +80,7 @@ TEST(GridAnnouncements, AMovedSelectionLeavesTheOldCellAndTakesTheNewOne) {
 TEST(GridAnnouncements, AChangedCellSendsItsNewNameAndNoOtherCellDoes) {
     MainWindowWorld w;
     w.ShowWindow();
-    ScreenReader reader(w.main.CalenderView());
+    ScreenReader reader(w);
     Retitle(w, 17, QStringLiteral("Sprint review"));
     EXPECT_EQ(reader.Count(QAccessible::NameChanged), 1);
     ASSERT_TRUE(reader.Heard(QAccessible::NameChanged, CellIndex(2, 2)));
@@ -94,7 +94,7 @@ TEST(GridAnnouncements, AChangedCellSendsItsNewNameAndNoOtherCellDoes) {
 TEST(GridAnnouncements, AnotherMonthRenamesTheTableAndItsCells) {
     MainWindowWorld w;
     w.ShowWindow();
-    ScreenReader reader(w.main.CalenderView());
+    ScreenReader reader(w);
     w.main.ShowMonth(4);
     EXPECT_TRUE(reader.Heard(QAccessible::NameChanged, -1));
     EXPECT_EQ(Grid(w)->text(QAccessible::Name), QStringLiteral("April"));
@@ -110,7 +110,7 @@ TEST(GridAnnouncements, AnotherMonthRenamesTheTableAndItsCells) {
 TEST(GridAnnouncements, AMonthWithoutTheSelectedDateSelectsNoCell) {
     MainWindowWorld w;
     ShowWithTheKeyboardOnTheGrid(w);
-    ScreenReader reader(w.main.CalenderView());
+    ScreenReader reader(w);
     w.main.ShowMonth(4);
     EXPECT_TRUE(reader.Heard(QAccessible::SelectionRemove, CellIndex(0, 6)));
     EXPECT_EQ(reader.Count(QAccessible::Selection), 0);
@@ -124,7 +124,7 @@ TEST(GridAnnouncements, AMonthWithoutTheSelectedDateSelectsNoCell) {
 TEST(GridAnnouncements, TheFocusedCellRenamedIsAnnouncedWithItsNewName) {
     MainWindowWorld w;
     ShowWithTheKeyboardOnTheGrid(w);
-    ScreenReader reader(w.main.CalenderView());
+    ScreenReader reader(w);
     Retitle(w, 7, QStringLiteral("Sprint review"));
     EXPECT_TRUE(reader.Heard(QAccessible::NameChanged, CellIndex(0, 6)));
     const HeardEvent focus = reader.Last(QAccessible::Focus);
@@ -135,7 +135,7 @@ TEST(GridAnnouncements, TheFocusedCellRenamedIsAnnouncedWithItsNewName) {
 TEST(GridAnnouncements, ReturningFromTheEditorEndsOnTheDayWithItsNewTitle) {
     MainWindowWorld w;
     ShowWithTheKeyboardOnTheGrid(w);
-    ScreenReader reader(w.main.CalenderView());
+    ScreenReader reader(w);
     w.WhenEditorOpens([](frmEdit& editor) {
         editor.txtTitle->setText(QStringLiteral("Sprint review"));
         editor.cmdOK->click();
@@ -159,7 +159,7 @@ TEST(GridAnnouncements, AReaderThatComesLateHearsTheNextChange) {
     w.ShowWindow();
     w.main.ShowMonth(4);
     w.main.ShowMonth(3);
-    ScreenReader reader(w.main.CalenderView());
+    ScreenReader reader(w);
     Retitle(w, 18, QStringLiteral("Lunch"));
     EXPECT_TRUE(reader.Heard(QAccessible::NameChanged, CellIndex(2, 3)));
 }

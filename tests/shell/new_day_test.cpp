@@ -7,12 +7,6 @@
 namespace kelvane::testing {
 namespace {
 
-void MoveClockTo(MainWindowWorld& w, int year, int month, int day, int hour, int minute,
-                 int second) {
-    w.platform.Clock.Set(year, month, day, hour, minute, second);
-    w.main.Timer1_Timer();
-}
-
 // The day whose cell carries today's colour: more red than the grid's grey.
 qint16 MarkedToday(MainWindowWorld& w) {
     w.ShowWindow();
@@ -40,7 +34,7 @@ TEST(NewDay, TheFirstTickAfterMidnightListsAndWatchesTheNewDay) {
     ASSERT_EQ(w.ScheduleLines().last(), QStringLiteral("No Schedule Defined"));
     w.TickAt(23, 59, 30);
 
-    MoveClockTo(w, 2026, 3, 8, 0, 0, 10);
+    w.MoveClockTo(2026, 3, 8, 0, 0, 10);
     EXPECT_EQ(w.ScheduleLines().mid(1, 2),
               (QStringList{"Today: 8-3-2026 (Sunday)", "Time to watch:12:01 am"}));
     EXPECT_EQ(w.watch.WatchTime, (ClockTime{0, 1}));
@@ -54,7 +48,7 @@ TEST(NewDay, TodaysMarkMovesAndTheSelectionStays) {
     MainWindowWorld w(2026, 3, 7, 23, 59);
     w.ClickDay(20);
     ASSERT_EQ(MarkedToday(w), 7);
-    MoveClockTo(w, 2026, 3, 8, 0, 0, 10);
+    w.MoveClockTo(2026, 3, 8, 0, 0, 10);
     EXPECT_EQ(MarkedToday(w), 8);
     EXPECT_EQ(w.SelectedDayAndMonth(), (CalDate{0, 20, 3}));
     EXPECT_EQ(w.HighlightedDay(), 20);
@@ -62,7 +56,7 @@ TEST(NewDay, TodaysMarkMovesAndTheSelectionStays) {
 
 TEST(NewDay, ANewMonthIsShownWhenTheOldOneWas) {
     MainWindowWorld w(2026, 3, 31, 23, 59);
-    MoveClockTo(w, 2026, 4, 1, 0, 0, 10);
+    w.MoveClockTo(2026, 4, 1, 0, 0, 10);
     EXPECT_EQ(w.main.Calender1().GetDisplayMonth(), 4);
     EXPECT_TRUE(w.main.Menu().Months[4]->isChecked());
     EXPECT_FALSE(w.main.Menu().Months[3]->isChecked());
@@ -72,7 +66,7 @@ TEST(NewDay, ANewMonthIsShownWhenTheOldOneWas) {
 TEST(NewDay, AnotherShownMonthStaysShown) {
     MainWindowWorld w(2026, 3, 31, 23, 59);
     w.main.ShowMonth(6);
-    MoveClockTo(w, 2026, 4, 1, 0, 0, 10);
+    w.MoveClockTo(2026, 4, 1, 0, 0, 10);
     EXPECT_EQ(w.main.Calender1().GetDisplayMonth(), 6);
     EXPECT_TRUE(w.main.Menu().Months[6]->isChecked());
 }
@@ -83,7 +77,7 @@ TEST(NewDay, AnExaminedDateStaysBesideTheNewToday) {
     w.AddActivity(3, 8, QStringLiteral("Brunch"), 11, 0);
     w.ClickDay(20);
     w.main.Menu().mnuEditExamineDate_Selected->trigger();
-    MoveClockTo(w, 2026, 3, 8, 0, 0, 10);
+    w.MoveClockTo(2026, 3, 8, 0, 0, 10);
     const QStringList lines = w.ScheduleLines();
     EXPECT_EQ(lines.mid(1, 2),
               (QStringList{"Today: 8-3-2026 (Sunday)", "Other: 20-3-2000(Friday)"}));
@@ -97,7 +91,7 @@ TEST(NewDay, ExaminingTheDateThatBecomesTodayEndsTheExamination) {
     w.ClickDay(8);
     w.main.Menu().mnuEditExamineDate_Selected->trigger();
     ASSERT_TRUE(w.watch.ExamineActive);
-    MoveClockTo(w, 2026, 3, 8, 0, 0, 10);
+    w.MoveClockTo(2026, 3, 8, 0, 0, 10);
     EXPECT_FALSE(w.watch.ExamineActive);
     EXPECT_EQ(w.ScheduleLines().count(QStringLiteral("Brunch")), 1);
     w.TickAt(11, 0, 5);
@@ -110,7 +104,7 @@ TEST(NewDay, WhileTheEditorIsOpenTheNewDayWaitsForItToClose) {
     w.ClickDay(12);
     QStringList linesWhileOpen;
     w.WhenEditorOpens([&](frmEdit& editor) {
-        MoveClockTo(w, 2026, 3, 8, 0, 0, 10);
+        w.MoveClockTo(2026, 3, 8, 0, 0, 10);
         linesWhileOpen = w.ScheduleLines();
         editor.cmdCancel->click();
     });

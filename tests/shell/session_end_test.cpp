@@ -121,7 +121,7 @@ TEST(SessionEnd, ASaveRequestWhileTheEditorIsOpenMakesACopyAndLeavesTheEditAlone
     QString firstActivityAfterCopy;
     w.WhenEditorOpens([&](frmEdit& editor) {
         editor.txtTitle->setText(QStringLiteral("Typed"));
-        w.main.KeepUnsavedChanges();
+        w.main.WriteRecoveryCopyIfNeeded();
         loadedAfterCopy = w.store.calender.CurrentEntryDate;
         firstActivityAfterCopy = w.store.appointments.AppointmentList[1].Description.Trimmed();
         EXPECT_TRUE(editor.isVisible());
@@ -174,8 +174,8 @@ TEST(SessionEnd, TheWatchStopsAndASecondEndDoesNothing) {
 TEST(SessionEnd, RepeatedRequestsAndTheEndMakeOneCopyListedOnce) {
     SessionWorld session;
     session.EditFifthOfMay();
-    session.w.main.KeepUnsavedChanges();
-    session.w.main.KeepUnsavedChanges();
+    session.w.main.WriteRecoveryCopyIfNeeded();
+    session.w.main.WriteRecoveryCopyIfNeeded();
     session.w.main.EndSession();
     ASSERT_EQ(session.CopiesMade(), QStringList{"unsaved-2026-03-07-174509.cal"});
     const RecentFileList& recent = session.w.main.Commands().RecentFiles();
@@ -187,7 +187,7 @@ TEST(SessionEnd, RepeatedRequestsAndTheEndMakeOneCopyListedOnce) {
 TEST(SessionEnd, AChangeAfterACopyGetsACopyOfItsOwn) {
     SessionWorld session;
     session.EditFifthOfMay();
-    session.w.main.KeepUnsavedChanges();
+    session.w.main.WriteRecoveryCopyIfNeeded();
     session.w.AddActivity(5, 5, QStringLiteral("Fireworks"), 22, 0);
     session.w.main.EndSession();
     EXPECT_EQ(session.CopiesMade(),
@@ -200,7 +200,7 @@ TEST(SessionEnd, TheCopyLeavesTheStatusBarAlone) {
     SessionWorld session;
     session.EditFifthOfMay();
     session.w.main.sbStatusBar().ShowMessage(QStringLiteral("Edit Done"));
-    session.w.main.KeepUnsavedChanges();
+    session.w.main.WriteRecoveryCopyIfNeeded();
     EXPECT_EQ(session.CopiesMade().size(), 1);
     EXPECT_EQ(session.w.main.sbStatusBar().Message(), QStringLiteral("Edit Done"));
 }
@@ -214,7 +214,7 @@ TEST(SessionEnd, ASaveRequestKeepsWhatIsTypedIntoTheOpenEditor) {
     w.WhenEditorOpens([&](frmEdit& editor) {
         editor.txtTitle->setText(QStringLiteral("  Typed  "));
         editor.txtNotes->setPlainText(QStringLiteral("one\ntwo"));
-        w.main.KeepUnsavedChanges();
+        w.main.WriteRecoveryCopyIfNeeded();
         EXPECT_EQ(w.store.calender.CurrentEntry.Title.Trimmed(), QString());
         editor.cmdCancel->click();
     });
@@ -243,7 +243,7 @@ TEST(SessionEnd, AnOpenEditorWithNothingChangedMakesNoCopy) {
     w.ClickDay(12);
     bool kept = false;
     w.WhenEditorOpens([&](frmEdit& editor) {
-        kept = w.main.KeepUnsavedChanges();
+        kept = w.main.WriteRecoveryCopyIfNeeded();
         editor.cmdCancel->click();
     });
     w.main.mnuEditDate_Click();

@@ -75,7 +75,7 @@ void TypeIntoTheEditorOnceOpen() {
 void OpenTheEditorAndType(Application& application) {
     frmMain& main = *application.MainWindow();
     main.ShowMonth(5);
-    main.Calender1().MoveSelection(CalDate{2000, 5, 5});
+    main.Calender1().SelectDateAndShowItsMonth(CalDate{2000, 5, 5});
     TypeIntoTheEditorOnceOpen();
     main.mnuEditDate_Click();
 }
@@ -89,9 +89,9 @@ int main(int argc, char* argv[]) {
 
     QtPlatform real;
     PrintedMessageBoxes messages;
-    const Platform services{messages,       real.Clock,      real.Random,
-                            real.Directory, real.FileDialog, real.ColourDialog,
-                            real.Fonts,     real.Settings,   real.Instance};
+    const Platform services{messages,        real.Clock,        real.Random, real.Directory,
+                            real.FileDialog, real.ColourDialog, real.Fonts,  real.Settings,
+                            real.Instance,   real.Accessibility};
     NoStartupDialogs dialogs;
     Application application(services, dialogs);
     const QStringList arguments = QApplication::arguments();

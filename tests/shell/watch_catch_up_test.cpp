@@ -13,12 +13,6 @@
 namespace kelvane::testing {
 namespace {
 
-void MoveClockTo(MainWindowWorld& w, int year, int month, int day, int hour, int minute,
-                 int second) {
-    w.platform.Clock.Set(year, month, day, hour, minute, second);
-    w.main.Timer1_Timer();
-}
-
 TEST(WatchCatchUp, WhatTheEditorHeldIsShownAndRebuiltAsSoonAsItCloses) {
     NineOClockWorld world;
     MainWindowWorld& w = world.w;
@@ -139,7 +133,7 @@ TEST(WatchCatchUp, ErasingTheListedDateWhileTheQuestionWaitsOverMidnightTakesItO
     w.ClickDay(7);
     w.platform.Messages.WhileShown = [&](const MessageBoxRequest& box) {
         if (box.Text == QStringLiteral("Delete Date?")) {
-            MoveClockTo(w, 2026, 3, 8, 0, 0, 10);
+            w.MoveClockTo(2026, 3, 8, 0, 0, 10);
         }
     };
     w.platform.Messages.Answer(MessageAnswer::Yes);
@@ -157,7 +151,7 @@ TEST(WatchCatchUp, EditingTheListedDateInAnEditorOpenOverMidnightShowsTheEditAtO
     MainWindowWorld& w = world.w;
     w.ClickDay(7);
     w.WhenEditorOpens([&](frmEdit& editor) {
-        MoveClockTo(w, 2026, 3, 8, 0, 0, 10);
+        w.MoveClockTo(2026, 3, 8, 0, 0, 10);
         editor.tabEdit->setCurrentIndex(1);
         editor.lstSchedule->setCurrentRow(0);
         editor.cmdDelete->click();
@@ -182,7 +176,7 @@ TEST(WatchCatchUp, AHoldOverMidnightAnnouncesTheNewDaysStartsAndEndsOnceAfterIt)
     w.ClickDay(12);
     w.WhenEditorOpens([&](frmEdit& editor) {
         w.TickAt(23, 59, 30);
-        MoveClockTo(w, 2026, 3, 8, 0, 0, 10);
+        w.MoveClockTo(2026, 3, 8, 0, 0, 10);
         w.WalkTo(0, 3);
         editor.cmdCancel->click();
     });
@@ -203,7 +197,7 @@ TEST(WatchCatchUp, TheFirstTickOfANewDayAnnouncesWhatStartedAtMidnight) {
     w.AddActivity(3, 8, QStringLiteral("Bells"), 0, 0);
     w.watch.BuildTodaysSchedule();
     w.TickAt(23, 59, 30);
-    MoveClockTo(w, 2026, 3, 8, 0, 0, 10);
+    w.MoveClockTo(2026, 3, 8, 0, 0, 10);
     EXPECT_EQ(w.ShownTexts(), QStringList{"Activities Starting/Ending\rstarting Bells"});
     w.TickAt(0, 0, 50);
     EXPECT_EQ(w.ShownTexts().size(), 1);
@@ -270,7 +264,7 @@ TEST(WatchCatchUp, AMachineThatSleptOverMidnightAnnouncesNeitherDaysMissedMinute
     w.AddActivity(3, 8, QStringLiteral("Alarm"), 7, 0, 7, 5);
     w.watch.BuildTodaysSchedule();
     w.TickAt(22, 0, 30);
-    MoveClockTo(w, 2026, 3, 8, 7, 5, 10);
+    w.MoveClockTo(2026, 3, 8, 7, 5, 10);
     EXPECT_EQ(w.ShownTexts(), QStringList{"Activities Starting\rending Alarm"});
     EXPECT_EQ(w.ScheduleLines().at(1), QStringLiteral("Today: 8-3-2026 (Sunday)"));
 }

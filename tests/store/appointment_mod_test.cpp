@@ -1,113 +1,20 @@
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-
 #include <gtest/gtest.h>
 
+#include <QFile>
+
+#include "store/AppointmentStoreTest.h"
 #include "support/EveryScript.h"
-#include "support/TestWorld.h"
 
 namespace kelvane {
 namespace {
 
+using testing::AppointmentStoreTest;
+using testing::Entry;
+using testing::kAppointmentBlockBytes;
+using testing::kAppointmentFileName;
+using testing::kAppointmentRecordBytes;
 using testing::kEveryScript;
-using testing::TestWorld;
 using testing::Utf16Le;
-
-const QString kFileName = QStringLiteral("~tempAppoint.tmp");
-constexpr qint64 kRecordBytes = 108;
-constexpr qint64 kBlockBytes = 40 * kRecordBytes;
-
-Appointment Entry(const QString& description, ClockTime start, ClockTime end = {-1, 0}) {
-    Appointment appointment;
-    appointment.Description = description;
-    appointment.StartTime = start;
-    appointment.EndTime = end;
-    return appointment;
-}
-
-class AppointmentStoreTest : public ::testing::Test {
-  protected:
-    void SetUp() override { world.OpenStores(); }
-
-    qint64 FileSize() const { return QFileInfo(world.FilePath(kFileName)).size(); }
-
-    TestWorld world;
-    AppointmentMOD& store = world.appointments;
-};
-
-TEST(MakeDateKey, IsMonthThenDayWithTwoDigitsEach) {
-    EXPECT_EQ(MakeDateKey(1, 1), QStringLiteral("0101"));
-    EXPECT_EQ(MakeDateKey(12, 31), QStringLiteral("1231"));
-    EXPECT_EQ(MakeDateKey(3, 7), QStringLiteral("0307"));
-    EXPECT_EQ(MakeDateKey(2, 29), QStringLiteral("0229"));
-}
-
-TEST(FormatClockTime, TwelveHourStyle) {
-    EXPECT_EQ(FormatClockTime({0, 5}, 0), QStringLiteral("12:05 am"));
-    EXPECT_EQ(FormatClockTime({9, 7}, 0), QStringLiteral("9:07 am"));
-    EXPECT_EQ(FormatClockTime({11, 59}, 0), QStringLiteral("11:59 am"));
-    EXPECT_EQ(FormatClockTime({12, 0}, 0), QStringLiteral("12:00 pm"));
-    EXPECT_EQ(FormatClockTime({13, 30}, 0), QStringLiteral("1:30 pm"));
-    EXPECT_EQ(FormatClockTime({23, 45}, 0), QStringLiteral("11:45 pm"));
-}
-
-TEST(FormatClockTime, TwentyFourHourStyle) {
-    EXPECT_EQ(FormatClockTime({13, 30}, 1), QStringLiteral("13:30"));
-    EXPECT_EQ(FormatClockTime({9, 7}, 1), QStringLiteral("9:07"));
-    EXPECT_EQ(FormatClockTime({0, 0}, 1), QStringLiteral("0:00"));
-    EXPECT_EQ(FormatClockTime({9, 7}, -3), QStringLiteral("9:07"));
-}
-
-TEST(AppointmentRecord, HasTheFixed108ByteLayout) {
-    const QByteArray record = EncodeAppointment(Entry(QStringLiteral("Lunch"), {12, 30}, {-1, 0}));
-    ASSERT_EQ(record.size(), 108);
-    EXPECT_EQ(record.left(100), Utf16Le(QStringLiteral("Lunch").leftJustified(50, u' ')));
-    EXPECT_EQ(record.mid(100), QByteArray("\x0c\x00\x1e\x00\xff\xff\x00\x00", 8));
-}
-
-TEST(AppointmentRecord, HoldsTheDescriptionInUtf16LittleEndian) {
-    // L with stroke, o acute, d, z acute, a blank and U+1F389 as D83C DF89.
-    const QByteArray description("\x41\x01\xf3\x00\x64\x00\x7a\x01\x20\x00\x3c\xd8\x89\xdf", 14);
-    QByteArray expected = description;
-    for (int blank = 7; blank < 50; ++blank) {
-        expected.append(" \x00", 2);
-    }
-    expected.append("\x09\x00\x1e\x00\x0a\x00\x2d\x00", 8);  // 9:30 to 10:45
-    ASSERT_EQ(expected.size(), 108);
-    EXPECT_EQ(EncodeAppointment(
-                  Entry(QStringLiteral("\u0141\u00f3d\u017a \U0001F389"), {9, 30}, {10, 45})),
-              expected);
-}
-
-TEST(AppointmentRecord, RoundTrips) {
-    const Appointment entry = Entry(QStringLiteral("Caf\u00e9 \u20ac"), {23, 59}, {-1, 0});
-    EXPECT_EQ(DecodeAppointment(EncodeAppointment(entry)), entry);
-}
-
-TEST(AppointmentRecord, TextInEveryScriptRoundTrips) {
-    ASSERT_LE(kEveryScript.size(), 50);
-    const Appointment entry = Entry(kEveryScript, {7, 5}, {8, 0});
-    const QByteArray record = EncodeAppointment(entry);
-    EXPECT_EQ(record.left(2 * kEveryScript.size()), Utf16Le(kEveryScript));
-    const Appointment read = DecodeAppointment(record);
-    EXPECT_EQ(read, entry);
-    EXPECT_EQ(read.Description.Trimmed(), kEveryScript);
-}
-
-TEST(AppointmentRecord, NulsReadAsBlanksAndTimesAsZero) {
-    const Appointment read = DecodeAppointment(QByteArray(108, '\0'));
-    EXPECT_EQ(read.Description.Value(), QString(50, u' '));
-    EXPECT_EQ(read.StartTime, (ClockTime{0, 0}));
-    EXPECT_EQ(read.EndTime, (ClockTime{0, 0}));
-}
-
-TEST(AppointmentRecord, ADescriptionCutInsideAnEmojiDropsIt) {
-    const Appointment entry =
-        Entry(QString(49, u'x') + QStringLiteral("\U0001F389"), {9, 0}, {10, 0});
-    EXPECT_EQ(entry.Description.Value(), QString(49, u'x') + QLatin1Char(' '));
-    EXPECT_EQ(EncodeAppointment(entry).left(100), Utf16Le(QString(49, u'x') + QLatin1Char(' ')));
-}
 
 TEST_F(AppointmentStoreTest, InitNumbersTheDaySlotsInCalendarOrder) {
     EXPECT_EQ(store.DayIndex[1].Key.Value(), QStringLiteral("0101 "));
@@ -118,9 +25,9 @@ TEST_F(AppointmentStoreTest, InitNumbersTheDaySlotsInCalendarOrder) {
         EXPECT_EQ(entry.Block, 0);
     }
     EXPECT_EQ(store.AppointmentBlockCount, 0);
-    EXPECT_EQ(store.AppointmentFileName, world.FilePath(kFileName));
+    EXPECT_EQ(store.AppointmentFileName, world.FilePath(kAppointmentFileName));
     EXPECT_GT(store.AppointmentFileNumber, 0);
-    EXPECT_TRUE(QFile::exists(world.FilePath(kFileName)));
+    EXPECT_TRUE(QFile::exists(world.FilePath(kAppointmentFileName)));
     EXPECT_TRUE(world.platform.Messages.Shown.isEmpty());
 }
 
@@ -161,12 +68,12 @@ TEST_F(AppointmentStoreTest, SavingAnEmptyListWithABlockWritesFortyEmptyRecords)
     store.ClearAppointmentList();
     store.SaveAppointments(QStringLiteral("0315"));
     EXPECT_EQ(store.AppointmentBlockCount, 1);
-    EXPECT_EQ(FileSize(), kBlockBytes);
+    EXPECT_EQ(FileSize(), kAppointmentBlockBytes);
     QByteArray empty;
     for (int i = 0; i < 40; ++i) {
         empty += EncodeAppointment(Appointment{});
     }
-    EXPECT_EQ(world.ReadFile(kFileName), empty);
+    EXPECT_EQ(world.ReadFile(kAppointmentFileName), empty);
 }
 
 TEST_F(AppointmentStoreTest, SaveAndLoadRoundTripAllFortyEntries) {
@@ -189,8 +96,9 @@ TEST_F(AppointmentStoreTest, TextInEveryScriptRoundTripsThroughTheFile) {
         Entry(QStringLiteral("\u05d9\u05d5\u05dd \u05d4\u05d5\u05dc\u05d3\u05ea"), {12, 0});
     const AppointmentSlots saved = store.AppointmentList;
     store.SaveAppointments(QStringLiteral("0229"));
-    EXPECT_EQ(FileSize(), kBlockBytes);
-    EXPECT_EQ(world.ReadFile(kFileName).left(2 * kEveryScript.size()), Utf16Le(kEveryScript));
+    EXPECT_EQ(FileSize(), kAppointmentBlockBytes);
+    EXPECT_EQ(world.ReadFile(kAppointmentFileName).left(2 * kEveryScript.size()),
+              Utf16Le(kEveryScript));
 
     store.ClearAppointmentList();
     store.LoadAppointments(QStringLiteral("0229"));
@@ -214,7 +122,7 @@ TEST_F(AppointmentStoreTest, AGapEndsTheCountButTheEntryBehindItIsStored) {
     store.LoadAppointments(QStringLiteral("0101"));
     EXPECT_EQ(store.CountAppointments(), 1);
     EXPECT_EQ(store.AppointmentList[3].Description.Trimmed(), QStringLiteral("third"));
-    EXPECT_EQ(world.ReadFile(kFileName).mid(2 * kRecordBytes, 10),
+    EXPECT_EQ(world.ReadFile(kAppointmentFileName).mid(2 * kAppointmentRecordBytes, 10),
               Utf16Le(QStringLiteral("third")));
 }
 
@@ -232,16 +140,16 @@ TEST_F(AppointmentStoreTest, BlocksFollowTheOrderOfFirstSaving) {
     EXPECT_EQ(store.DayIndex[366].Block, 1);
     EXPECT_EQ(store.DayIndex[1].Block, 2);
     EXPECT_EQ(store.AppointmentBlockCount, 2);
-    EXPECT_EQ(FileSize(), 2 * kBlockBytes);
+    EXPECT_EQ(FileSize(), 2 * kAppointmentBlockBytes);
 
-    const QByteArray bytes = world.ReadFile(kFileName);
+    const QByteArray bytes = world.ReadFile(kAppointmentFileName);
     EXPECT_EQ(bytes.mid(0, 28), Utf16Le(QStringLiteral("New Year's Eve")));
-    EXPECT_EQ(bytes.mid(kBlockBytes, 20), Utf16Le(QStringLiteral("New Year  ")));
+    EXPECT_EQ(bytes.mid(kAppointmentBlockBytes, 20), Utf16Le(QStringLiteral("New Year  ")));
 
     store.AppointmentList[1] = Entry(QStringLiteral("changed"), {1, 0});
     store.SaveAppointments(QStringLiteral("1231"));
     EXPECT_EQ(store.AppointmentBlockCount, 2);
-    EXPECT_EQ(world.ReadFile(kFileName).mid(0, 14), Utf16Le(QStringLiteral("changed")));
+    EXPECT_EQ(world.ReadFile(kAppointmentFileName).mid(0, 14), Utf16Le(QStringLiteral("changed")));
 }
 
 TEST_F(AppointmentStoreTest, DeleteClearsTheListAndTheStoredBlock) {
@@ -305,10 +213,10 @@ TEST_F(AppointmentStoreTest, KeysAreNotValidatedBeyondTheSlotNumber) {
 TEST_F(AppointmentStoreTest, CloseDeletesTheFileAndKeepsTheNumber) {
     const qint16 number = store.AppointmentFileNumber;
     store.CloseAppointmentStore();
-    EXPECT_FALSE(QFile::exists(world.FilePath(kFileName)));
+    EXPECT_FALSE(QFile::exists(world.FilePath(kAppointmentFileName)));
     EXPECT_EQ(store.AppointmentFileNumber, number);
     store.CloseAppointmentStore();  // a second close is harmless
-    EXPECT_FALSE(QFile::exists(world.FilePath(kFileName)));
+    EXPECT_FALSE(QFile::exists(world.FilePath(kAppointmentFileName)));
 }
 
 TEST_F(AppointmentStoreTest, SavingAfterCloseIsQuietAndCreatesNoFile) {
@@ -317,7 +225,7 @@ TEST_F(AppointmentStoreTest, SavingAfterCloseIsQuietAndCreatesNoFile) {
     store.SaveAppointments(QStringLiteral("0101"));
     store.DeleteAppointments(QStringLiteral("0101"));
     EXPECT_TRUE(world.platform.Messages.Shown.empty());
-    EXPECT_FALSE(QFile::exists(world.FilePath(kFileName)));
+    EXPECT_FALSE(QFile::exists(world.FilePath(kAppointmentFileName)));
 }
 
 TEST_F(AppointmentStoreTest, CloseGivesTheFileNumberBack) {
@@ -338,91 +246,6 @@ TEST_F(AppointmentStoreTest, ReinitialisingStartsOverWithNoBlocks) {
     store.LoadAppointments(QStringLiteral("0101"));
     EXPECT_EQ(store.CountAppointments(), 0);
 }
-
-TEST(AppointmentStore, AnExistingFileIsReusedAndOverwrittenFromBlockOne) {
-    TestWorld world;
-    {
-        QFile stale(world.FilePath(kFileName));
-        ASSERT_TRUE(stale.open(QIODevice::WriteOnly));
-        stale.write(QByteArray(3 * kBlockBytes, 'x'));
-    }
-    world.OpenStores();
-    AppointmentMOD& store = world.appointments;
-    store.AppointmentList[1] = Entry(QStringLiteral("fresh"), {8, 0});
-    store.SaveAppointments(QStringLiteral("0606"));
-    EXPECT_EQ(store.DayIndex[31 + 29 + 31 + 30 + 31 + 6].Block, 1);
-    const QByteArray bytes = world.ReadFile(kFileName);
-    EXPECT_EQ(bytes.size(), 3 * kBlockBytes);
-    EXPECT_EQ(bytes.left(10), Utf16Le(QStringLiteral("fresh")));
-    EXPECT_EQ(bytes.mid(kBlockBytes, 1), QByteArray("x"));
-}
-
-// The program directory cannot hold the file: here a directory stands in its way.
-// Without its file the store keeps the schedules in memory.
-TEST(AppointmentStore, AFileThatCannotBeOpenedIsReportedOnceAndKeepsItAllInMemory) {
-    TestWorld world;
-    ASSERT_TRUE(QDir(world.directory.path()).mkdir(kFileName));
-    world.appointments.InitAppointmentStore();
-    AppointmentMOD& store = world.appointments;
-    EXPECT_EQ(store.AppointmentFileNumber, 0);
-    ASSERT_EQ(world.platform.Messages.Shown.size(), 1);
-    EXPECT_EQ(world.platform.Messages.Shown[0].Text,
-              QStringLiteral("Could not open a 'temporary' file.\r"
-                             "Make sure there is enough space on 'drive'"));
-    EXPECT_EQ(world.platform.Messages.Shown[0].Title, QStringLiteral("Kelvane"));
-    EXPECT_EQ(world.platform.Messages.Shown[0].Buttons, MessageButtons::Ok);
-
-    store.AppointmentList[1] = Entry(QStringLiteral("in memory"), {8, 0});
-    store.SaveAppointments(QStringLiteral("0101"));
-    store.ClearAppointmentList();
-    store.LoadAppointments(QStringLiteral("0101"));
-    EXPECT_EQ(store.CountAppointments(), 1);
-    EXPECT_EQ(store.AppointmentList[1].Description.Trimmed(), QStringLiteral("in memory"));
-    store.DeleteAppointments(QStringLiteral("0101"));
-    store.LoadAppointments(QStringLiteral("0101"));
-    EXPECT_EQ(store.CountAppointments(), 0);
-    store.CloseAppointmentStore();
-    EXPECT_TRUE(QFileInfo(world.FilePath(kFileName)).isDir());
-    EXPECT_EQ(world.platform.Messages.Shown.size(), 1);
-}
-
-TEST(AppointmentStore, AMissingProgramDirectoryIsReportedOnce) {
-    TestWorld world(QStringLiteral("/nonexistent-kelvane-dir/sub"));
-    world.appointments.InitAppointmentStore();
-    EXPECT_EQ(world.appointments.AppointmentFileNumber, 0);
-    world.appointments.AppointmentList[1] = Entry(QStringLiteral("x"), {8, 0});
-    world.appointments.SaveAppointments(QStringLiteral("0101"));
-    EXPECT_EQ(world.platform.Messages.Shown.size(), 1);
-    EXPECT_FALSE(QFileInfo::exists(QStringLiteral("/nonexistent-kelvane-dir")));
-}
-
-#ifdef Q_OS_LINUX
-// A full disk: the file opens, but nothing written reaches it. The person is
-// told once, and the schedules wait in memory.
-TEST(AppointmentStore, AFullDiskIsReportedOnceAndLosesNothing) {
-    TestWorld world;
-    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/full"), world.FilePath(kFileName)));
-    world.appointments.InitAppointmentStore();
-    ASSERT_GT(world.appointments.AppointmentFileNumber, 0);
-    EXPECT_TRUE(world.platform.Messages.Shown.isEmpty());
-    for (const char* key : {"0101", "0102", "0101"}) {
-        world.appointments.AppointmentList[1] = Entry(QString::fromLatin1(key), {8, 0});
-        world.appointments.SaveAppointments(QString::fromLatin1(key));
-    }
-    ASSERT_EQ(world.platform.Messages.Shown.size(), 1);
-    EXPECT_EQ(world.platform.Messages.Shown[0].Text,
-              QStringLiteral("Could not write a 'temporary' file.\r"
-                             "Make sure there is enough space on 'drive'\r"
-                             "Nothing is lost: the schedule is kept in memory until it can be "
-                             "written."));
-    for (const char* key : {"0101", "0102"}) {
-        world.appointments.LoadAppointments(QString::fromLatin1(key));
-        EXPECT_EQ(world.appointments.CountAppointments(), 1);
-        EXPECT_EQ(world.appointments.AppointmentList[1].Description.Trimmed(),
-                  QString::fromLatin1(key));
-    }
-}
-#endif
 
 }  // namespace
 }  // namespace kelvane

@@ -1,60 +1,19 @@
-#include <QBuffer>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-
 #include <gtest/gtest.h>
 
-#include "support/EveryScript.h"
-#include "support/TestWorld.h"
+#include <QDir>
+#include <QFile>
+
+#include "store/DiaryStoreTest.h"
 
 namespace kelvane {
 namespace {
 
+using testing::DiaryStoreTest;
 using testing::kEveryScriptNote;
+using testing::kNoteFileName;
+using testing::kNoteRecordBytes;
+using testing::NoteRecord;
 using testing::TestWorld;
-using testing::Utf16Le;
-
-const QString kDiaryFileName = QStringLiteral("~tmpDiaryCal");
-constexpr qint64 kNoteRecordBytes = 1600;
-
-// A note record: the text padded with blanks to 800 characters.
-QByteArray NoteRecord(const QString& text) {
-    return Utf16Le(text.leftJustified(800, QLatin1Char(' ')));
-}
-
-class DiaryStoreTest : public ::testing::Test {
-  protected:
-    void SetUp() override { world.OpenStores(); }
-
-    qint64 FileSize() const { return QFileInfo(world.FilePath(kDiaryFileName)).size(); }
-
-    TestWorld world;
-    DiaryMOD& diary = world.diary;
-};
-
-TEST(DayOfYearSlot, CountsTheSlotsOfTheMonthsBefore) {
-    TestWorld world;
-    const MonthLengths& days = world.module1.DaysInMonth;
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0101"), days), 1);
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0131"), days), 31);
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0201"), days), 32);
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0229"), days), 60);
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0301"), days), 61);
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("1231"), days), 366);
-}
-
-TEST(DayOfYearSlot, ChecksNothingElse) {
-    TestWorld world;
-    const MonthLengths& days = world.module1.DaysInMonth;
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0231"), days), 62);
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0100"), days), 0);
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("0015"), days), 15);  // month 0 adds nothing
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("-115"), days), 15);  // nor does a negative one
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("1299"), days), 335 + 99);
-    EXPECT_EQ(DayOfYearSlot(QStringLiteral("1301"), days), std::nullopt);
-    EXPECT_EQ(DayOfYearSlot(QString(), days), 0);
-}
 
 TEST_F(DiaryStoreTest, InitStartsEmptyWithAnOpenFile) {
     EXPECT_EQ(diary.NoteRecordCount, 0);
@@ -63,10 +22,10 @@ TEST_F(DiaryStoreTest, InitStartsEmptyWithAnOpenFile) {
     for (qint16 record : diary.NoteIndex) {
         EXPECT_EQ(record, 0);
     }
-    EXPECT_EQ(diary.DiaryFileName, world.FilePath(kDiaryFileName));
+    EXPECT_EQ(diary.DiaryFileName, world.FilePath(kNoteFileName));
     EXPECT_NE(diary.DiaryFileNumber, 0);
     EXPECT_NE(diary.DiaryFileNumber, world.appointments.AppointmentFileNumber);
-    EXPECT_TRUE(QFile::exists(world.FilePath(kDiaryFileName)));
+    EXPECT_TRUE(QFile::exists(world.FilePath(kNoteFileName)));
 }
 
 TEST_F(DiaryStoreTest, TellsWhetherADateHasAStoredNoteWithoutTouchingTheBuffer) {
@@ -97,7 +56,7 @@ TEST_F(DiaryStoreTest, SavingABlankNoteOverADateWithARecordOverwritesIt) {
     diary.NoteBuffer = QString();
     diary.SaveNote(QStringLiteral("0704"));
     EXPECT_EQ(diary.NoteRecordCount, 1);
-    EXPECT_EQ(world.ReadFile(kDiaryFileName), NoteRecord(QString()));
+    EXPECT_EQ(world.ReadFile(kNoteFileName), NoteRecord(QString()));
 }
 
 TEST_F(DiaryStoreTest, RecordsAre1600BytesInTheOrderOfFirstSaving) {
@@ -108,7 +67,7 @@ TEST_F(DiaryStoreTest, RecordsAre1600BytesInTheOrderOfFirstSaving) {
     EXPECT_EQ(diary.NoteIndex[359 + 1], 1);
     EXPECT_EQ(diary.NoteIndex[1], 2);
     EXPECT_EQ(FileSize(), 2 * kNoteRecordBytes);
-    const QByteArray bytes = world.ReadFile(kDiaryFileName);
+    const QByteArray bytes = world.ReadFile(kNoteFileName);
     EXPECT_EQ(bytes.left(kNoteRecordBytes), NoteRecord(QStringLiteral("December")));
     EXPECT_EQ(bytes.mid(kNoteRecordBytes), NoteRecord(QStringLiteral("January\r\nsecond line")));
 }
@@ -122,13 +81,13 @@ TEST_F(DiaryStoreTest, ARecordHoldsTheNoteInUtf16LittleEndian) {
         expected.append(" \x00", 2);
     }
     ASSERT_EQ(expected.size(), 1600);
-    EXPECT_EQ(world.ReadFile(kDiaryFileName), expected);
+    EXPECT_EQ(world.ReadFile(kNoteFileName), expected);
 }
 
 TEST_F(DiaryStoreTest, TextInEveryScriptRoundTripsThroughTheFile) {
     diary.NoteBuffer = kEveryScriptNote;
     diary.SaveNote(QStringLiteral("0229"));
-    EXPECT_EQ(world.ReadFile(kDiaryFileName), NoteRecord(kEveryScriptNote));
+    EXPECT_EQ(world.ReadFile(kNoteFileName), NoteRecord(kEveryScriptNote));
     diary.NoteBuffer = QStringLiteral("something else");
     diary.LoadNote(QStringLiteral("0229"));
     EXPECT_EQ(diary.NoteBuffer.Trimmed(), kEveryScriptNote);
@@ -138,7 +97,7 @@ TEST_F(DiaryStoreTest, NulsInARecordReadAsBlanks) {
     diary.NoteBuffer = QStringLiteral("x");
     diary.SaveNote(QStringLiteral("0101"));
     {
-        QFile file(world.FilePath(kDiaryFileName));
+        QFile file(world.FilePath(kNoteFileName));
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
         ASSERT_TRUE(file.seek(2));
         ASSERT_EQ(file.write(QByteArray(4, '\0')), 4);
@@ -164,7 +123,7 @@ TEST_F(DiaryStoreTest, ClearBlanksTheBufferAndTheRecord) {
     diary.SaveNote(QStringLiteral("0505"));
     diary.ClearNote(QStringLiteral("0505"));
     EXPECT_TRUE(diary.NoteBuffer.IsBlank());
-    EXPECT_EQ(world.ReadFile(kDiaryFileName), NoteRecord(QString()));
+    EXPECT_EQ(world.ReadFile(kNoteFileName), NoteRecord(QString()));
     diary.ClearNote(QStringLiteral("0606"));  // no record: nothing written
     EXPECT_EQ(diary.NoteRecordCount, 1);
     EXPECT_EQ(FileSize(), kNoteRecordBytes);
@@ -186,7 +145,7 @@ TEST_F(DiaryStoreTest, KeysOutsideTheYearLeaveEverythingAsItWas) {
 
 TEST_F(DiaryStoreTest, CloseDeletesTheFileAndResetsTheNumber) {
     diary.CloseDiaryStore();
-    EXPECT_FALSE(QFile::exists(world.FilePath(kDiaryFileName)));
+    EXPECT_FALSE(QFile::exists(world.FilePath(kNoteFileName)));
     EXPECT_EQ(diary.DiaryFileNumber, 0);
     diary.CloseDiaryStore();
     EXPECT_EQ(diary.DiaryFileNumber, 0);
@@ -234,7 +193,7 @@ TEST_F(DiaryStoreTest, ADamagedSectionLeavesTheBufferAsItWas) {
 // Without its file the store keeps the notes in memory.
 TEST(DiaryStore, AFileThatCannotBeOpenedIsReportedOnceAndKeepsItAllInMemory) {
     TestWorld world;
-    ASSERT_TRUE(QDir(world.directory.path()).mkdir(kDiaryFileName));
+    ASSERT_TRUE(QDir(world.directory.path()).mkdir(kNoteFileName));
     world.diary.InitDiaryStore();
     EXPECT_EQ(world.diary.DiaryFileNumber, 0);
     ASSERT_EQ(world.platform.Messages.Shown.size(), 1);
@@ -251,7 +210,7 @@ TEST(DiaryStore, AFileThatCannotBeOpenedIsReportedOnceAndKeepsItAllInMemory) {
     world.diary.LoadNote(QStringLiteral("0101"));
     EXPECT_TRUE(world.diary.NoteBuffer.IsBlank());
     world.diary.CloseDiaryStore();
-    EXPECT_TRUE(QFileInfo(world.FilePath(kDiaryFileName)).isDir());
+    EXPECT_TRUE(QFileInfo(world.FilePath(kNoteFileName)).isDir());
     EXPECT_EQ(world.platform.Messages.Shown.size(), 1);
 }
 
@@ -259,7 +218,7 @@ TEST(DiaryStore, AFileThatCannotBeOpenedIsReportedOnceAndKeepsItAllInMemory) {
 // The person is told once, and the notes wait in memory.
 TEST(DiaryStore, AFullDiskIsReportedOnceAndLosesNothing) {
     TestWorld world;
-    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/full"), world.FilePath(kDiaryFileName)));
+    ASSERT_TRUE(QFile::link(QStringLiteral("/dev/full"), world.FilePath(kNoteFileName)));
     world.diary.InitDiaryStore();
     ASSERT_NE(world.diary.DiaryFileNumber, 0);
     for (const char* key : {"0101", "0102"}) {

@@ -49,6 +49,11 @@ void MainWindowWorld::TickAt(int hour, int minute, int second) {
     main.Timer1_Timer();
 }
 
+void MainWindowWorld::MoveClockTo(int year, int month, int day, int hour, int minute, int second) {
+    platform.Clock.Set(year, month, day, hour, minute, second);
+    main.Timer1_Timer();
+}
+
 void MainWindowWorld::WalkTo(int hour, int minute) {
     const QTime now = platform.Clock.Now.time();
     for (int step = now.hour() * 60 + now.minute() + 1; step <= hour * 60 + minute; ++step) {

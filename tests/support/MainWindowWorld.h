@@ -30,6 +30,8 @@ struct MainWindowWorld {
                      qint16 startMinute, qint16 endHour = -1, qint16 endMinute = 0);
     // Moves the clock to a time of today and lets the timer tick once.
     void TickAt(int hour, int minute, int second = 0);
+    // Moves the clock to a date and time and lets the timer tick once.
+    void MoveClockTo(int year, int month, int day, int hour, int minute, int second);
     // Lets the timer tick once a minute, at 5 seconds past, from the clock's
     // next minute up to and including hour:minute of today.
     void WalkTo(int hour, int minute);
