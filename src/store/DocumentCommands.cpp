@@ -243,11 +243,34 @@ bool DocumentCommands::LoadFile(QString fileName) {
 // `keepUnsaved`: unsaved changes go to a copy of their own before the file is
 // put into the document; without a copy the file is not loaded.
 bool DocumentCommands::Load(const QString& fileName, bool keepUnsaved) {
+    CalendarFileContent content;
+    if (!ReadWholeFile(fileName, content)) {
+        return false;
+    }
+    QString keptIn;
+    if (keepUnsaved && store_.module1.CalendarDirty) {
+        keptIn = SaveUnsavedCopy();
+        if (keptIn.isEmpty()) {
+            ShowCritical(kCannotKeepUnsaved);
+            return false;
+        }
+    }
+    PutIntoDocument(content);
+    FinishLoad(fileName, content.Settings);
+    if (!keptIn.isEmpty()) {
+        AddRecentFile(keptIn);
+        window_.ShowStatus(QStringLiteral("Successful Load - unsaved changes kept in ") +
+                           BareFileName(keptIn, recent_.Rules()) + QStringLiteral(" (File > 1)"));
+    }
+    return true;
+}
+
+// Reads the file into `content`, or says why it cannot be loaded.
+bool DocumentCommands::ReadWholeFile(const QString& fileName, CalendarFileContent& content) {
     if (!FileExists(fileName)) {
         ShowCritical(QStringLiteral("File dosen't exist"));
         return false;
     }
-    CalendarFileContent content;
     const CalendarFileReport report = ReadCalendarFileNamed(fileName, content);
     if (report.Status == CalendarFileStatus::Unrecognized) {
         ShowCritical(QStringLiteral("Don't recognize file"));
@@ -258,35 +281,20 @@ bool DocumentCommands::Load(const QString& fileName, bool keepUnsaved) {
                      QString::number(report.DamagedLine));
         return false;
     }
-
-    QString keptIn;
-    if (keepUnsaved && store_.module1.CalendarDirty) {
-        keptIn = SaveUnsavedCopy();
-        if (keptIn.isEmpty()) {
-            ShowCritical(kCannotKeepUnsaved);
-            return false;
-        }
-    }
-
-    {
-        // The dates are stored one by one; the month is drawn once, at the end.
-        const RedrawsHeld held(monthView_);
-        {
-            // The walk selects every date it fills; the person's selection comes back.
-            const SelectionKept kept(monthView_);
-            ApplyDocument(store_, monthView_, content,
-                          [this](const QString& text) { window_.ShowStatus(text); });
-        }
-        window_.ShowStatus(QStringLiteral("Successful Load"));
-        monthView_.Display();
-    }
-    FinishLoad(fileName, content.Settings);
-    if (!keptIn.isEmpty()) {
-        AddRecentFile(keptIn);
-        window_.ShowStatus(QStringLiteral("Successful Load - unsaved changes kept in ") +
-                           BareFileName(keptIn, recent_.Rules()) + QStringLiteral(" (File > 1)"));
-    }
     return true;
+}
+
+void DocumentCommands::PutIntoDocument(const CalendarFileContent& content) {
+    // The dates are stored one by one; the month is drawn once, at the end.
+    const RedrawsHeld held(monthView_);
+    {
+        // The walk selects every date it fills; the person's selection comes back.
+        const SelectionKept kept(monthView_);
+        ApplyDocument(store_, monthView_, content,
+                      [this](const QString& text) { window_.ShowStatus(text); });
+    }
+    window_.ShowStatus(QStringLiteral("Successful Load"));
+    monthView_.Display();
 }
 
 void DocumentCommands::FinishLoad(const QString& fileName, const CalendarFileSettings& settings) {

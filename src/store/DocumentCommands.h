@@ -88,6 +88,8 @@ class DocumentCommands {
     bool IsLastCopy(const QByteArray& content) const;
     QString UnsavedCopyName(const QString& folder) const;
     void FinishSave(const QString& fileName);
+    bool ReadWholeFile(const QString& fileName, CalendarFileContent& content);
+    void PutIntoDocument(const CalendarFileContent& content);
     void FinishLoad(const QString& fileName, const CalendarFileSettings& settings);
     void ShowDocumentName(const QString& fileName);
 

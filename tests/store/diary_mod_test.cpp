@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 
+#include "calfile/LineWriter.h"
 #include "store/DiaryStoreTest.h"
 
 namespace kelvane {
