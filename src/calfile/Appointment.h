@@ -16,7 +16,7 @@ struct Appointment {
 // -1 when a is earlier than b, 1 when later, 0 when both are the same minute.
 int CompareClockTime(const ClockTime& a, const ClockTime& b);
 // True when a is an earlier minute than b.
-inline bool Before(const ClockTime& a, const ClockTime& b) {
+inline bool ClockTimeBefore(const ClockTime& a, const ClockTime& b) {
     return CompareClockTime(a, b) < 0;
 }
 

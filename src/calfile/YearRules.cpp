@@ -12,19 +12,6 @@ namespace {
 constexpr int kKnownYear = 2000;
 constexpr int kKnownWeekday = 7;
 
-// The weekday of 1 January of `year`, counted from the known one over years of
-// `daysInYear` days each.
-qint16 FirstWeekdayCountedBy(int year, int (*daysInYear)(int)) {
-    qint64 shift = 0;
-    for (int y = kKnownYear; y < year; ++y) {
-        shift += daysInYear(y);
-    }
-    for (int y = year; y < kKnownYear; ++y) {
-        shift -= daysInYear(y);
-    }
-    return static_cast<qint16>(((kKnownWeekday - 1 + shift) % 7 + 7) % 7 + 1);
-}
-
 }  // namespace
 
 qint16 LeapYearRule(int year) {
@@ -42,16 +29,21 @@ int DaysInCalendarYear(int year) {
     return 365 + LeapYearRule(year);
 }
 
-int DaysInGregorianYear(int year) {
-    return QDate::isLeapYear(year) ? 366 : 365;
-}
-
+// Counted from the known weekday over the lengths of the years between.
 qint16 FirstWeekdayOfCalendarYear(int year) {
-    return FirstWeekdayCountedBy(year, DaysInCalendarYear);
+    qint64 shift = 0;
+    for (int y = kKnownYear; y < year; ++y) {
+        shift += DaysInCalendarYear(y);
+    }
+    for (int y = year; y < kKnownYear; ++y) {
+        shift -= DaysInCalendarYear(y);
+    }
+    return static_cast<qint16>(((kKnownWeekday - 1 + shift) % 7 + 7) % 7 + 1);
 }
 
 qint16 FirstWeekdayOfGregorianYear(int year) {
-    return FirstWeekdayCountedBy(year, DaysInGregorianYear);
+    // QDate counts Monday as 1 and Sunday as 7.
+    return static_cast<qint16>(QDate(year, 1, 1).dayOfWeek() % 7 + 1);
 }
 
 YearMonthDays MonthDaysOf(bool leap) {

@@ -17,14 +17,10 @@ qint16 LeapYearRule(int year);
 // Days in a year by the calendar's own leap-year rule: 365 or 366.
 int DaysInCalendarYear(int year);
 
-// Days in a year of the common (Gregorian) calendar, the one iCalendar dates
-// follow: 365 or 366.
-int DaysInGregorianYear(int year);
-
 // The weekday of 1 January of a year, 1 = Sunday .. 7 = Saturday, counted
 // from 1 January 2000 (a Saturday) over years as long as the calendar's own
 // leap-year rule makes them; it differs from the common calendar's before
-// 1901 and after 2099.
+// 1901 and after 2200.
 qint16 FirstWeekdayOfCalendarYear(int year);
 
 // The weekday of 1 January of a year of the common (Gregorian) calendar,

@@ -197,9 +197,9 @@ void ActivityWatch::PlaceLatest(int slot, int count) {
 // end in the hour 0 is never watched for.
 void ActivityWatch::ConsiderWatchCandidate(const Appointment& activity, bool& found) {
     const ClockTime now = Now();
-    const bool underWay = activity.EndTime.Hour > 0 && !Before(now, activity.StartTime);
+    const bool underWay = activity.EndTime.Hour > 0 && !ClockTimeBefore(now, activity.StartTime);
     const ClockTime candidate = underWay ? activity.EndTime : activity.StartTime;
-    if (Before(candidate, WatchTime) && Before(now, candidate)) {
+    if (ClockTimeBefore(candidate, WatchTime) && ClockTimeBefore(now, candidate)) {
         WatchTime = candidate;
         found = true;
     }
@@ -210,7 +210,7 @@ void ActivityWatch::ListCurrent(int count) {
     const ClockTime now = Now();
     for (int slot = 1; slot <= count; ++slot) {
         const Appointment& activity = ScheduleSlots[slot];
-        if (!Before(now, activity.StartTime) && activity.EndTime.Hour >= 0 &&
+        if (!ClockTimeBefore(now, activity.StartTime) && activity.EndTime.Hour >= 0 &&
             !After(now, activity.EndTime)) {
             schedule_.AddLine(QString());
             schedule_.AddLine(QStringLiteral("CURRENT ACTIVITIES"));
@@ -240,15 +240,16 @@ void ActivityWatch::ListGroup(int count, const QString& heading, InGroup inGroup
 
 void ActivityWatch::ListDue(int count) {
     const ClockTime now = Now();
-    ListGroup(count, QStringLiteral("ACTIVITIES DUE"),
-              [&now](const Appointment& activity) { return Before(now, activity.StartTime); });
+    ListGroup(count, QStringLiteral("ACTIVITIES DUE"), [&now](const Appointment& activity) {
+        return ClockTimeBefore(now, activity.StartTime);
+    });
 }
 
 // An activity without an end counts as done from its start minute on.
 void ActivityWatch::ListDone(int count) {
     const ClockTime now = Now();
     ListGroup(count, QStringLiteral("ACTIVITIES DONE"), [&now](const Appointment& activity) {
-        return After(now, activity.EndTime) && !Before(now, activity.StartTime);
+        return After(now, activity.EndTime) && !ClockTimeBefore(now, activity.StartTime);
     });
 }
 

@@ -49,7 +49,7 @@ void ActivityWatch::WatchTick() {
     SkipMinutesWithoutTicks();
     // After a day with nothing pending WatchTime is 23:59, which the clock
     // never passes: a new date rebuilds too.
-    if (!Held() && (DateMoved() || Before(WatchTime, Now()))) {
+    if (!Held() && (DateMoved() || ClockTimeBefore(WatchTime, Now()))) {
         BuildTodaysSchedule();
     }
     LookAtTheClock();
@@ -104,7 +104,7 @@ void ActivityWatch::LookAtTheClock() {
     if (ScheduleDate != CalDate{} && now.Date != ScheduleDate) {
         return;
     }
-    if (!Before(now.Time, WatchTime)) {
+    if (!ClockTimeBefore(now.Time, WatchTime)) {
         QueueAlertsUpTo(now);
     }
     lookedThrough_ = now;

@@ -1,6 +1,5 @@
 #include <algorithm>
 
-#include "calfile/YearRules.h"
 #include "kelvane_cal/ical/CalendarFacts.h"
 #include "kelvane_cal/ical/Importer.h"
 
@@ -87,7 +86,7 @@ bool Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape, const 
         dates_.AddTitle(date.month, date.day, summary);
         dates_.AddNote(date.month, date.day, description);
     }
-    return placed.Days.count() < static_cast<std::size_t>(DaysInGregorianYear(request_.Year)) + 1;
+    return placed.Days.count() < static_cast<std::size_t>(icaltime_days_in_year(request_.Year)) + 1;
 }
 
 icaltimetype Importer::LocalAt(qint64 key, const icaltimetype& start) const {
