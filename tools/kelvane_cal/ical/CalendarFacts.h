@@ -22,8 +22,6 @@ QString NoteOf(const CalendarFileDate& date);
 // The note's lines.
 QStringList NoteLines(const QString& note);
 
-// "January" .. "December".
-QString MonthName(int month);
 // "7 March".
 QString DayAndMonth(int month, int day);
 // A time on the 24-hour clock with two-digit hours: "09:05".
