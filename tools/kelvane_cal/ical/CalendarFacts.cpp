@@ -1,7 +1,6 @@
 #include "kelvane_cal/ical/CalendarFacts.h"
 
 #include "calfile/Conversions.h"
-#include "calfile/NoteText.h"
 #include "calfile/YearRules.h"
 
 namespace kelvane::cal {
@@ -18,10 +17,6 @@ std::vector<NumberedActivity> ActivitiesOf(const CalendarFileDate& date) {
 
 QString NoteOf(const CalendarFileDate& date) {
     return Trim(date.Note);
-}
-
-QStringList NoteLines(const QString& note) {
-    return WithCrLfBreaks(note).split(QStringLiteral("\r\n"));
 }
 
 QString DayAndMonth(int month, int day) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 #include <vector>
 
@@ -19,8 +18,6 @@ struct NumberedActivity {
 std::vector<NumberedActivity> ActivitiesOf(const CalendarFileDate& date);
 // The date's note without leading and trailing blanks; empty when it has none.
 QString NoteOf(const CalendarFileDate& date);
-// The note's lines.
-QStringList NoteLines(const QString& note);
 
 // "7 March".
 QString DayAndMonth(int month, int day);
