@@ -5,28 +5,11 @@
 #include <limits>
 
 #include "calfile/ReplacingFile.h"
+#include "calfile/YearRules.h"
 
 namespace kelvane {
 
 namespace {
-
-struct MonthDefault {
-    const char* name;
-    qint16 days;
-};
-
-constexpr std::array<MonthDefault, 12> kMonthDefaults = {{{"January", 31},
-                                                          {"February", 28},
-                                                          {"March", 31},
-                                                          {"April", 30},
-                                                          {"May", 31},
-                                                          {"June", 30},
-                                                          {"July", 31},
-                                                          {"August", 31},
-                                                          {"September", 30},
-                                                          {"October", 31},
-                                                          {"November", 30},
-                                                          {"December", 31}}};
 
 bool IsWeekday(int number) {
     return number >= 1 && number <= 7;
@@ -227,11 +210,12 @@ qint16 Calender::SetLeapYearAndFirstWeekday(qint16 yy) {
 }
 
 void Calender::LayOutMonths(qint16 firstDay) {
+    const YearMonthDays commonYear = MonthDaysOf(false);
     int first = firstDay;
     for (std::size_t i = 0; i < Months.size(); ++i) {
         MonthInfo& month = Months[i];
-        month.Name = QString::fromLatin1(kMonthDefaults[i].name);
-        month.Days = kMonthDefaults[i].days;
+        month.Name = kelvane::MonthName(static_cast<int>(i) + 1);
+        month.Days = commonYear[i];
         if (i == 1) {
             month.Days = static_cast<qint16>(month.Days + LeapYear);
         }

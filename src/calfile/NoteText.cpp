@@ -7,27 +7,33 @@
 
 namespace kelvane {
 
-namespace {
-
-const QString kCrLf = QStringLiteral("\r\n");
-
-}  // namespace
-
 QString WithCrLfBreaks(const QString& text) {
     QString normal = text;
-    normal.replace(kCrLf, QStringLiteral("\n"));
+    normal.replace(kNoteLineBreak, QStringLiteral("\n"));
     normal.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    normal.replace(QLatin1Char('\n'), kCrLf);
+    normal.replace(QLatin1Char('\n'), kNoteLineBreak);
     return normal;
 }
 
+QStringList NoteLines(const QString& note) {
+    return WithCrLfBreaks(note).split(kNoteLineBreak);
+}
+
+QString NoteFromLfBreaks(QString text) {
+    return text.replace(QLatin1Char('\n'), kNoteLineBreak);
+}
+
+QString NoteWithLfBreaks(QString note) {
+    return note.replace(kNoteLineBreak, QLatin1String("\n"));
+}
+
 void WriteNoteSection(LineWriter& out, const QString& note) {
-    const QString text = WithCrLfBreaks(Trim(note));
+    const QString text = Trim(note);
     if (text.isEmpty()) {
         out.WriteNumber(0);
         return;
     }
-    const QStringList lines = text.split(kCrLf);
+    const QStringList lines = NoteLines(text);
     out.WriteNumber(1);
     out.WriteNumber(lines.size() - 1);
     for (const QString& line : lines) {
@@ -58,7 +64,10 @@ bool ReadNoteSection(LineReader& in, QString& note) {
         }
         // Lines past the note's length are read past but not kept.
         if (text.size() <= NoteLength) {
-            text += (i > 0 ? kCrLf : QString()) + line;
+            if (i > 0) {
+                text += kNoteLineBreak;
+            }
+            text += line;
         }
     }
     note = CutText(text, NoteLength);

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "calfile/Records.h"
+
 namespace kelvane {
 
 namespace {
@@ -47,7 +49,11 @@ qint16 FirstWeekdayOfGregorianYear(int year) {
 }
 
 YearMonthDays MonthDaysOf(bool leap) {
-    return {31, static_cast<qint16>(leap ? 29 : 28), 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    YearMonthDays days = SlotsPerMonth;
+    if (!leap) {
+        days[1] = static_cast<qint16>(days[1] - 1);  // the file's February always has 29 slots
+    }
+    return days;
 }
 
 int DayOfYear(const YearMonthDays& monthDays, int month, int day) {
@@ -65,6 +71,16 @@ QString WeekdayName(qint16 weekday) {
         return QStringLiteral("No Day");
     }
     return QString::fromLatin1(kNames[weekday - 1]);
+}
+
+QString MonthName(int month) {
+    static const char* const kNames[] = {"January",   "February", "March",    "April",
+                                         "May",       "June",     "July",     "August",
+                                         "September", "October",  "November", "December"};
+    if (month < 1 || month > 12) {
+        return QString();
+    }
+    return QString::fromLatin1(kNames[month - 1]);
 }
 
 }  // namespace kelvane

@@ -6,7 +6,8 @@
 #include <array>
 
 // The rules of the calendar's year: which years are leap, the weekday of 1
-// January, the day of the year and the weekdays' names.
+// January, the months' lengths, the day of the year and the names of the
+// weekdays and months.
 namespace kelvane {
 
 // The leap-year rule of the calendar: divisible by 4 is leap, then divisible
@@ -30,7 +31,8 @@ qint16 FirstWeekdayOfGregorianYear(int year);
 // The lengths of the twelve months of a year, January first.
 using YearMonthDays = std::array<qint16, 12>;
 
-// The month lengths of a year: February has 29 days in a leap year, else 28.
+// The month lengths of a year: February has 29 days in a leap year, else 28;
+// the other months have as many days as a calendar file has slots for them.
 YearMonthDays MonthDaysOf(bool leap);
 
 // The day of the year of `day` in `month`, 1 January being 1: the day plus
@@ -40,5 +42,9 @@ int DayOfYear(const YearMonthDays& monthDays, int month, int day);
 
 // "Sunday" for 1 .. "Saturday" for 7, "No Day" for any other number.
 QString WeekdayName(qint16 weekday);
+
+// "January" for 1 .. "December" for 12, empty for any other number. The
+// program's texts are English whatever the system's language.
+QString MonthName(int month);
 
 }  // namespace kelvane

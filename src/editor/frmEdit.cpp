@@ -7,6 +7,7 @@
 #include <QTextDocument>
 #include <QVBoxLayout>
 
+#include "calfile/NoteText.h"
 #include "editor/InputLimit.h"
 #include "gui/NamedWidgets.h"
 #include "gui/Twips.h"
@@ -22,14 +23,10 @@ constexpr double kPageHeightTwips = 4200;
 // The tab strip's frame reaches this far beyond the pages.
 constexpr double kFrameMarginTwips = 120;
 
-// The note is stored with CR LF line breaks: every break the box shows takes
-// two of the note's characters.
-QString NoteAsStored(QString typed) {
-    return typed.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
-}
-
+// Every line break the box shows takes as many of the stored note's
+// characters as the note's line break.
 qsizetype StoredNoteLength(QStringView typed) {
-    return typed.size() + typed.count(u'\n');
+    return typed.size() + typed.count(u'\n') * (kNoteLineBreak.size() - 1);
 }
 
 }  // namespace
@@ -242,8 +239,7 @@ void frmEdit::Form_Load(const MonthViewControl& monthView) {
         sampleFont.setPointSize(fontSize);
     }
     Colours->lblSample->setFont(sampleFont);
-    QString notes = Trim(store_.diary.NoteBuffer.Value());
-    txtNotes->setPlainText(notes.replace(QLatin1String("\r\n"), QLatin1String("\n")));
+    txtNotes->setPlainText(NoteWithLfBreaks(Trim(store_.diary.NoteBuffer.Value())));
     ShowPanel(0);
     store_.module1.EditAccepted = false;
     FillSchedule();
@@ -332,7 +328,7 @@ CalendarFileDate frmEdit::AsAccepted() const {
     date.Day = store_.calender.CurrentEntryDate.Day;
     date.Entry = store_.calender.CurrentEntry;
     date.Entry.Title = Trim(txtTitle->text());
-    date.Note = FixedText<NoteLength>(NoteAsStored(txtNotes->toPlainText())).Value();
+    date.Note = FixedText<NoteLength>(NoteFromLfBreaks(txtNotes->toPlainText())).Value();
     const qint16 count = store_.appointments.CountAppointments();
     for (int entry = 1; entry <= count; ++entry) {
         date.Schedule.push_back(schedule_[entry]);

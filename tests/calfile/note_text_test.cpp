@@ -157,5 +157,28 @@ TEST(NoteSection, DamageIsReportedWithItsLine) {
     }
 }
 
+TEST(NoteLines, SplitsAtLineBreaksOfAnyKind) {
+    EXPECT_EQ(NoteLines(QStringLiteral("one")), QStringList({"one"}));
+    EXPECT_EQ(NoteLines(QStringLiteral("a\r\nb\nc\rd")), QStringList({"a", "b", "c", "d"}));
+    EXPECT_EQ(NoteLines(QStringLiteral("a\r\n\r\nb")), QStringList({"a", "", "b"}));
+    EXPECT_EQ(NoteLines(QStringLiteral("a\n\rb")), QStringList({"a", "", "b"}));
+}
+
+TEST(NoteLines, GivesOneEmptyLineForAnEmptyNote) {
+    EXPECT_EQ(NoteLines(QString()), QStringList({""}));
+}
+
+TEST(NoteLines, GivesAnEmptyLastLineAfterATrailingBreak) {
+    EXPECT_EQ(NoteLines(QStringLiteral("last\r\n")), QStringList({"last", ""}));
+    EXPECT_EQ(NoteLines(QStringLiteral("\r\n")), QStringList({"", ""}));
+}
+
+TEST(NoteLfBreaks, TurnEachLfIntoTheNotesBreakAndBack) {
+    EXPECT_EQ(kNoteLineBreak, QLatin1String("\r\n"));
+    EXPECT_EQ(NoteFromLfBreaks(QStringLiteral("a\nb\n")), QStringLiteral("a\r\nb\r\n"));
+    EXPECT_EQ(NoteFromLfBreaks(QStringLiteral("a\rb")), QStringLiteral("a\rb"));
+    EXPECT_EQ(NoteWithLfBreaks(QStringLiteral("a\r\nb\rc\n")), QStringLiteral("a\nb\rc\n"));
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -1,7 +1,9 @@
 #include <QDate>
+#include <QLocale>
 
 #include <gtest/gtest.h>
 
+#include "calfile/Records.h"
 #include "calfile/YearRules.h"
 
 namespace kelvane {
@@ -90,6 +92,31 @@ TEST(WeekdayName, NamesOneToSeven) {
     EXPECT_EQ(WeekdayName(0), QStringLiteral("No Day"));
     EXPECT_EQ(WeekdayName(8), QStringLiteral("No Day"));
     EXPECT_EQ(WeekdayName(-1), QStringLiteral("No Day"));
+}
+
+TEST(MonthDaysOf, AgreesWithTheFilesDaySlotsInALeapYear) {
+    const YearMonthDays leap = MonthDaysOf(true);
+    for (std::size_t m = 0; m < SlotsPerMonth.size(); ++m) {
+        EXPECT_EQ(leap[m], SlotsPerMonth[m]) << "month " << m + 1;
+    }
+    const YearMonthDays common = MonthDaysOf(false);
+    for (std::size_t m = 0; m < SlotsPerMonth.size(); ++m) {
+        EXPECT_EQ(common[m], SlotsPerMonth[m] - (m == 1 ? 1 : 0)) << "month " << m + 1;
+    }
+}
+
+TEST(MonthName, NamesOneToTwelveInEnglish) {
+    EXPECT_EQ(MonthName(1), QStringLiteral("January"));
+    EXPECT_EQ(MonthName(12), QStringLiteral("December"));
+    for (int month = 1; month <= 12; ++month) {
+        EXPECT_EQ(MonthName(month), QLocale::c().monthName(month, QLocale::LongFormat));
+    }
+}
+
+TEST(MonthName, IsEmptyOutsideOneToTwelve) {
+    EXPECT_EQ(MonthName(0), QString());
+    EXPECT_EQ(MonthName(13), QString());
+    EXPECT_EQ(MonthName(-1), QString());
 }
 
 }  // namespace

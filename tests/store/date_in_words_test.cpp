@@ -18,14 +18,6 @@ class WednesdayYear final : public MonthViewQueries {
     }
 };
 
-TEST(EnglishMonthName, NamesOneToTwelveInEnglish) {
-    EXPECT_EQ(EnglishMonthName(1), QStringLiteral("January"));
-    EXPECT_EQ(EnglishMonthName(9), QStringLiteral("September"));
-    EXPECT_EQ(EnglishMonthName(12), QStringLiteral("December"));
-    EXPECT_EQ(EnglishMonthName(0), QString());
-    EXPECT_EQ(EnglishMonthName(13), QString());
-}
-
 TEST(DateInWords, GivesTheWeekdayTheDayAndTheMonth) {
     const WednesdayYear year;
     EXPECT_EQ(DateInWords(year, 11, 17), QStringLiteral("Wednesday 17 November"));

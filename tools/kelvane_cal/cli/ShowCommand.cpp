@@ -7,6 +7,7 @@
 #include "kelvane_cal/ical/ColourWords.h"
 #include "kelvane_cal/ical/FileYear.h"
 
+#include "calfile/NoteText.h"
 #include "calfile/YearRules.h"
 
 namespace kelvane::cal {

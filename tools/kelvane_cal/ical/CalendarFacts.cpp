@@ -1,9 +1,7 @@
 #include "kelvane_cal/ical/CalendarFacts.h"
 
-#include <array>
-
 #include "calfile/Conversions.h"
-#include "calfile/NoteText.h"
+#include "calfile/YearRules.h"
 
 namespace kelvane::cal {
 
@@ -19,19 +17,6 @@ std::vector<NumberedActivity> ActivitiesOf(const CalendarFileDate& date) {
 
 QString NoteOf(const CalendarFileDate& date) {
     return Trim(date.Note);
-}
-
-QStringList NoteLines(const QString& note) {
-    return WithCrLfBreaks(note).split(QStringLiteral("\r\n"));
-}
-
-QString MonthName(int month) {
-    static const std::array<const char*, 12> kNames = {
-        "January", "February", "March",     "April",   "May",      "June",
-        "July",    "August",   "September", "October", "November", "December"};
-    return month >= 1 && month <= 12
-               ? QString::fromLatin1(kNames[static_cast<std::size_t>(month - 1)])
-               : QString();
 }
 
 QString DayAndMonth(int month, int day) {

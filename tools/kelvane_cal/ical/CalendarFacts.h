@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 #include <vector>
 
@@ -19,11 +18,7 @@ struct NumberedActivity {
 std::vector<NumberedActivity> ActivitiesOf(const CalendarFileDate& date);
 // The date's note without leading and trailing blanks; empty when it has none.
 QString NoteOf(const CalendarFileDate& date);
-// The note's lines.
-QStringList NoteLines(const QString& note);
 
-// "January" .. "December".
-QString MonthName(int month);
 // "7 March".
 QString DayAndMonth(int month, int day);
 // A time on the 24-hour clock with two-digit hours: "09:05".

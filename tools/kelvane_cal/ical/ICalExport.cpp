@@ -10,6 +10,7 @@
 #include "kelvane_cal/ical/TimeKeys.h"
 
 #include "calfile/Conversions.h"
+#include "calfile/NoteText.h"
 
 namespace kelvane::cal {
 

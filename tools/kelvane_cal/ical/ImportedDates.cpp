@@ -8,8 +8,8 @@
 
 #include "calfile/ColourList.h"
 #include "calfile/Conversions.h"
-#include "calfile/NoteText.h"
 #include "calfile/Graphemes.h"
+#include "calfile/NoteText.h"
 #include "calfile/YearRules.h"
 
 namespace kelvane::cal {
@@ -17,7 +17,6 @@ namespace kelvane::cal {
 namespace {
 
 const QString kTitleSeparator = QStringLiteral("; ");
-const QString kNoteLineBreak = QStringLiteral("\r\n");
 
 int SlotOf(int month, int day) {
     if (month < 1 || month > 12 || day < 1 ||
