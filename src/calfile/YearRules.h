@@ -25,7 +25,8 @@ int DaysInCalendarYear(int year);
 qint16 FirstWeekdayOfCalendarYear(int year);
 
 // The weekday of 1 January of a year of the common (Gregorian) calendar,
-// 1 = Sunday .. 7 = Saturday.
+// 1 = Sunday .. 7 = Saturday, for the years 1 to 9999 that QDate knows (the
+// iCalendar import takes 1902 to 9998); year 0 gives 1.
 qint16 FirstWeekdayOfGregorianYear(int year);
 
 // The lengths of the twelve months of a year, January first.

@@ -16,7 +16,7 @@ Appointment EmptySlot() {
     return slot;
 }
 
-bool After(const ClockTime& a, const ClockTime& b) {
+bool ClockTimeAfter(const ClockTime& a, const ClockTime& b) {
     return CompareClockTime(a, b) > 0;
 }
 
@@ -24,7 +24,7 @@ bool After(const ClockTime& a, const ClockTime& b) {
 // first, and of two equal starts the later end.
 bool StartsLater(const Appointment& a, const Appointment& b) {
     const int byStart = CompareClockTime(a.StartTime, b.StartTime);
-    return byStart > 0 || (byStart == 0 && After(a.EndTime, b.EndTime));
+    return byStart > 0 || (byStart == 0 && ClockTimeAfter(a.EndTime, b.EndTime));
 }
 
 QString TimeLine(const Appointment& activity) {
@@ -211,7 +211,7 @@ void ActivityWatch::ListCurrent(int count) {
     for (int slot = 1; slot <= count; ++slot) {
         const Appointment& activity = ScheduleSlots[slot];
         if (!ClockTimeBefore(now, activity.StartTime) && activity.EndTime.Hour >= 0 &&
-            !After(now, activity.EndTime)) {
+            !ClockTimeAfter(now, activity.EndTime)) {
             schedule_.AddLine(QString());
             schedule_.AddLine(QStringLiteral("CURRENT ACTIVITIES"));
             AddActivity(QStringLiteral("* ") + activity.Description.Value(), activity);
@@ -249,7 +249,7 @@ void ActivityWatch::ListDue(int count) {
 void ActivityWatch::ListDone(int count) {
     const ClockTime now = Now();
     ListGroup(count, QStringLiteral("ACTIVITIES DONE"), [&now](const Appointment& activity) {
-        return After(now, activity.EndTime) && !ClockTimeBefore(now, activity.StartTime);
+        return ClockTimeAfter(now, activity.EndTime) && !ClockTimeBefore(now, activity.StartTime);
     });
 }
 

@@ -39,31 +39,61 @@ def rules(root):
     return found
 
 
-def wrong_includes(root, folder, forbidden):
-    for path in sorted((root / folder).rglob("*")):
-        if path.suffix not in SOURCE_SUFFIXES or not path.is_file():
-            continue
-        lines = path.read_text(encoding="utf-8", errors="replace").splitlines()
-        for number, line in enumerate(lines, start=1):
-            match = INCLUDE.match(line)
-            if match and match.group(1).startswith(tuple(forbidden)):
-                yield f"{path.relative_to(root)}:{number}: includes {match.group(1)}, " \
-                      f"which {folder}/ must not depend on"
+FIXTURES = "tests/tools/kelvane_cal/fixtures"
+
+
+def includes_of(path):
+    """(line number, included name) of each #include in a file."""
+    lines = path.read_text(encoding="utf-8", errors="replace").splitlines()
+    for number, line in enumerate(lines, start=1):
+        match = INCLUDE.match(line)
+        if match:
+            yield number, match.group(1)
+
+
+def reached_includes(root, path, seen):
+    """The includes of a file and, for the tests, of the shared fixtures it
+    includes, followed to the end: (file, line, included name)."""
+    for number, name in includes_of(path):
+        yield path, number, name
+        fixture = root / FIXTURES / name.removeprefix("fixtures/")
+        if name.startswith("fixtures/") and fixture.is_file() and fixture not in seen:
+            seen.add(fixture)
+            yield from reached_includes(root, fixture, seen)
+
+
+def sources(root, folder):
+    files = [path for path in sorted((root / folder).rglob("*"))
+             if path.suffix in SOURCE_SUFFIXES and path.is_file()]
+    if not files:
+        raise SystemExit(f"{folder}/ holds no sources: the rules name a folder that is gone")
+    return files
+
+
+def wrong_includes(root, folder, forbidden, checked):
+    for path in sources(root, folder):
+        checked.add(path)
+        for where, number, name in reached_includes(root, path, {path}):
+            if name.startswith(tuple(forbidden)):
+                through = "" if where == path else f" (through {path.relative_to(root)})"
+                yield f"{where.relative_to(root)}:{number}: includes {name}, " \
+                      f"which {folder}/ must not depend on{through}"
 
 
 def main():
     root = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else ".").resolve()
+    checked = set()
     problems = [
         problem
         for folder, forbidden in rules(root)
-        for problem in wrong_includes(root, folder, forbidden)
+        for problem in wrong_includes(root, folder, forbidden, checked)
     ]
     for problem in problems:
         print(problem)
     if problems:
         print(f"{len(problems)} include(s) against the one-way layers")
         return 1
-    print("kelvane-cal's layers include one way")
+    print(f"kelvane-cal's layers include one way ({len(checked)} files checked)")
     return 0
 
 

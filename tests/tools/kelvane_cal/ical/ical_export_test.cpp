@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "fixtures/CalRun.h"
+#include "fixtures/CalFiles.h"
 #include "fixtures/ExportSample.h"
 #include "kelvane_cal/ical/ICalExport.h"
 #include "kelvane_cal/ical/LibIcal.h"

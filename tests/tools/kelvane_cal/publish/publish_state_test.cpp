@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
-#include "fixtures/CalRun.h"
+#include "fixtures/CalFiles.h"
 #include "kelvane_cal/publish/PublishState.h"
 
 // What publish keeps of what it published: a saved state, and a journal that
