@@ -42,6 +42,7 @@ void SurfaceWidget::SetKeys(KeyHandler keys) {
 void SurfaceWidget::SetDescription(const MonthGridDescription* description,
                                    AccessibilityBridge* bridge) {
     QAccessible::installFactory(MonthGridAccessibleFactory);
+    announcer_.SetDescription(description, bridge);
     if (description_ == description) {
         return;
     }
@@ -49,7 +50,6 @@ void SurfaceWidget::SetDescription(const MonthGridDescription* description,
         QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(made));
     }
     description_ = description;
-    announcer_.SetDescription(description, bridge);
 }
 
 void SurfaceWidget::paintEvent(QPaintEvent* event) {

@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <QBuffer>
-
 #include "calfile/CalendarFile.h"
 #include "calfile/ColourList.h"
 #include "support/CalendarFileLines.h"
+#include "support/LinesWritten.h"
 #include "support/QtPrinting.h"
 
 namespace kelvane {
@@ -34,12 +33,7 @@ int DamagedLine(const QByteArray& bytes) {
 }
 
 QByteArray Write(const CalendarFileContent& content) {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    LineWriter out(buffer);
-    WriteCalendarFile(out, content);
-    out.Flush();
-    return buffer.data();
+    return testing::LinesWritten([&content](LineWriter& out) { WriteCalendarFile(out, content); });
 }
 
 CalendarFileSettings DefaultSettings() {

@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "calfile/LineWriter.h"
+#include "support/LinesWritten.h"
 
 namespace kelvane {
 namespace {
+
+using testing::LinesWritten;
 
 // A device that takes only so many bytes, like a disk that fills up.
 class FullDevice final : public QBuffer {
@@ -51,21 +54,14 @@ TEST(LineWriter, WritesNumbersWithTheirBlanksAndListsWithout) {
 }
 
 TEST(LineWriter, WritesUtf8) {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    LineWriter out(buffer);
-    out.WriteText(QStringLiteral("Caf\u00e9 \u20ac"));
-    out.Flush();
-    EXPECT_EQ(buffer.data(), QByteArray("Caf\xc3\xa9 \xe2\x82\xac\r\n"));
+    EXPECT_EQ(
+        LinesWritten([](LineWriter& out) { out.WriteText(QStringLiteral("Caf\u00e9 \u20ac")); }),
+        QByteArray("Caf\xc3\xa9 \xe2\x82\xac\r\n"));
 }
 
 TEST(LineWriter, LineBreaksInsideATextBecomeBlanks) {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    LineWriter out(buffer);
-    out.WriteText(QStringLiteral("a\r\nb\nc"));
-    out.Flush();
-    EXPECT_EQ(buffer.data(), QByteArray("a  b c\r\n"));
+    EXPECT_EQ(LinesWritten([](LineWriter& out) { out.WriteText(QStringLiteral("a\r\nb\nc")); }),
+              QByteArray("a  b c\r\n"));
 }
 
 TEST(LineWriter, HandsItsLinesOverWhenItGoesAway) {

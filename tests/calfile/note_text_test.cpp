@@ -1,9 +1,9 @@
-#include <QBuffer>
 
 #include <gtest/gtest.h>
 
 #include "calfile/NoteText.h"
 #include "support/EveryScript.h"
+#include "support/LinesWritten.h"
 
 namespace kelvane {
 namespace {
@@ -12,12 +12,7 @@ using testing::kEveryScriptNote;
 
 // The note section of `note` as the calendar file holds it.
 QByteArray SectionOf(const QString& note) {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    LineWriter out(buffer);
-    WriteNoteSection(out, note);
-    out.Flush();
-    return buffer.data();
+    return testing::LinesWritten([&note](LineWriter& out) { WriteNoteSection(out, note); });
 }
 
 TEST(NoteSection, AnEmptyNoteIsOneZeroLine) {

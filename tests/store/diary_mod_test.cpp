@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <QBuffer>
 #include <QDir>
 #include <QFile>
 
-#include "calfile/LineWriter.h"
 #include "store/DiaryStoreTest.h"
+#include "support/LinesWritten.h"
 
 namespace kelvane {
 namespace {
@@ -166,12 +165,8 @@ TEST_F(DiaryStoreTest, ReinitialisingStartsOver) {
 
 TEST_F(DiaryStoreTest, WriteNoteToFileWritesTheTrimmedBuffer) {
     diary.NoteBuffer = QStringLiteral("  hello\r\nworld  ");
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    LineWriter out(buffer);
-    diary.WriteNoteToFile(out);
-    out.Flush();
-    EXPECT_EQ(buffer.data(), QByteArray(" 1 \r\n 1 \r\nhello\r\nworld\r\n"));
+    EXPECT_EQ(testing::LinesWritten([this](LineWriter& out) { diary.WriteNoteToFile(out); }),
+              QByteArray(" 1 \r\n 1 \r\nhello\r\nworld\r\n"));
 }
 
 TEST_F(DiaryStoreTest, ReadNoteFromFileFillsTheBuffer) {

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <QBuffer>
 #include <QFile>
 
 #include "store/DocumentFile.h"
 #include "support/CalendarFileLines.h"
 #include "support/DocumentWorld.h"
+#include "support/LinesWritten.h"
 
 namespace kelvane {
 namespace {
@@ -20,13 +20,10 @@ QByteArray DataFile(const QString& name) {
 }
 
 QByteArray WriteToBytes(DocumentWorld& world, ViewFlags flags = {}) {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    LineWriter out(buffer);
-    WriteDocument(world.store, world.calender, flags, out,
-                  [&world](const QString& text) { world.window.ShowStatus(text); });
-    out.Flush();
-    return buffer.data();
+    return testing::LinesWritten([&world, flags](LineWriter& out) {
+        WriteDocument(world.store, world.calender, flags, out,
+                      [&world](const QString& text) { world.window.ShowStatus(text); });
+    });
 }
 
 void Load(DocumentWorld& world, const QByteArray& bytes) {
