@@ -170,7 +170,10 @@ bool CompareWithCurl(const YearFile& year, const QString& collection, const Timi
         "into an empty calendar\n",
         "curl", curl.WallSeconds, curl.CpuSeconds, puts.size(), qPrintable(connections));
     if (curl.Failed > 0) {
-        std::printf("    %d of them failed %s\n", curl.Failed, qPrintable(curl.Problem.trimmed()));
+        std::printf("    %d of them failed\n", curl.Failed);
+    }
+    if (!curl.Problem.isEmpty()) {
+        std::printf("    %s\n", qPrintable(curl.Problem.trimmed()));
     }
     std::printf("    kelvane-cal/curl, first run: wall %.2f, CPU %.2f\n",
                 first.WallSeconds / curl.WallSeconds, first.CpuSeconds / curl.CpuSeconds);
