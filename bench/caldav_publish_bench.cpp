@@ -1,14 +1,17 @@
 // kelvane-cal publish of a whole year to CalDAV servers on this machine: the
 // first run, which creates every event, and a second with nothing changed,
 // which only asks for the ETags. Each is timed, with the CPU time kelvane-cal
-// itself used.
+// itself used. Then curl sends the first run's PUTs (the same URLs in the
+// collection, bodies and headers, taken from publish's own plan) one after
+// the other on one kept-alive connection into an empty calendar of the same
+// kind: the time the server itself needs, which no client can beat.
 //
 //   caldav_publish_bench [DATES [ACTIVITIES]]    (366 dates of 39 activities)
 //
-// The full size goes to Cyrus IMAP's CalDAV server. Radicale, the tests'
-// server, looks through every stored event each time it stores a new one, so
-// a full year would take it hours; it gets the same dates with two
-// activities each.
+// The full size goes to Cyrus IMAP's CalDAV server; curl gets a fresh server
+// of its own. Radicale, the tests' server, looks through every stored event
+// each time it stores a new one, so a full year would take it hours; it gets
+// the same dates with two activities each, and curl a second calendar there.
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTextStream>
@@ -18,7 +21,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "CurlPuts.h"
 #include "CyrusCalDav.h"
+#include "FirstPublishPuts.h"
 #include "fixtures/RadicaleServer.h"
 #include "kelvane_cal/cli/Commands.h"
 
@@ -73,9 +78,15 @@ double CpuSeconds() {
            static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
 
-// One publish, with its summary line; false when it failed.
-bool TimedPublish(const char* label, const QStringList& arguments,
-                  const kelvane::cal::Environment& environment) {
+struct Timing {
+    bool Ok = false;
+    double WallSeconds = 0;
+    double CpuSeconds = 0;
+};
+
+// One publish, with its summary line.
+Timing TimedPublish(const char* label, const QStringList& arguments,
+                    const kelvane::cal::Environment& environment) {
     QString out;
     QString err;
     QTextStream outStream(&out);
@@ -84,41 +95,137 @@ bool TimedPublish(const char* label, const QStringList& arguments,
     QElapsedTimer timer;
     timer.start();
     const int status = kelvane::cal::RunCommand(arguments, environment, outStream, errStream);
-    const double seconds = timer.nsecsElapsed() / 1e9;
+    const Timing timing{status == 0, timer.nsecsElapsed() / 1e9, CpuSeconds() - cpuBefore};
     outStream.flush();
     errStream.flush();
-    std::printf("  %-10s %8.2f s (kelvane-cal's own CPU time %.2f s)\n    %s", label, seconds,
-                CpuSeconds() - cpuBefore, qPrintable(out));
+    std::printf("  %-10s %8.2f s (kelvane-cal's own CPU time %.2f s)\n    %s", label,
+                timing.WallSeconds, timing.CpuSeconds, qPrintable(out));
     if (status != 0) {
         std::printf("    failed: %s", qPrintable(err));
     }
     std::fflush(stdout);
-    return status == 0;
+    return timing;
 }
 
-// Publishes `dates` of `activities` twice to `url`; false when a run failed.
-bool PublishTwice(const QString& server, const QString& url, const QString& user, int dates,
-                  int activities, const QTemporaryDir& folder) {
-    const QString file =
-        folder.filePath(QStringLiteral("year-%1x%2.cal").arg(dates).arg(activities));
-    if (!WriteCalendar(file, BusyYear(dates, activities))) {
-        std::printf("caldav_publish_bench: cannot write %s\n", qPrintable(file));
+// The calendar file published, with what it holds.
+struct YearFile {
+    QString File;
+    CalendarFileContent Content;
+    QDateTime Now;  // when it is published
+};
+
+bool MakeYearFile(int dates, int activities, const QTemporaryDir& folder, YearFile& year) {
+    year.File = folder.filePath(QStringLiteral("year-%1x%2.cal").arg(dates).arg(activities));
+    year.Content = BusyYear(dates, activities);
+    year.Now = QDateTime::currentDateTimeUtc();
+    if (!WriteCalendar(year.File, year.Content)) {
+        std::printf("caldav_publish_bench: cannot write %s\n", qPrintable(year.File));
         return false;
     }
+    return true;
+}
+
+// Publishes `year` twice to `url`; the first run's times, not Ok when a run failed.
+Timing PublishTwice(const QString& url, const QString& user, const YearFile& year,
+                    const QTemporaryDir& folder) {
     kelvane::cal::Environment environment;
     environment.Today = QDate::currentDate();
-    environment.Now = QDateTime::currentDateTimeUtc();
+    environment.Now = year.Now;
     environment.StateFolder = folder.filePath(QStringLiteral("state"));
     environment.PasswordVariable = QStringLiteral("secret");
     environment.PasswordVariableSet = true;
     const QStringList publish{
-        QStringLiteral("publish"), file, QStringLiteral("--year"), QStringLiteral("2028"),
-        QStringLiteral("--url"),   url,  QStringLiteral("--user"), user};
+        QStringLiteral("publish"), year.File, QStringLiteral("--year"), QStringLiteral("2028"),
+        QStringLiteral("--url"),   url,       QStringLiteral("--user"), user};
+    Timing first = TimedPublish("first", publish, environment);
+    first.Ok = TimedPublish("unchanged", publish, environment).Ok && first.Ok;
+    return first;
+}
+
+void PrintHeading(const QString& server, int dates, int activities) {
     std::printf("%s: %d dates of %d activities (%d events)\n", qPrintable(server), dates,
                 activities, dates * (activities + 1));
-    const bool first = TimedPublish("first", publish, environment);
-    const bool second = TimedPublish("unchanged", publish, environment);
-    return first && second;
+    std::fflush(stdout);
+}
+
+// curl sends the PUTs of `year`'s first publish into the empty `collection`;
+// its times beside those of kelvane-cal's `first` run. False when curl failed.
+bool CompareWithCurl(const YearFile& year, const QString& collection, const Timing& first,
+                     const QString& folder) {
+    const std::vector<PlannedPut> puts =
+        FirstPublishPuts(year.Content, year.File, 2028, year.Now, QUrl(collection));
+    const CurlTimes curl =
+        RunCurlPuts(puts, QStringLiteral("alice"), QStringLiteral("secret"), folder);
+    if (!curl.Problem.isEmpty() && curl.Connections == 0) {
+        std::printf("  curl: %s\n", qPrintable(curl.Problem.trimmed()));
+        return false;
+    }
+    // Radicale answers in HTTP/1.0 and closes every connection after its answer.
+    const QString connections =
+        curl.Connections == 1
+            ? QStringLiteral("one kept-alive connection")
+            : QStringLiteral("%1 connections (the server kept none alive)").arg(curl.Connections);
+    std::printf(
+        "  %-10s %8.2f s (curl's own CPU time %.2f s): the same %zu PUTs on %s, "
+        "into an empty calendar\n",
+        "curl", curl.WallSeconds, curl.CpuSeconds, puts.size(), qPrintable(connections));
+    if (curl.Failed > 0) {
+        std::printf("    %d of them failed\n", curl.Failed);
+    }
+    if (!curl.Problem.isEmpty()) {
+        std::printf("    %s\n", qPrintable(curl.Problem.trimmed()));
+    }
+    std::printf("    kelvane-cal/curl, first run: wall %.2f, CPU %.2f\n",
+                first.WallSeconds / curl.WallSeconds, first.CpuSeconds / curl.CpuSeconds);
+    std::fflush(stdout);
+    return curl.Failed == 0 && curl.Problem.isEmpty();
+}
+
+// The full size to Cyrus; curl then gets a fresh server, as empty as
+// kelvane-cal's was. False when a run failed; a server that cannot start is skipped.
+bool BenchCyrus(int dates, int activities, const QTemporaryDir& folder) {
+    const QString server = QStringLiteral("Cyrus IMAP's CalDAV on 127.0.0.1");
+    YearFile year;
+    Timing first;
+    {
+        CyrusCalDav cyrus;
+        if (!cyrus.Problem().isEmpty()) {
+            std::printf("Cyrus IMAP's CalDAV: skipped: %s\n", qPrintable(cyrus.Problem()));
+            return true;
+        }
+        PrintHeading(server, dates, activities);
+        if (!MakeYearFile(dates, activities, folder, year)) {
+            return false;
+        }
+        first = PublishTwice(cyrus.Calendar(), QStringLiteral("alice"), year, folder);
+    }
+    CyrusCalDav fresh;
+    if (!fresh.Problem().isEmpty()) {
+        std::printf("  curl: skipped: %s\n", qPrintable(fresh.Problem()));
+        return false;
+    }
+    return CompareWithCurl(year, fresh.Calendar(), first,
+                           folder.filePath(QStringLiteral("curl-cyrus"))) &&
+           first.Ok;
+}
+
+// Radicale, with at most two activities a date; curl gets a second calendar there.
+bool BenchRadicale(int dates, int activities, const QTemporaryDir& folder) {
+    kelvane::cal::testing::RadicaleServer radicale;
+    if (!radicale.Problem().isEmpty()) {
+        std::printf("Radicale: %s\n", qPrintable(radicale.Problem()));
+        return false;
+    }
+    PrintHeading(QStringLiteral("Radicale on 127.0.0.1"), dates, activities);
+    YearFile year;
+    if (!MakeYearFile(dates, activities, folder, year)) {
+        return false;
+    }
+    const Timing first = PublishTwice(radicale.Calendar(QStringLiteral("year")),
+                                      QStringLiteral("alice"), year, folder);
+    return CompareWithCurl(year, radicale.Calendar(QStringLiteral("curl")), first,
+                           folder.filePath(QStringLiteral("curl-radicale"))) &&
+           first.Ok;
 }
 
 }  // namespace
@@ -129,25 +236,7 @@ int main(int argc, char* argv[]) {
     const int dates = words.size() > 1 ? words[1].toInt() : 366;
     const int activities = words.size() > 2 ? words[2].toInt() : 39;
     QTemporaryDir folder;
-    bool ok = true;
-    {
-        CyrusCalDav cyrus;
-        if (cyrus.Problem().isEmpty()) {
-            ok = PublishTwice(QStringLiteral("Cyrus IMAP's CalDAV on 127.0.0.1"), cyrus.Calendar(),
-                              QStringLiteral("alice"), dates, activities, folder) &&
-                 ok;
-        } else {
-            std::printf("Cyrus IMAP's CalDAV: skipped: %s\n", qPrintable(cyrus.Problem()));
-        }
-    }
-    kelvane::cal::testing::RadicaleServer radicale;
-    if (!radicale.Problem().isEmpty()) {
-        std::printf("Radicale: %s\n", qPrintable(radicale.Problem()));
-        return 1;
-    }
-    ok = PublishTwice(QStringLiteral("Radicale on 127.0.0.1"),
-                      radicale.Calendar(QStringLiteral("year")), QStringLiteral("alice"), dates,
-                      std::min(activities, 2), folder) &&
-         ok;
-    return ok ? 0 : 1;
+    const bool cyrus = BenchCyrus(dates, activities, folder);
+    const bool radicale = BenchRadicale(dates, std::min(activities, 2), folder);
+    return cyrus && radicale ? 0 : 1;
 }

@@ -20,7 +20,9 @@ case "${1:-}" in
 esac
 
 # The start-up measurement needs an X server and the X libraries its probe
-# links; they are installed before the build, so that CMake finds them.
+# links; they are installed before the build, so that CMake finds them. The
+# publish benchmark needs Cyrus IMAP's CalDAV server, and curl, whose time for
+# the same requests it compares with kelvane-cal's.
 scripts/install-deps.sh xvfb libx11-dev libxdamage-dev cyrus-common cyrus-caldav sasl2-bin curl
 
 cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release \
@@ -176,6 +178,7 @@ awk -v mm="$minimal_median" -v mn="$minimal_min" -v km="$kelvane_median" -v kn="
         printf "%-18s %7.2f ms %7.2f ms\n", "minimal_window", mm, mn
         printf "%-18s %7.2f ms %7.2f ms\n", "kelvane", km, kn
         ratio = km / mm
-        printf "%-18s %10.2f %10.2f   (target: at most 1.50 - %s)\n", "kelvane / minimal",
-               ratio, kn / mn, (ratio <= 1.5) ? "met" : "NOT met"
+        printf "start-up of kelvane / empty Qt window, median to median: %.2f" \
+               " (target: at most 1.50 - %s; min to min %.2f)\n",
+               ratio, (ratio <= 1.5) ? "met" : "NOT met", kn / mn
     }'
