@@ -1,11 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <QBuffer>
 #include <QFile>
 
+#include "fixtures/CalFiles.h"
 #include "fixtures/DateLookup.h"
 #include "kelvane_cal/ical/ICalImport.h"
 #include "kelvane_cal/ical/ImportedDates.h"
 #include "support/QtPrinting.h"
+
+#include "calfile/LineWriter.h"
 
 namespace kelvane::cal {
 namespace {
@@ -75,6 +79,78 @@ TEST(ImportICalendar, PlacesEachDayOfALongRepeatingAllDayEventOnce) {
     EXPECT_EQ(content.Dates.size(), 365u);
     EXPECT_EQ(report.Occurrences, 365);
     EXPECT_EQ(FindDate(content, 7, 4)->Entry.Title.Trimmed(), "Always");
+}
+
+// The calendar file of `year` an import of `text` writes, or nothing when
+// the import fails.
+QByteArray ImportedBytes(const QStringList& text, int year, ImportReport& report,
+                         ImportedDates& dates) {
+    QByteArray bytes = testing::ICalLines(text);
+    QBuffer file(&bytes);
+    file.open(QIODevice::ReadOnly);
+    if (!ImportICalendar(file, {year, nullptr}, dates, report)) {
+        return {};
+    }
+    QStringList warnings;
+    QBuffer calendar;
+    calendar.open(QIODevice::WriteOnly);
+    LineWriter out(calendar);
+    WriteCalendarFile(out, dates.NewCalendar(year, warnings));
+    out.Flush();
+    return calendar.data();
+}
+
+QByteArray ImportedBytes(const QStringList& text, ImportReport& report) {
+    ImportedDates dates;
+    return ImportedBytes(text, 2026, report, dates);
+}
+
+const QStringList kWeekly =
+    testing::VEvent("weekly", {"DTSTART:20260105T091500", "DTEND:20260105T093000",
+                               "RRULE:FREQ=WEEKLY;COUNT=4", "SUMMARY:Weekly"});
+const QStringList kMoved = testing::VEvent(
+    "weekly", {"RECURRENCE-ID:20260112T091500", "DTSTART:20260113T100000", "SUMMARY:Moved"});
+
+TEST(ImportICalendar, PlacesTheSameWhetherAMovedOccurrenceComesBeforeOrAfterItsSeries) {
+    ImportReport first;
+    ImportReport last;
+    const QByteArray movedFirst = ImportedBytes(testing::VCalendar(kMoved + kWeekly), first);
+    ASSERT_FALSE(movedFirst.isEmpty()) << first.Problem.toStdString();
+    EXPECT_EQ(ImportedBytes(testing::VCalendar(kWeekly + kMoved), last), movedFirst);
+    EXPECT_EQ(first.Events, 2);
+    EXPECT_EQ(last.Events, 2);
+    EXPECT_EQ(first.Occurrences, 4);
+    EXPECT_EQ(last.Occurrences, 4);
+}
+
+// A rule that stops the import leaves the reading of the rest of the file to
+// find a line that stops it first: the file's problem is told, and nothing is
+// placed.
+TEST(ImportICalendar, TellsALaterUnreadableLineRatherThanARuleCutShort) {
+    const QStringList seventhMonth =
+        testing::VEvent("a", {"DTSTART:20260131T100000", "RRULE:FREQ=MONTHLY;INTERVAL=7;COUNT=2000",
+                              "SUMMARY:Seventh month"});
+    const QStringList placed = testing::VEvent("b", {"DTSTART:30010105", "SUMMARY:Placed"});
+    const QStringList unreadable = testing::VEvent("c", {"DTSTART:soon"});
+    ImportReport report;
+    ImportedDates dates;
+    EXPECT_TRUE(
+        ImportedBytes(testing::VCalendar(placed + seventhMonth + unreadable), 3001, report, dates)
+            .isEmpty());
+    EXPECT_EQ(report.ProblemLine, 20);
+    EXPECT_EQ(report.Problem, "the DTSTART value 'soon' is not a date or a date and time");
+    EXPECT_EQ(report.Events, 0);
+    EXPECT_EQ(report.Occurrences, 0);
+    EXPECT_TRUE(dates.Empty());
+
+    ImportReport cutShort;
+    ImportedDates some;
+    EXPECT_TRUE(
+        ImportedBytes(testing::VCalendar(placed + seventhMonth), 3001, cutShort, some).isEmpty());
+    EXPECT_EQ(cutShort.ProblemLine, 10);
+    EXPECT_EQ(cutShort.Problem,
+              "a repeat rule can be followed up to the year 2582 only, not in the year 3001");
+    EXPECT_EQ(cutShort.Events, 2);
 }
 
 }  // namespace
