@@ -73,9 +73,9 @@ class Importer {
                  EventShape& shape);
     void TakeDuration(icalproperty* duration, int line, EventShape& shape);
     // False once every day of the year has the event.
-    bool PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start,
+    bool PlaceAllDay(icalcomponent* event, const EventShape& shape, const Occurrence& occurrence,
                      DaysPlaced& placed);
-    void PlaceTimed(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
+    void PlaceTimed(icalcomponent* event, const EventShape& shape, const Occurrence& occurrence);
     void AddTimedDescription(icalcomponent* event, const icaltimetype& local,
                              const ClockTime& begin, const QString& summary);
     // The time at `key` (a TimeKey in the frame of `start`) where the dates go.

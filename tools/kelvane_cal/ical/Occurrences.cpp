@@ -31,19 +31,19 @@ class Collector {
             return false;
         }
         if (key >= from_ && keys_.insert(key).second) {
-            found_.push_back(framed);
+            found_.push_back({framed, key});
         }
         return true;
     }
     bool Full() const { return found_.size() >= static_cast<std::size_t>(kMostOccurrences); }
-    std::vector<icaltimetype>& Found() { return found_; }
+    std::vector<Occurrence>& Found() { return found_; }
 
   private:
     icaltimetype start_;
     qint64 from_;
     qint64 to_;
     std::set<qint64> keys_;
-    std::vector<icaltimetype> found_;
+    std::vector<Occurrence> found_;
 };
 
 icaltimetype AtTheClockOf(icaltimetype time, const icaltimetype& start) {
@@ -198,10 +198,10 @@ Exclusions ExclusionsOf(icalcomponent* event, const icaltimetype& start, const Z
 
 }  // namespace
 
-std::vector<icaltimetype> OccurrencesBetween(icalcomponent* event, const icaltimetype& start,
-                                             const ZoneBook& zones,
-                                             const std::vector<icaltimetype>& moved, qint64 from,
-                                             qint64 to, QStringList& warnings, bool& cutShort) {
+std::vector<Occurrence> OccurrencesBetween(icalcomponent* event, const icaltimetype& start,
+                                           const ZoneBook& zones,
+                                           const std::vector<icaltimetype>& moved, qint64 from,
+                                           qint64 to, QStringList& warnings, bool& cutShort) {
     Collector collector(start, from, to);
     bool unknownZone = false;
     cutShort = false;
@@ -218,13 +218,15 @@ std::vector<icaltimetype> OccurrencesBetween(icalcomponent* event, const icaltim
         collector.Take(zones.TimeOf(date, time, unknownZone));
     }
     const Exclusions excluded = ExclusionsOf(event, start, zones, moved, unknownZone);
-    std::vector<icaltimetype>& found = collector.Found();
-    found.erase(std::remove_if(found.begin(), found.end(),
-                               [&](const icaltimetype& occurrence) {
-                                   return excluded.Times.count(TimeKey(occurrence)) > 0 ||
-                                          excluded.Days.count(DayKey(occurrence)) > 0;
-                               }),
-                found.end());
+    std::vector<Occurrence>& found = collector.Found();
+    if (!excluded.Times.empty() || !excluded.Days.empty()) {
+        found.erase(std::remove_if(found.begin(), found.end(),
+                                   [&](const Occurrence& occurrence) {
+                                       return excluded.Times.count(occurrence.Key) > 0 ||
+                                              excluded.Days.count(DayKey(occurrence.Start)) > 0;
+                                   }),
+                    found.end());
+    }
     if (unknownZone) {
         warnings << QStringLiteral("a time zone nobody knows was taken as local time");
     }
