@@ -2,6 +2,8 @@
 
 #include <QSet>
 
+#include <algorithm>
+
 namespace kelvane::cal {
 
 namespace {
@@ -121,10 +123,16 @@ bool HasNoValue(const QByteArray& line) {
     return ValueStart(line) == line.size();
 }
 
+bool IsBlank(QByteArrayView text) {
+    return std::all_of(text.begin(), text.end(), [](char c) {
+        return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r';
+    });
+}
+
 // "RDATE: " and the like: a value of blanks alone.
 bool HasBlankValue(const QByteArray& line) {
     const qsizetype start = ValueStart(line);
-    return start >= 0 && line.mid(start).trimmed().isEmpty();
+    return start >= 0 && IsBlank(QByteArrayView(line).sliced(start));
 }
 
 // Why a line stops the reading, in Kelvane's words rather than libical's,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 #include "kelvane_cal/ical/LibIcal.h"
@@ -39,6 +40,9 @@ qsizetype ValueStart(const QByteArray& line);
 // "DESCRIPTION:" and the like: a property whose value is empty. A value that
 // only ends in a colon ("SUMMARY:To do:") is not empty.
 bool HasNoValue(const QByteArray& line);
+
+// Whether `text` holds nothing but the blanks QByteArray::trimmed takes away.
+bool IsBlank(QByteArrayView text);
 
 // "RDATE: " and the like: a value of blanks alone.
 bool HasBlankValue(const QByteArray& line);

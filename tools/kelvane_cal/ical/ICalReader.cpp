@@ -19,7 +19,7 @@ bool ICalendarReader::Next(ComponentPtr& component, int& line) {
     int number = 0;
     while (NextContentLine(content, number)) {
         lastLine_ = number;
-        if (content.trimmed().isEmpty()) {
+        if (IsBlank(content)) {
             continue;
         }
         if (TakeLine(content, number, component, line)) {
@@ -90,11 +90,17 @@ bool ICalendarReader::TakeCalendarLine(const QByteArray& line, int number) {
     place_ = Place::InComponent;
     open_.clear();
     componentLines_.clear();
-    QByteArray copy = line;
     open_.emplace_back(begin, number);
     componentLines_.emplace_back(number, line);
-    icalparser_add_line(parser_.get(), copy.data());
+    AddToParser(line);
     return false;
+}
+
+icalcomponent* ICalendarReader::AddToParser(const QByteArray& line) {
+    // libical takes the line as changeable; a copy kept for it spares an
+    // allocation for every line.
+    lineForParser_.assign(line.constData(), static_cast<std::size_t>(line.size()));
+    return icalparser_add_line(parser_.get(), lineForParser_.data());
 }
 
 bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
@@ -117,8 +123,7 @@ bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, Comp
         begunOn = open_.front().second;
         open_.pop_back();
     }
-    QByteArray copy = line;
-    icalcomponent* parsed = icalparser_add_line(parser_.get(), copy.data());
+    icalcomponent* parsed = AddToParser(line);
     if (!open_.empty()) {
         if (parsed != nullptr) {
             icalcomponent_free(parsed);
@@ -148,15 +153,15 @@ QString ICalendarReader::RawValue(const QByteArray& name) const {
 bool ICalendarReader::FinishComponent(icalcomponent* parsed, ComponentPtr& component,
                                       int& begunOn) {
     ComponentPtr finished(parsed);
+    if (finished != nullptr && FirstParseError(finished.get()).isEmpty()) {
+        component = std::move(finished);
+        return true;
+    }
     const QByteArray kind = componentLines_.front().second.mid(6).trimmed().toUpper();
     if (finished == nullptr) {
         parser_.reset(icalparser_new());
         return Fail(begunOn,
                     QStringLiteral("libical cannot read the %1").arg(QString::fromUtf8(kind)));
-    }
-    if (FirstParseError(finished.get()).isEmpty()) {
-        component = std::move(finished);
-        return true;
     }
     // libical keeps no line numbers: each line is read again on its own.
     bool found = false;

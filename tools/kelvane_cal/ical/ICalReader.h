@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -66,6 +67,7 @@ class ICalendarReader {
     bool TakeCalendarLine(const QByteArray& line, int number);
     bool TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
                            int& begunOn);
+    icalcomponent* AddToParser(const QByteArray& line);
     bool FinishComponent(icalcomponent* parsed, ComponentPtr& component, int& begunOn);
     // False when the error stops the reading.
     bool TakeError(const QByteArray& kind, int number, const QByteArray& line,
@@ -84,6 +86,7 @@ class ICalendarReader {
 
     Place place_ = Place::BeforeCalendar;
     ParserPtr parser_;
+    std::string lineForParser_;
     std::vector<std::pair<QByteArray, int>> open_;  // component names and their lines
     std::vector<NumberedLine> componentLines_;      // to find the line of an error
     int lastLine_ = 0;

@@ -44,7 +44,7 @@ bool ICalendarReader::ReadPhysicalLine(QByteArray& line, int& number) {
     }
     // The first text decides whether this is iCalendar at all: a binary file
     // is refused as such, not for the CRs it happens to hold.
-    if (!sawText_ && !line.trimmed().isEmpty()) {
+    if (!sawText_ && !IsBlank(line)) {
         sawText_ = true;
         const qsizetype firstCr = line.indexOf('\r');
         if (NameAfter(firstCr < 0 ? line : line.left(firstCr), "BEGIN") != "VCALENDAR") {
@@ -148,9 +148,13 @@ QStringList ICalendarReader::TextWarnings() const {
 // or EXDATE adds or takes away no date and is passed over with a warning; any
 // other empty property that says when an event happens stops the reading.
 bool ICalendarReader::PassesOverEmpty(const QByteArray& line, int number) {
+    // Most lines have a value, and their names are not needed.
+    if (!HasNoValue(line) && !HasBlankValue(line)) {
+        return false;
+    }
     const QByteArray name = PropertyName(line);
     const bool listsDates = name == "RDATE" || name == "EXDATE";
-    if (!HasNoValue(line) && !(listsDates && HasBlankValue(line))) {
+    if (!HasNoValue(line) && !listsDates) {
         return false;
     }
     if (listsDates) {
