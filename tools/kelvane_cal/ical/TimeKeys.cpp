@@ -104,10 +104,24 @@ icaltimetype InFrameOf(icaltimetype time, const icaltimetype& start) {
     return time;
 }
 
+icaltimetype FieldsInZoneAt(qint64 key, const icaltimezone* zone, bool isDate) {
+    icaltimezone* utc = icaltimezone_get_utc_timezone();
+    icaltimetype time = UtcTimeAt(key);
+    time.zone = zone == nullptr ? nullptr : utc;
+    // libical takes the zones as changeable only to extend their lists of changes.
+    icaltimezone_convert_time(&time, utc, const_cast<icaltimezone*>(zone));
+    time.is_date = isDate ? 1 : 0;
+    if (isDate) {
+        time.hour = 0;
+        time.minute = 0;
+        time.second = 0;
+    }
+    return time;
+}
+
 icaltimetype TimeInZoneAt(qint64 key, const icaltimezone* zone, bool isDate) {
     const qint64 cycles = zone == nullptr ? 0 : CyclesPastTheLastRules(key);
-    icaltimetype time = icaltime_from_timet_with_zone(
-        static_cast<time_t>(key - cycles * kSecondsIn400Years), isDate, zone);
+    icaltimetype time = FieldsInZoneAt(key - cycles * kSecondsIn400Years, zone, isDate);
     time.year += static_cast<int>(cycles * 400);
     // libical works the fields out in the zone but leaves the time without it.
     time.zone = zone;

@@ -21,6 +21,10 @@ qint64 TimeKey(const icaltimetype& time);
 // the C library's time functions, which take a lock on every call.
 icaltimetype UtcTimeAt(qint64 key);
 
+// The fields of the instant `key` in `zone`, or in UTC for a floating time
+// without one, as libical's icaltime_from_timet_with_zone gives them.
+icaltimetype FieldsInZoneAt(qint64 key, const icaltimezone* zone, bool isDate);
+
 // The offset from UTC in seconds that `zone` has at the instant `key`.
 int UtcOffsetAt(const icaltimezone* zone, qint64 key);
 

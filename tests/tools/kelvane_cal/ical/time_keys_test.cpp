@@ -50,6 +50,35 @@ TEST(TimeKeys, UtcTimeAtGivesWhatLibicalGives) {
     }
 }
 
+TEST(TimeKeys, FieldsInZoneAtGiveWhatLibicalGives) {
+    const std::vector<icaltimezone*> zones = {nullptr,
+                                              icaltimezone_get_utc_timezone(),
+                                              ZoneNamed(QStringLiteral("Europe/Berlin")),
+                                              ZoneNamed(QStringLiteral("Europe/London")),
+                                              ZoneNamed(QStringLiteral("America/New_York")),
+                                              ZoneNamed(QStringLiteral("Australia/Lord_Howe"))};
+    // Years 1901 to 2100: libical works a zone's changes out up to the
+    // latest year it is asked about, which for year 9999 takes minutes.
+    std::vector<qint64> keys;
+    for (qint64 key = -2177452800; key < 4133980800; key += 7777777 + 3601) {
+        keys.push_back(key);
+    }
+    // Around Berlin's clock changes in 2026.
+    for (qint64 key = 1774746000 - 7200; key <= 1774746000 + 7200; key += 900) {
+        keys.push_back(key);
+        keys.push_back(key + 1792890000 - 1774746000);
+    }
+    for (icaltimezone* zone : zones) {
+        for (const qint64 key : keys) {
+            for (const bool isDate : {false, true}) {
+                ExpectSameTime(
+                    FieldsInZoneAt(key, zone, isDate),
+                    icaltime_from_timet_with_zone(static_cast<time_t>(key), isDate, zone), key);
+            }
+        }
+    }
+}
+
 TEST(TimeKeys, UtcOffsetAtAClockChangeIsLibicalsOffset) {
     icaltimezone* berlin = ZoneNamed(QStringLiteral("Europe/Berlin"));
     ASSERT_NE(berlin, nullptr);
