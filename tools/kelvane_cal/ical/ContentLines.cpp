@@ -1,5 +1,6 @@
 #include "kelvane_cal/ical/ContentLines.h"
 
+#include <QDate>
 #include <QSet>
 
 #include <algorithm>
@@ -133,6 +134,50 @@ bool IsBlank(QByteArrayView text) {
 bool HasBlankValue(const QByteArray& line) {
     const qsizetype start = ValueStart(line);
     return start >= 0 && IsBlank(QByteArrayView(line).sliced(start));
+}
+
+namespace {
+
+int DigitsAt(QByteArrayView text, qsizetype at, qsizetype count) {
+    int number = 0;
+    for (qsizetype i = at; i < at + count; ++i) {
+        if (text[i] < '0' || text[i] > '9') {
+            return -1;
+        }
+        number = number * 10 + (text[i] - '0');
+    }
+    return number;
+}
+
+// "20260101T000000Z": a real date and time of day.
+bool IsFullUtcTime(QByteArrayView value) {
+    if (value.size() != 16 || value[8] != 'T' || value[15] != 'Z') {
+        return false;
+    }
+    const int hour = DigitsAt(value, 9, 2);
+    const int minute = DigitsAt(value, 11, 2);
+    const int second = DigitsAt(value, 13, 2);
+    return QDate::isValid(DigitsAt(value, 0, 4), DigitsAt(value, 4, 2), DigitsAt(value, 6, 2)) &&
+           hour >= 0 && hour <= 23 && minute >= 0 && minute <= 59 && second >= 0 && second <= 59;
+}
+
+// libical refuses a value of blanks alone as no value.
+bool IsPlainText(QByteArrayView value) {
+    return !IsBlank(value) && std::none_of(value.begin(), value.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
+    });
+}
+
+}  // namespace
+
+bool IsUnreadAndSound(const QByteArray& line) {
+    const QByteArrayView view(line);
+    for (const char* name : {"DTSTAMP:", "CREATED:", "LAST-MODIFIED:"}) {
+        if (view.startsWith(name)) {
+            return IsFullUtcTime(view.sliced(qstrlen(name)));
+        }
+    }
+    return view.startsWith("LOCATION:") && IsPlainText(view.sliced(9));
 }
 
 // Why a line stops the reading, in Kelvane's words rather than libical's,

@@ -47,6 +47,13 @@ bool IsBlank(QByteArrayView text);
 // "RDATE: " and the like: a value of blanks alone.
 bool HasBlankValue(const QByteArray& line);
 
+// A line of an event that the import never reads and that libical always
+// takes without an error, so that it need not be parsed: a DTSTAMP, CREATED
+// or LAST-MODIFIED without parameters whose value is a real date and time in
+// UTC written out in full, or a LOCATION without parameters whose value
+// holds more than blanks and no control characters.
+bool IsUnreadAndSound(const QByteArray& line);
+
 // Why a line stops the reading, in Kelvane's words rather than libical's,
 // whose "Removing entire property" is not what happens then.
 QString StopReason(const QByteArray& kind, const QByteArray& line);

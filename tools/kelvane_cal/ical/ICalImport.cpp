@@ -78,7 +78,7 @@ bool Importer::Failed(const ICalendarReader& reader) {
 bool Importer::Import(QIODevice& file) {
     const ImportedDates datesBefore = dates_;
     const ImportReport reportBefore = report_;
-    ICalendarReader reader(file);
+    ICalendarReader reader(file, ICalendarReader::Lines::ForImport);
     const bool placedAll = ReadAndPlace(reader);
     const bool readable = !reader.Failed() && file.seek(0);
     if (!readable || placeAgain_) {
@@ -152,7 +152,7 @@ bool Importer::TakeEvent(const ICalendarReader& reader, icalcomponent* event, in
 }
 
 bool Importer::PlaceEvents(QIODevice& file) {
-    ICalendarReader reader(file);
+    ICalendarReader reader(file, ICalendarReader::Lines::ForImport);
     ComponentPtr component;
     int line = 0;
     while (reader.Next(component, line)) {

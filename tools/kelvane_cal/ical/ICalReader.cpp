@@ -4,7 +4,8 @@
 
 namespace kelvane::cal {
 
-ICalendarReader::ICalendarReader(QIODevice& device) : device_(device), parser_(icalparser_new()) {}
+ICalendarReader::ICalendarReader(QIODevice& device, Lines lines)
+    : device_(device), lines_(lines), parser_(icalparser_new()) {}
 
 bool ICalendarReader::Fail(int line, const QString& problem) {
     if (problemLine_ == 0) {
@@ -122,6 +123,10 @@ bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, Comp
         }
         begunOn = open_.front().second;
         open_.pop_back();
+    }
+    if (lines_ == Lines::ForImport && open_.size() == 1 && open_.front().first == "VEVENT" &&
+        IsUnreadAndSound(line)) {
+        return false;
     }
     icalcomponent* parsed = AddToParser(line);
     if (!open_.empty()) {

@@ -21,11 +21,14 @@ namespace kelvane::cal {
 // An error libical marks in a property that says when an event happens, or in
 // a line that is no property, stops the reading with the line; libical leaves
 // out any other property it cannot read, which becomes a warning.
+// A reader for the import leaves out the lines of an event that the import
+// never reads and libical always takes (see IsUnreadAndSound).
 // Lines that are not UTF-8 are read as Windows-1252, and blank lines inside a
 // folded line are skipped; each of these makes one warning about the text.
 class ICalendarReader {
   public:
-    explicit ICalendarReader(QIODevice& device);
+    enum class Lines { All, ForImport };
+    explicit ICalendarReader(QIODevice& device, Lines lines = Lines::All);
 
     // The next top-level component and the line it begins on; false at the end
     // of the file and at the first problem.
@@ -76,6 +79,7 @@ class ICalendarReader {
     bool FailAtEnd();
 
     QIODevice& device_;
+    Lines lines_;
     int physicalLine_ = 0;
     QByteArray pending_;
     int pendingNumber_ = 0;

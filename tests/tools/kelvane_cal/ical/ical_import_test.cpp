@@ -153,5 +153,21 @@ TEST(ImportICalendar, TellsALaterUnreadableLineRatherThanARuleCutShort) {
     EXPECT_EQ(cutShort.Events, 2);
 }
 
+// The lines the import does not hand to libical are only ones libical reads
+// without a warning; a DTSTAMP it cannot read is still told.
+TEST(ImportICalendar, TellsOfAnUnreadableStampAndPlacesAnEventWithALocation) {
+    const QStringList event = {"BEGIN:VEVENT",    "UID:a",
+                               "DTSTAMP:soon",    "DTSTART:20260105T100000",
+                               "LOCATION:Room 5", "LAST-MODIFIED:20260101T000000Z",
+                               "SUMMARY:Meeting", "END:VEVENT"};
+    ImportReport report;
+    ImportedDates dates;
+    EXPECT_FALSE(ImportedBytes(testing::VCalendar(event), 2026, report, dates).isEmpty());
+    ASSERT_EQ(report.Warnings.size(), 1);
+    EXPECT_TRUE(report.Warnings[0].startsWith("line 6: ")) << report.Warnings[0].toStdString();
+    EXPECT_TRUE(report.Warnings[0].endsWith("; the line is left out"));
+    EXPECT_EQ(report.Occurrences, 1);
+}
+
 }  // namespace
 }  // namespace kelvane::cal
