@@ -61,6 +61,7 @@ class ICalendarReader {
         void Report(const QString& what, QStringList& warnings) const;
     };
 
+    bool TakeRawLine(QByteArray& line);
     bool ReadPhysicalLine(QByteArray& line, int& number);
     bool ReadNonBlankLine(QByteArray& line, int& number);
     bool NextContentLine(QByteArray& line, int& number);
@@ -80,6 +81,8 @@ class ICalendarReader {
 
     QIODevice& device_;
     Lines lines_;
+    QByteArray chunk_;  // read from the device, from chunkAt_ on not yet taken
+    qsizetype chunkAt_ = 0;
     int physicalLine_ = 0;
     QByteArray pending_;
     int pendingNumber_ = 0;

@@ -16,25 +16,43 @@ namespace {
 // than read into memory.
 constexpr qint64 kLongestLine = 16 * 1024 * 1024;
 
+constexpr qint64 kChunkSize = 64 * 1024;
+
 }  // namespace
 
+// The bytes of the next line with its line end, read from the file in
+// chunks: false when a line is longer than kLongestLine.
+bool ICalendarReader::TakeRawLine(QByteArray& line) {
+    line.clear();
+    for (;;) {
+        if (chunkAt_ >= chunk_.size()) {
+            chunk_ = device_.read(kChunkSize);
+            chunkAt_ = 0;
+            if (chunk_.isEmpty()) {
+                return true;
+            }
+        }
+        const qsizetype newline = chunk_.indexOf('\n', chunkAt_);
+        const qsizetype end = newline < 0 ? chunk_.size() : newline + 1;
+        line.append(chunk_.constData() + chunkAt_, end - chunkAt_);
+        chunkAt_ = end;
+        if (line.size() > kLongestLine) {
+            return false;
+        }
+        if (newline >= 0) {
+            return true;
+        }
+    }
+}
+
 bool ICalendarReader::ReadPhysicalLine(QByteArray& line, int& number) {
-    if (Failed() || device_.atEnd()) {
+    if (Failed() || (chunkAt_ >= chunk_.size() && device_.atEnd())) {
         return false;
     }
     number = ++physicalLine_;
-    line.clear();
-    // Read in pieces, so that a line costs what it holds.
-    char piece[8192];
-    while (!line.endsWith('\n')) {
-        const qint64 length = device_.readLine(piece, sizeof piece);
-        if (length <= 0) {
-            break;
-        }
-        line.append(piece, length);
-        if (line.size() > kLongestLine) {
-            return Fail(number, QStringLiteral("the line is longer than 16 MB"));
-        }
+    // Read in chunks, so that a line costs what it holds.
+    if (!TakeRawLine(line)) {
+        return Fail(number, QStringLiteral("the line is longer than 16 MB"));
     }
     while (line.endsWith('\n') || line.endsWith('\r')) {
         line.chop(1);
