@@ -1,6 +1,7 @@
 #include <QByteArrayView>
 
 #include <algorithm>
+#include <utility>
 
 #include "kelvane_cal/ical/ContentLines.h"
 #include "kelvane_cal/ical/ICalReader.h"
@@ -92,7 +93,7 @@ bool ICalendarReader::NextContentLine(QByteArray& line, int& number) {
     if (!havePending_ && !ReadNonBlankLine(pending_, pendingNumber_)) {
         return false;
     }
-    line = pending_;
+    line = std::move(pending_);
     number = pendingNumber_;
     havePending_ = false;
     QByteArray next;
@@ -104,7 +105,7 @@ bool ICalendarReader::NextContentLine(QByteArray& line, int& number) {
             continue;
         }
         if (!next.startsWith(' ') && !next.startsWith('\t')) {
-            pending_ = next;
+            pending_ = std::move(next);
             pendingNumber_ = nextNumber;
             havePending_ = true;
             break;

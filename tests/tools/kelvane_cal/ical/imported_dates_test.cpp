@@ -121,6 +121,26 @@ TEST(ImportedDates, KeepsActivitiesByStartTimeAndDropsTheLatest) {
     EXPECT_EQ(warnings, QStringList{"6 June: 6 activities after the 39 earliest left out"});
 }
 
+// On a full date an activity that starts with the last one comes after it,
+// and is the one left out.
+TEST(ImportedDates, LeavesOutAnActivityThatStartsWithTheLastOfAFullDate) {
+    ImportedDates dates;
+    for (int i = 0; i < ImportedDates::kActivitiesPerDate; ++i) {
+        dates.AddActivity(6, 6, QStringLiteral("m%1").arg(i), {10, static_cast<qint16>(i)},
+                          {-1, 0});
+    }
+    dates.AddActivity(6, 6, QStringLiteral("late tie"), {10, 38}, {-1, 0});
+    dates.AddActivity(6, 6, QStringLiteral("early tie"), {10, 0}, {-1, 0});
+    QStringList warnings;
+    const CalendarFileContent content = dates.NewCalendar(2026, warnings);
+    const auto& schedule = FindDate(content, 6, 6)->Schedule;
+    ASSERT_EQ(schedule.size(), 39u);
+    EXPECT_EQ(schedule[0].Description.Trimmed(), "m0");
+    EXPECT_EQ(schedule[1].Description.Trimmed(), "early tie");
+    EXPECT_EQ(schedule[38].Description.Trimmed(), "m37");
+    EXPECT_EQ(warnings, QStringList{"6 June: 2 activities after the 39 earliest left out"});
+}
+
 TEST(ImportedDates, KeepsActivitiesThatStartTogetherInTheOrderTheyCame) {
     ImportedDates dates;
     dates.AddActivity(6, 7, "first", {9, 0}, {-1, 0});
