@@ -35,7 +35,11 @@ bool ICalendarReader::TakeRawLine(QByteArray& line) {
         }
         const qsizetype newline = chunk_.indexOf('\n', chunkAt_);
         const qsizetype end = newline < 0 ? chunk_.size() : newline + 1;
-        line.append(chunk_.constData() + chunkAt_, end - chunkAt_);
+        if (line.isEmpty()) {
+            line = QByteArray(chunk_.constData() + chunkAt_, end - chunkAt_);
+        } else {
+            line.append(chunk_.constData() + chunkAt_, end - chunkAt_);
+        }
         chunkAt_ = end;
         if (line.size() > kLongestLine) {
             return false;

@@ -107,9 +107,13 @@ icaltimetype InFrameOf(icaltimetype time, const icaltimetype& start) {
 icaltimetype FieldsInZoneAt(qint64 key, const icaltimezone* zone, bool isDate) {
     icaltimezone* utc = icaltimezone_get_utc_timezone();
     icaltimetype time = UtcTimeAt(key);
-    time.zone = zone == nullptr ? nullptr : utc;
-    // libical takes the zones as changeable only to extend their lists of changes.
-    icaltimezone_convert_time(&time, utc, const_cast<icaltimezone*>(zone));
+    // Without a zone, or in UTC, libical's conversion leaves the fields as they are.
+    if (zone == nullptr) {
+        time.zone = nullptr;
+    } else if (zone != utc) {
+        // libical takes the zones as changeable only to extend their lists of changes.
+        icaltimezone_convert_time(&time, utc, const_cast<icaltimezone*>(zone));
+    }
     time.is_date = isDate ? 1 : 0;
     if (isDate) {
         time.hour = 0;
