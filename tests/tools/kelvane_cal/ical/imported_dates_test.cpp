@@ -132,12 +132,14 @@ TEST(ImportedDates, LeavesOutAnActivityThatStartsWithTheLastOfAFullDate) {
     dates.AddActivity(6, 6, QStringLiteral("late tie"), {10, 38}, {-1, 0});
     dates.AddActivity(6, 6, QStringLiteral("early tie"), {10, 0}, {-1, 0});
     QStringList warnings;
+    QStringList descriptions;
     const CalendarFileContent content = dates.NewCalendar(2026, warnings);
-    const auto& schedule = FindDate(content, 6, 6)->Schedule;
-    ASSERT_EQ(schedule.size(), 39u);
-    EXPECT_EQ(schedule[0].Description.Trimmed(), "m0");
-    EXPECT_EQ(schedule[1].Description.Trimmed(), "early tie");
-    EXPECT_EQ(schedule[38].Description.Trimmed(), "m37");
+    for (const Appointment& activity : FindDate(content, 6, 6)->Schedule) {
+        descriptions << activity.Description.Trimmed();
+    }
+    ASSERT_EQ(descriptions.size(), 39);
+    EXPECT_EQ(descriptions.mid(0, 3), (QStringList{"m0", "early tie", "m1"}));
+    EXPECT_EQ(descriptions.last(), "m37");
     EXPECT_EQ(warnings, QStringList{"6 June: 2 activities after the 39 earliest left out"});
 }
 
