@@ -17,7 +17,7 @@ namespace {
 // than read into memory.
 constexpr qint64 kLongestLine = 16 * 1024 * 1024;
 
-constexpr qint64 kChunkSize = 64 * 1024;
+constexpr qint64 kChunkSize = 16 * 1024;
 
 }  // namespace
 

@@ -80,6 +80,9 @@ int UtcOffsetAt(const icaltimezone* zone, qint64 key) {
 }
 
 qint64 InstantOfWallClock(qint64 wallClock, const icaltimezone* zone) {
+    if (zone == icaltimezone_get_utc_timezone()) {
+        return wallClock;  // UTC's offset is always 0
+    }
     // libical reads both a skipped and a repeated time with the offset after
     // the change; RFC 5545 (3.3.5) wants the offset before the gap, and the
     // first of the two instants.
