@@ -1,6 +1,7 @@
 #include "kelvane_cal/ical/ContentLines.h"
 
-#include <QDate>
+#include "kelvane_cal/ical/TimeLines.h"
+
 #include <QSet>
 
 #include <algorithm>
@@ -138,27 +139,10 @@ bool HasBlankValue(const QByteArray& line) {
 
 namespace {
 
-int DigitsAt(QByteArrayView text, qsizetype at, qsizetype count) {
-    int number = 0;
-    for (qsizetype i = at; i < at + count; ++i) {
-        if (text[i] < '0' || text[i] > '9') {
-            return -1;
-        }
-        number = number * 10 + (text[i] - '0');
-    }
-    return number;
-}
-
 // "20260101T000000Z": a real date and time of day.
 bool IsFullUtcTime(QByteArrayView value) {
-    if (value.size() != 16 || value[8] != 'T' || value[15] != 'Z') {
-        return false;
-    }
-    const int hour = DigitsAt(value, 9, 2);
-    const int minute = DigitsAt(value, 11, 2);
-    const int second = DigitsAt(value, 13, 2);
-    return QDate::isValid(DigitsAt(value, 0, 4), DigitsAt(value, 4, 2), DigitsAt(value, 6, 2)) &&
-           hour >= 0 && hour <= 23 && minute >= 0 && minute <= 59 && second >= 0 && second <= 59;
+    icaltimetype time;
+    return ReadDateTime(value, true, time);
 }
 
 // libical refuses a value of blanks alone as no value.

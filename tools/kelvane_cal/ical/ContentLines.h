@@ -50,7 +50,7 @@ bool HasBlankValue(const QByteArray& line);
 // A line of an event that the import never reads and that libical always
 // takes without an error, so that it need not be parsed: a DTSTAMP, CREATED
 // or LAST-MODIFIED without parameters whose value is a real date and time in
-// UTC written out in full, or a LOCATION without parameters whose value
+// UTC written out in full (see ReadDateTime), or a LOCATION without parameters whose value
 // holds more than blanks and no control characters.
 bool IsUnreadAndSound(const QByteArray& line);
 

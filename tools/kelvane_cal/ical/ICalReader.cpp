@@ -91,6 +91,8 @@ bool ICalendarReader::TakeCalendarLine(const QByteArray& line, int number) {
     place_ = Place::InComponent;
     open_.clear();
     componentLines_.clear();
+    madeTimes_.clear();
+    timeKindsSeen_ = 0;
     open_.emplace_back(begin, number);
     componentLines_.emplace_back(number, line);
     AddToParser(line);
@@ -102,6 +104,50 @@ icalcomponent* ICalendarReader::AddToParser(const QByteArray& line) {
     // allocation for every line.
     lineForParser_.assign(line.constData(), static_cast<std::size_t>(line.size()));
     return icalparser_add_line(parser_.get(), lineForParser_.data());
+}
+
+// Whether a line of an event is left out of libical's parsing, for the
+// import: one it never reads, or a time line made into its property here.
+bool ICalendarReader::TakesApart(const QByteArray& line) {
+    return lines_ == Lines::ForImport && open_.size() == 1 && open_.front().first == "VEVENT" &&
+           (IsUnreadAndSound(line) || TakeTimeLine(line));
+}
+
+// Only the first time line of each kind is made here, so that the properties
+// of a kind keep the order of their lines.
+bool ICalendarReader::TakeTimeLine(const QByteArray& line) {
+    const int kind = MayBeTimeLine(line, ICAL_DTSTART_PROPERTY) ? 1
+                     : MayBeTimeLine(line, ICAL_DTEND_PROPERTY) ? 2
+                                                                : 0;
+    const bool first = kind != 0 && (timeKindsSeen_ & kind) == 0;
+    timeKindsSeen_ |= kind;
+    PropertyPtr property = first ? PlainTimeProperty(line) : nullptr;
+    if (property == nullptr) {
+        return false;
+    }
+    madeTimes_.push_back(std::move(property));
+    return true;
+}
+
+// Each made property goes before the ones of its kind libical parsed from
+// later lines.
+void ICalendarReader::AddMadeTimes(icalcomponent* component) {
+    for (PropertyPtr& made : madeTimes_) {
+        const icalproperty_kind kind = icalproperty_isa(made.get());
+        std::vector<icalproperty*> later;
+        for (icalproperty* property = icalcomponent_get_first_property(component, kind);
+             property != nullptr; property = icalcomponent_get_next_property(component, kind)) {
+            later.push_back(property);
+        }
+        for (icalproperty* property : later) {
+            icalcomponent_remove_property(component, property);
+        }
+        icalcomponent_add_property(component, made.release());
+        for (icalproperty* property : later) {
+            icalcomponent_add_property(component, property);
+        }
+    }
+    madeTimes_.clear();
 }
 
 bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
@@ -124,8 +170,7 @@ bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, Comp
         begunOn = open_.front().second;
         open_.pop_back();
     }
-    if (lines_ == Lines::ForImport && open_.size() == 1 && open_.front().first == "VEVENT" &&
-        IsUnreadAndSound(line)) {
+    if (TakesApart(line)) {
         return false;
     }
     icalcomponent* parsed = AddToParser(line);
@@ -157,6 +202,9 @@ QString ICalendarReader::RawValue(const QByteArray& name) const {
 
 bool ICalendarReader::FinishComponent(icalcomponent* parsed, ComponentPtr& component,
                                       int& begunOn) {
+    if (parsed != nullptr) {
+        AddMadeTimes(parsed);
+    }
     ComponentPtr finished(parsed);
     if (finished != nullptr && FirstParseError(finished.get()).isEmpty()) {
         component = std::move(finished);

@@ -11,6 +11,7 @@
 
 #include "kelvane_cal/ical/ContentLines.h"
 #include "kelvane_cal/ical/LibIcal.h"
+#include "kelvane_cal/ical/TimeLines.h"
 
 namespace kelvane::cal {
 
@@ -22,7 +23,9 @@ namespace kelvane::cal {
 // a line that is no property, stops the reading with the line; libical leaves
 // out any other property it cannot read, which becomes a warning.
 // A reader for the import leaves out the lines of an event that the import
-// never reads and libical always takes (see IsUnreadAndSound).
+// never reads and libical always takes (see IsUnreadAndSound), and makes the
+// properties of an event's first plain DTSTART and DTEND itself (see
+// PlainTimeProperty).
 // Lines that are not UTF-8 are read as Windows-1252, and blank lines inside a
 // folded line are skipped; each of these makes one warning about the text.
 class ICalendarReader {
@@ -72,6 +75,9 @@ class ICalendarReader {
     bool TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
                            int& begunOn);
     icalcomponent* AddToParser(const QByteArray& line);
+    bool TakesApart(const QByteArray& line);
+    bool TakeTimeLine(const QByteArray& line);
+    void AddMadeTimes(icalcomponent* component);
     bool FinishComponent(icalcomponent* parsed, ComponentPtr& component, int& begunOn);
     // False when the error stops the reading.
     bool TakeError(const QByteArray& kind, int number, const QByteArray& line,
@@ -94,6 +100,10 @@ class ICalendarReader {
     Place place_ = Place::BeforeCalendar;
     ParserPtr parser_;
     std::string lineForParser_;
+    // The properties made from plain time lines of the component being read,
+    // and the kinds of time line it has had (1 for DTSTART, 2 for DTEND).
+    std::vector<PropertyPtr> madeTimes_;
+    int timeKindsSeen_ = 0;
     std::vector<std::pair<QByteArray, int>> open_;  // component names and their lines
     std::vector<NumberedLine> componentLines_;      // to find the line of an error
     int lastLine_ = 0;

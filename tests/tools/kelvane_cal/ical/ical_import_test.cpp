@@ -169,5 +169,24 @@ TEST(ImportICalendar, TellsOfAnUnreadableStampAndPlacesAnEventWithALocation) {
     EXPECT_EQ(report.Occurrences, 1);
 }
 
+// Of two DTSTARTs the first is the event's start, whichever of them libical
+// parses.
+TEST(ImportICalendar, TakesTheFirstOfTwoStartsWhicheverFormEachHas) {
+    const auto startedOn = [](const QString& first, const QString& second) {
+        ImportReport report;
+        ImportedDates dates;
+        const QStringList event = testing::VEvent("a", {first, second, "SUMMARY:Twice"});
+        EXPECT_FALSE(ImportedBytes(testing::VCalendar(event), 2026, report, dates).isEmpty());
+        QStringList warnings;
+        const CalendarFileContent content = dates.NewCalendar(2026, warnings);
+        return FindDate(content, 1, 5) != nullptr ? 5 : FindDate(content, 1, 6) != nullptr ? 6 : 0;
+    };
+    EXPECT_EQ(startedOn("DTSTART:20260105T100000", "dtstart:20260106T100000"), 5);
+    EXPECT_EQ(startedOn("dtstart:20260106T100000", "DTSTART:20260105T100000"), 6);
+    EXPECT_EQ(startedOn("DTSTART;VALUE=DATE:20260105", "DTSTART:20260106T100000"), 5);
+    EXPECT_EQ(startedOn("DTSTART;VALUE=DATE-TIME:20260106T100000", "DTSTART;VALUE=DATE:20260105"),
+              6);
+}
+
 }  // namespace
 }  // namespace kelvane::cal

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "fixtures/SameTimes.h"
 #include "kelvane_cal/ical/TimeKeys.h"
 #include "kelvane_cal/ical/ZoneBook.h"
 
@@ -16,15 +17,7 @@ icaltimetype LibicalUtcAt(qint64 key) {
 
 void ExpectSameTime(const icaltimetype& is, const icaltimetype& was, qint64 key) {
     SCOPED_TRACE(key);
-    EXPECT_EQ(is.year, was.year);
-    EXPECT_EQ(is.month, was.month);
-    EXPECT_EQ(is.day, was.day);
-    EXPECT_EQ(is.hour, was.hour);
-    EXPECT_EQ(is.minute, was.minute);
-    EXPECT_EQ(is.second, was.second);
-    EXPECT_EQ(is.is_date, was.is_date);
-    EXPECT_EQ(is.is_daylight, was.is_daylight);
-    EXPECT_EQ(is.zone, was.zone);
+    testing::ExpectSameFields(is, was);
 }
 
 // Seconds since 1970 from year 1 on, the years around 1970, leap days and
