@@ -108,7 +108,7 @@ icalcomponent* ICalendarReader::AddToParser(const QByteArray& line) {
 
 // Whether a line of an event is left out of libical's parsing, for the
 // import: one it never reads, or a time line made into its property here.
-bool ICalendarReader::TakesApart(const QByteArray& line) {
+bool ICalendarReader::LeavesOutOfParsing(const QByteArray& line) {
     return lines_ == Lines::ForImport && open_.size() == 1 && open_.front().first == "VEVENT" &&
            (IsUnreadAndSound(line) || TakeTimeLine(line));
 }
@@ -170,7 +170,7 @@ bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, Comp
         begunOn = open_.front().second;
         open_.pop_back();
     }
-    if (TakesApart(line)) {
+    if (LeavesOutOfParsing(line)) {
         return false;
     }
     icalcomponent* parsed = AddToParser(line);

@@ -75,7 +75,7 @@ class ICalendarReader {
     bool TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
                            int& begunOn);
     icalcomponent* AddToParser(const QByteArray& line);
-    bool TakesApart(const QByteArray& line);
+    bool LeavesOutOfParsing(const QByteArray& line);
     bool TakeTimeLine(const QByteArray& line);
     void AddMadeTimes(icalcomponent* component);
     bool FinishComponent(icalcomponent* parsed, ComponentPtr& component, int& begunOn);

@@ -7,15 +7,16 @@ namespace kelvane::cal {
 
 namespace {
 
-bool HasNoParts(const short* parts) {
-    return parts[0] == ICAL_RECURRENCE_ARRAY_MAX;
+bool IsEmptyList(const short* values) {
+    return values[0] == ICAL_RECURRENCE_ARRAY_MAX;
 }
 
-bool HasNoByParts(const icalrecurrencetype& rule) {
-    return HasNoParts(rule.by_second) && HasNoParts(rule.by_minute) && HasNoParts(rule.by_hour) &&
-           HasNoParts(rule.by_day) && HasNoParts(rule.by_month_day) &&
-           HasNoParts(rule.by_year_day) && HasNoParts(rule.by_week_no) &&
-           HasNoParts(rule.by_month) && HasNoParts(rule.by_set_pos);
+bool HasNoByLists(const icalrecurrencetype& rule) {
+    return IsEmptyList(rule.by_second) && IsEmptyList(rule.by_minute) &&
+           IsEmptyList(rule.by_hour) && IsEmptyList(rule.by_day) &&
+           IsEmptyList(rule.by_month_day) && IsEmptyList(rule.by_year_day) &&
+           IsEmptyList(rule.by_week_no) && IsEmptyList(rule.by_month) &&
+           IsEmptyList(rule.by_set_pos);
 }
 
 // A start libical takes as it is: a wall-clock time or a date, a real date
@@ -32,7 +33,7 @@ bool IsPlainStart(const icaltimetype& start) {
 
 bool PlainSteps::Fits(const icalrecurrencetype& rule, const icaltimetype& start) {
     return (rule.freq == ICAL_DAILY_RECURRENCE || rule.freq == ICAL_WEEKLY_RECURRENCE) &&
-           rule.interval >= 1 && rule.count >= 0 && rule.rscale == nullptr && HasNoByParts(rule) &&
+           rule.interval >= 1 && rule.count >= 0 && rule.rscale == nullptr && HasNoByLists(rule) &&
            IsPlainStart(start);
 }
 
