@@ -1,6 +1,10 @@
 #include "kelvane_cal/ical/ContentLines.h"
 
+#include "kelvane_cal/ical/TimeLines.h"
+
 #include <QSet>
+
+#include <algorithm>
 
 namespace kelvane::cal {
 
@@ -121,10 +125,43 @@ bool HasNoValue(const QByteArray& line) {
     return ValueStart(line) == line.size();
 }
 
+bool IsBlank(QByteArrayView text) {
+    return std::all_of(text.begin(), text.end(), [](char c) {
+        return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r';
+    });
+}
+
 // "RDATE: " and the like: a value of blanks alone.
 bool HasBlankValue(const QByteArray& line) {
     const qsizetype start = ValueStart(line);
-    return start >= 0 && line.mid(start).trimmed().isEmpty();
+    return start >= 0 && IsBlank(QByteArrayView(line).sliced(start));
+}
+
+namespace {
+
+// "20260101T000000Z": a real date and time of day.
+bool IsFullUtcTime(QByteArrayView value) {
+    icaltimetype time;
+    return ReadDateTime(value, true, time);
+}
+
+// libical refuses a value of blanks alone as no value.
+bool IsPlainText(QByteArrayView value) {
+    return !IsBlank(value) && std::none_of(value.begin(), value.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
+    });
+}
+
+}  // namespace
+
+bool IsUnreadAndSound(const QByteArray& line) {
+    const QByteArrayView view(line);
+    for (const char* name : {"DTSTAMP:", "CREATED:", "LAST-MODIFIED:"}) {
+        if (view.startsWith(name)) {
+            return IsFullUtcTime(view.sliced(qstrlen(name)));
+        }
+    }
+    return view.startsWith("LOCATION:") && IsPlainText(view.sliced(9));
 }
 
 // Why a line stops the reading, in Kelvane's words rather than libical's,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 #include "kelvane_cal/ical/LibIcal.h"
@@ -40,8 +41,18 @@ qsizetype ValueStart(const QByteArray& line);
 // only ends in a colon ("SUMMARY:To do:") is not empty.
 bool HasNoValue(const QByteArray& line);
 
+// Whether `text` holds nothing but the blanks QByteArray::trimmed takes away.
+bool IsBlank(QByteArrayView text);
+
 // "RDATE: " and the like: a value of blanks alone.
 bool HasBlankValue(const QByteArray& line);
+
+// A line of an event that the import never reads and that libical always
+// takes without an error, so that it need not be parsed: a DTSTAMP, CREATED
+// or LAST-MODIFIED without parameters whose value is a real date and time in
+// UTC written out in full (see ReadDateTime), or a LOCATION without parameters whose value
+// holds more than blanks and no control characters.
+bool IsUnreadAndSound(const QByteArray& line);
 
 // Why a line stops the reading, in Kelvane's words rather than libical's,
 // whose "Removing entire property" is not what happens then.

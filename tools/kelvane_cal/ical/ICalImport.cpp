@@ -70,21 +70,55 @@ bool Importer::Failed(const ICalendarReader& reader) {
     return true;
 }
 
-bool Importer::ReadZonesAndMoves(QIODevice& file) {
-    ICalendarReader reader(file);
+// One reading places the events as they come. A zone or a moved occurrence
+// found once an event has been read could change what that event became, so
+// then the events are placed again in a second reading, with every zone and
+// move known. A file the reader cannot read imports nothing, and one that
+// cannot be read twice neither, whichever way it was read.
+bool Importer::Import(QIODevice& file) {
+    const ImportedDates datesBefore = dates_;
+    const ImportReport reportBefore = report_;
+    ICalendarReader reader(file, ICalendarReader::Lines::ForImport);
+    const bool placedAll = ReadAndPlace(reader);
+    const bool readable = !reader.Failed() && file.seek(0);
+    if (!readable || placeAgain_) {
+        dates_ = datesBefore;
+        report_ = reportBefore;
+        tally_ = WarningTally();
+    }
+    if (Failed(reader) || !readable) {
+        return false;
+    }
+    ResolveMoves();
+    if (placeAgain_) {
+        return PlaceEvents(file);
+    }
+    TakeReaderWarnings(reader);
+    return placedAll;
+}
+
+// False when the placing stopped at a rule cut short; the file is read to
+// its end all the same, for its zones, its moves and its problems.
+bool Importer::ReadAndPlace(ICalendarReader& reader) {
     ComponentPtr component;
     int line = 0;
+    bool sawEvent = false;
+    bool placing = true;
     while (reader.Next(component, line)) {
         const icalcomponent_kind kind = icalcomponent_isa(component.get());
         if (kind == ICAL_VTIMEZONE_COMPONENT) {
+            placeAgain_ = placeAgain_ || sawEvent;
             zones_.Add(std::move(component));
         } else if (kind == ICAL_VEVENT_COMPONENT) {
-            NoteMove(component.get());
+            sawEvent = true;
+            placeAgain_ = NoteMove(component.get()) || placeAgain_;
+            placing = placing && (placeAgain_ || TakeEvent(reader, component.get(), line));
         }
     }
-    if (Failed(reader)) {
-        return false;
-    }
+    return placing;
+}
+
+void Importer::ResolveMoves() {
     // Every zone is known by now; none is added later, so Find's answers stay valid.
     for (MovedOccurrence& move : pendingMoves_) {
         if (!move.Time.is_date && !icaltime_is_utc(move.Time) && !move.Zone.isEmpty()) {
@@ -95,41 +129,47 @@ bool Importer::ReadZonesAndMoves(QIODevice& file) {
         moved_[move.Uid].push_back(move.Time);
     }
     pendingMoves_.clear();
-    return true;
 }
 
-void Importer::NoteMove(icalcomponent* event) {
+bool Importer::NoteMove(icalcomponent* event) {
     icalproperty* id = icalcomponent_get_first_property(event, ICAL_RECURRENCEID_PROPERTY);
     if (id == nullptr || icalcomponent_get_uid(event) == nullptr) {
-        return;
+        return false;
     }
     icalparameter* zone = icalproperty_get_first_parameter(id, ICAL_TZID_PARAMETER);
     pendingMoves_.push_back(
         {QByteArray(icalcomponent_get_uid(event)), icalproperty_get_recurrenceid(id),
          zone == nullptr ? QByteArray() : QByteArray(icalparameter_get_tzid(zone))});
+    return true;
+}
+
+bool Importer::TakeEvent(const ICalendarReader& reader, icalcomponent* event, int line) {
+    ++report_.Events;
+    writtenDuration_ = icalcomponent_get_first_property(event, ICAL_DURATION_PROPERTY) != nullptr
+                           ? reader.RawValue("DURATION")
+                           : QString();
+    return PlaceEvent(event, line);
 }
 
 bool Importer::PlaceEvents(QIODevice& file) {
-    ICalendarReader reader(file);
+    ICalendarReader reader(file, ICalendarReader::Lines::ForImport);
     ComponentPtr component;
     int line = 0;
     while (reader.Next(component, line)) {
-        if (icalcomponent_isa(component.get()) == ICAL_VEVENT_COMPONENT) {
-            ++report_.Events;
-            writtenDuration_ =
-                icalcomponent_get_first_property(component.get(), ICAL_DURATION_PROPERTY) != nullptr
-                    ? reader.RawValue("DURATION")
-                    : QString();
-            if (!PlaceEvent(component.get(), line)) {
-                return false;
-            }
+        if (icalcomponent_isa(component.get()) == ICAL_VEVENT_COMPONENT &&
+            !TakeEvent(reader, component.get(), line)) {
+            return false;
         }
     }
+    TakeReaderWarnings(reader);
+    return !Failed(reader);
+}
+
+void Importer::TakeReaderWarnings(const ICalendarReader& reader) {
     textWarnings_ = reader.TextWarnings();
     for (const auto& [number, warning] : reader.Warnings()) {
         tally_.Add(warning + QStringLiteral("; the line is left out"), number);
     }
-    return !Failed(reader);
 }
 
 void Importer::StopAtARuleCutShort(int line) {
@@ -213,7 +253,7 @@ bool ImportICalendar(QIODevice& file, const ImportRequest& request, ImportedDate
                      ImportReport& report) {
     icalerror_set_errors_are_fatal(0);
     Importer importer(request, dates, report);
-    if (!importer.ReadZonesAndMoves(file) || !file.seek(0) || !importer.PlaceEvents(file)) {
+    if (!importer.Import(file)) {
         if (report.ProblemLine == 0) {
             report.ProblemLine = 1;
             report.Problem =

@@ -23,10 +23,12 @@ struct ImportReport {
     int Occurrences = 0;  // their occurrences in the year
 };
 
-// Reads an iCalendar file twice: first its time zones and the occurrences
-// that other events move, then the events, whose occurrences in the year
-// become titles (all-day events, with their descriptions as notes) and
-// activities (timed events) of `dates`. False when libical rejects the file.
+// Reads an iCalendar file's time zones, the occurrences that other events
+// move, and the events, whose occurrences in the year become titles (all-day
+// events, with their descriptions as notes) and activities (timed events) of
+// `dates`: in one reading when every zone comes before the first event and
+// no event moves another's occurrence, else in a second reading with all
+// zones and moves known. False when libical rejects the file.
 bool ImportICalendar(QIODevice& file, const ImportRequest& request, ImportedDates& dates,
                      ImportReport& report);
 

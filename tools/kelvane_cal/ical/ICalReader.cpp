@@ -4,7 +4,8 @@
 
 namespace kelvane::cal {
 
-ICalendarReader::ICalendarReader(QIODevice& device) : device_(device), parser_(icalparser_new()) {}
+ICalendarReader::ICalendarReader(QIODevice& device, Lines lines)
+    : device_(device), lines_(lines), parser_(icalparser_new()) {}
 
 bool ICalendarReader::Fail(int line, const QString& problem) {
     if (problemLine_ == 0) {
@@ -19,7 +20,7 @@ bool ICalendarReader::Next(ComponentPtr& component, int& line) {
     int number = 0;
     while (NextContentLine(content, number)) {
         lastLine_ = number;
-        if (content.trimmed().isEmpty()) {
+        if (IsBlank(content)) {
             continue;
         }
         if (TakeLine(content, number, component, line)) {
@@ -90,11 +91,63 @@ bool ICalendarReader::TakeCalendarLine(const QByteArray& line, int number) {
     place_ = Place::InComponent;
     open_.clear();
     componentLines_.clear();
-    QByteArray copy = line;
+    madeTimes_.clear();
+    timeKindsSeen_ = 0;
     open_.emplace_back(begin, number);
     componentLines_.emplace_back(number, line);
-    icalparser_add_line(parser_.get(), copy.data());
+    AddToParser(line);
     return false;
+}
+
+icalcomponent* ICalendarReader::AddToParser(const QByteArray& line) {
+    // libical takes the line as changeable; a copy kept for it spares an
+    // allocation for every line.
+    lineForParser_.assign(line.constData(), static_cast<std::size_t>(line.size()));
+    return icalparser_add_line(parser_.get(), lineForParser_.data());
+}
+
+// Whether a line of an event is left out of libical's parsing, for the
+// import: one it never reads, or a time line made into its property here.
+bool ICalendarReader::LeavesOutOfParsing(const QByteArray& line) {
+    return lines_ == Lines::ForImport && open_.size() == 1 && open_.front().first == "VEVENT" &&
+           (IsUnreadAndSound(line) || TakeTimeLine(line));
+}
+
+// Only the first time line of each kind is made here, so that the properties
+// of a kind keep the order of their lines.
+bool ICalendarReader::TakeTimeLine(const QByteArray& line) {
+    const int kind = MayBeTimeLine(line, ICAL_DTSTART_PROPERTY) ? 1
+                     : MayBeTimeLine(line, ICAL_DTEND_PROPERTY) ? 2
+                                                                : 0;
+    const bool first = kind != 0 && (timeKindsSeen_ & kind) == 0;
+    timeKindsSeen_ |= kind;
+    PropertyPtr property = first ? PlainTimeProperty(line) : nullptr;
+    if (property == nullptr) {
+        return false;
+    }
+    madeTimes_.push_back(std::move(property));
+    return true;
+}
+
+// Each made property goes before the ones of its kind libical parsed from
+// later lines.
+void ICalendarReader::AddMadeTimes(icalcomponent* component) {
+    for (PropertyPtr& made : madeTimes_) {
+        const icalproperty_kind kind = icalproperty_isa(made.get());
+        std::vector<icalproperty*> later;
+        for (icalproperty* property = icalcomponent_get_first_property(component, kind);
+             property != nullptr; property = icalcomponent_get_next_property(component, kind)) {
+            later.push_back(property);
+        }
+        for (icalproperty* property : later) {
+            icalcomponent_remove_property(component, property);
+        }
+        icalcomponent_add_property(component, made.release());
+        for (icalproperty* property : later) {
+            icalcomponent_add_property(component, property);
+        }
+    }
+    madeTimes_.clear();
 }
 
 bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
@@ -117,8 +170,10 @@ bool ICalendarReader::TakeComponentLine(const QByteArray& line, int number, Comp
         begunOn = open_.front().second;
         open_.pop_back();
     }
-    QByteArray copy = line;
-    icalcomponent* parsed = icalparser_add_line(parser_.get(), copy.data());
+    if (LeavesOutOfParsing(line)) {
+        return false;
+    }
+    icalcomponent* parsed = AddToParser(line);
     if (!open_.empty()) {
         if (parsed != nullptr) {
             icalcomponent_free(parsed);
@@ -147,16 +202,19 @@ QString ICalendarReader::RawValue(const QByteArray& name) const {
 
 bool ICalendarReader::FinishComponent(icalcomponent* parsed, ComponentPtr& component,
                                       int& begunOn) {
+    if (parsed != nullptr) {
+        AddMadeTimes(parsed);
+    }
     ComponentPtr finished(parsed);
+    if (finished != nullptr && FirstParseError(finished.get()).isEmpty()) {
+        component = std::move(finished);
+        return true;
+    }
     const QByteArray kind = componentLines_.front().second.mid(6).trimmed().toUpper();
     if (finished == nullptr) {
         parser_.reset(icalparser_new());
         return Fail(begunOn,
                     QStringLiteral("libical cannot read the %1").arg(QString::fromUtf8(kind)));
-    }
-    if (FirstParseError(finished.get()).isEmpty()) {
-        component = std::move(finished);
-        return true;
     }
     // libical keeps no line numbers: each line is read again on its own.
     bool found = false;

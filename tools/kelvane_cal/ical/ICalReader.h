@@ -5,11 +5,13 @@
 #include <QString>
 #include <QStringList>
 
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "kelvane_cal/ical/ContentLines.h"
 #include "kelvane_cal/ical/LibIcal.h"
+#include "kelvane_cal/ical/TimeLines.h"
 
 namespace kelvane::cal {
 
@@ -20,11 +22,16 @@ namespace kelvane::cal {
 // An error libical marks in a property that says when an event happens, or in
 // a line that is no property, stops the reading with the line; libical leaves
 // out any other property it cannot read, which becomes a warning.
+// A reader for the import leaves out the lines of an event that the import
+// never reads and libical always takes (see IsUnreadAndSound), and makes the
+// properties of an event's first plain DTSTART and DTEND itself (see
+// PlainTimeProperty).
 // Lines that are not UTF-8 are read as Windows-1252, and blank lines inside a
 // folded line are skipped; each of these makes one warning about the text.
 class ICalendarReader {
   public:
-    explicit ICalendarReader(QIODevice& device);
+    enum class Lines { All, ForImport };
+    explicit ICalendarReader(QIODevice& device, Lines lines = Lines::All);
 
     // The next top-level component and the line it begins on; false at the end
     // of the file and at the first problem.
@@ -57,6 +64,7 @@ class ICalendarReader {
         void Report(const QString& what, QStringList& warnings) const;
     };
 
+    bool TakeRawLine(QByteArray& line);
     bool ReadPhysicalLine(QByteArray& line, int& number);
     bool ReadNonBlankLine(QByteArray& line, int& number);
     bool NextContentLine(QByteArray& line, int& number);
@@ -66,6 +74,10 @@ class ICalendarReader {
     bool TakeCalendarLine(const QByteArray& line, int number);
     bool TakeComponentLine(const QByteArray& line, int number, ComponentPtr& component,
                            int& begunOn);
+    icalcomponent* AddToParser(const QByteArray& line);
+    bool LeavesOutOfParsing(const QByteArray& line);
+    bool TakeTimeLine(const QByteArray& line);
+    void AddMadeTimes(icalcomponent* component);
     bool FinishComponent(icalcomponent* parsed, ComponentPtr& component, int& begunOn);
     // False when the error stops the reading.
     bool TakeError(const QByteArray& kind, int number, const QByteArray& line,
@@ -74,6 +86,9 @@ class ICalendarReader {
     bool FailAtEnd();
 
     QIODevice& device_;
+    Lines lines_;
+    QByteArray chunk_;  // read from the device, from chunkAt_ on not yet taken
+    qsizetype chunkAt_ = 0;
     int physicalLine_ = 0;
     QByteArray pending_;
     int pendingNumber_ = 0;
@@ -84,6 +99,11 @@ class ICalendarReader {
 
     Place place_ = Place::BeforeCalendar;
     ParserPtr parser_;
+    std::string lineForParser_;
+    // The properties made from plain time lines of the component being read,
+    // and the kinds of time line it has had (1 for DTSTART, 2 for DTEND).
+    std::vector<PropertyPtr> madeTimes_;
+    int timeKindsSeen_ = 0;
     std::vector<std::pair<QByteArray, int>> open_;  // component names and their lines
     std::vector<NumberedLine> componentLines_;      // to find the line of an error
     int lastLine_ = 0;

@@ -1,6 +1,7 @@
 #include <QByteArrayView>
 
 #include <algorithm>
+#include <utility>
 
 #include "kelvane_cal/ical/ContentLines.h"
 #include "kelvane_cal/ical/ICalReader.h"
@@ -16,25 +17,47 @@ namespace {
 // than read into memory.
 constexpr qint64 kLongestLine = 16 * 1024 * 1024;
 
+constexpr qint64 kChunkSize = 16 * 1024;
+
 }  // namespace
 
+// The bytes of the next line with its line end, read from the file in
+// chunks: false when a line is longer than kLongestLine.
+bool ICalendarReader::TakeRawLine(QByteArray& line) {
+    line.clear();
+    for (;;) {
+        if (chunkAt_ >= chunk_.size()) {
+            chunk_ = device_.read(kChunkSize);
+            chunkAt_ = 0;
+            if (chunk_.isEmpty()) {
+                return true;
+            }
+        }
+        const qsizetype newline = chunk_.indexOf('\n', chunkAt_);
+        const qsizetype end = newline < 0 ? chunk_.size() : newline + 1;
+        if (line.isEmpty()) {
+            line = QByteArray(chunk_.constData() + chunkAt_, end - chunkAt_);
+        } else {
+            line.append(chunk_.constData() + chunkAt_, end - chunkAt_);
+        }
+        chunkAt_ = end;
+        if (line.size() > kLongestLine) {
+            return false;
+        }
+        if (newline >= 0) {
+            return true;
+        }
+    }
+}
+
 bool ICalendarReader::ReadPhysicalLine(QByteArray& line, int& number) {
-    if (Failed() || device_.atEnd()) {
+    if (Failed() || (chunkAt_ >= chunk_.size() && device_.atEnd())) {
         return false;
     }
     number = ++physicalLine_;
-    line.clear();
-    // Read in pieces, so that a line costs what it holds.
-    char piece[8192];
-    while (!line.endsWith('\n')) {
-        const qint64 length = device_.readLine(piece, sizeof piece);
-        if (length <= 0) {
-            break;
-        }
-        line.append(piece, length);
-        if (line.size() > kLongestLine) {
-            return Fail(number, QStringLiteral("the line is longer than 16 MB"));
-        }
+    // Read in chunks, so that a line costs what it holds.
+    if (!TakeRawLine(line)) {
+        return Fail(number, QStringLiteral("the line is longer than 16 MB"));
     }
     while (line.endsWith('\n') || line.endsWith('\r')) {
         line.chop(1);
@@ -44,7 +67,7 @@ bool ICalendarReader::ReadPhysicalLine(QByteArray& line, int& number) {
     }
     // The first text decides whether this is iCalendar at all: a binary file
     // is refused as such, not for the CRs it happens to hold.
-    if (!sawText_ && !line.trimmed().isEmpty()) {
+    if (!sawText_ && !IsBlank(line)) {
         sawText_ = true;
         const qsizetype firstCr = line.indexOf('\r');
         if (NameAfter(firstCr < 0 ? line : line.left(firstCr), "BEGIN") != "VCALENDAR") {
@@ -74,7 +97,7 @@ bool ICalendarReader::NextContentLine(QByteArray& line, int& number) {
     if (!havePending_ && !ReadNonBlankLine(pending_, pendingNumber_)) {
         return false;
     }
-    line = pending_;
+    line = std::move(pending_);
     number = pendingNumber_;
     havePending_ = false;
     QByteArray next;
@@ -86,7 +109,7 @@ bool ICalendarReader::NextContentLine(QByteArray& line, int& number) {
             continue;
         }
         if (!next.startsWith(' ') && !next.startsWith('\t')) {
-            pending_ = next;
+            pending_ = std::move(next);
             pendingNumber_ = nextNumber;
             havePending_ = true;
             break;
@@ -148,9 +171,13 @@ QStringList ICalendarReader::TextWarnings() const {
 // or EXDATE adds or takes away no date and is passed over with a warning; any
 // other empty property that says when an event happens stops the reading.
 bool ICalendarReader::PassesOverEmpty(const QByteArray& line, int number) {
+    // Most lines have a value, and their names are not needed.
+    if (!HasNoValue(line) && !HasBlankValue(line)) {
+        return false;
+    }
     const QByteArray name = PropertyName(line);
     const bool listsDates = name == "RDATE" || name == "EXDATE";
-    if (!HasNoValue(line) && !(listsDates && HasBlankValue(line))) {
+    if (!HasNoValue(line) && !listsDates) {
         return false;
     }
     if (listsDates) {

@@ -43,7 +43,7 @@ bool Importer::PlaceEvent(icalcomponent* event, int line) {
     const std::vector<icaltimetype>& moved = found != moved_.cend() ? *found : noMoves;
     QStringList problems;
     bool cutShort = false;
-    const std::vector<icaltimetype> starts =
+    const std::vector<Occurrence> starts =
         OccurrencesBetween(event, shape.Start, zones_, moved, from,
                            nextYearStart_ - 1 + kZoneMargin, problems, cutShort);
     if (cutShort) {
@@ -55,7 +55,7 @@ bool Importer::PlaceEvent(icalcomponent* event, int line) {
     }
     // Occurrences of a long all-day event overlap; each day is placed once.
     DaysPlaced placed;
-    for (const icaltimetype& start : starts) {
+    for (const Occurrence& start : starts) {
         if (!shape.Start.is_date) {
             PlaceTimed(event, shape, start);
         } else if (!PlaceAllDay(event, shape, start, placed)) {
@@ -65,11 +65,12 @@ bool Importer::PlaceEvent(icalcomponent* event, int line) {
     return true;
 }
 
-bool Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start,
-                           DaysPlaced& placed) {
+bool Importer::PlaceAllDay(icalcomponent* event, const EventShape& shape,
+                           const Occurrence& occurrence, DaysPlaced& placed) {
+    const icaltimetype& start = occurrence.Start;
     const qint64 days = shape.HasLength ? std::max<qint64>(shape.Length / kSecondsInADay, 1) : 1;
     // Only the days in the year are visited, however long the event.
-    const qint64 startKey = TimeKey(start);
+    const qint64 startKey = occurrence.Key;
     const qint64 firstDay = std::max<qint64>((yearStart_ - startKey) / kSecondsInADay, 0);
     const qint64 endDay = std::min<qint64>((nextYearStart_ - startKey) / kSecondsInADay, days);
     const QString summary = FromIcal(icalcomponent_get_summary(event));
@@ -99,14 +100,15 @@ icaltimetype Importer::LocalAt(qint64 key, const icaltimetype& start) const {
 }
 
 void Importer::PlaceTimed(icalcomponent* event, const EventShape& shape,
-                          const icaltimetype& start) {
-    const icaltimetype local = LocalAt(TimeKey(start), start);
+                          const Occurrence& occurrence) {
+    const icaltimetype& start = occurrence.Start;
+    const icaltimetype local = LocalAt(occurrence.Key, start);
     if (local.year != request_.Year) {
         return;
     }
     ClockTime end{-1, 0};
     if (shape.HasLength) {
-        const icaltimetype finish = LocalAt(TimeKey(start) + shape.Length, start);
+        const icaltimetype finish = LocalAt(occurrence.Key + shape.Length, start);
         const bool sameDay =
             finish.year == local.year && finish.month == local.month && finish.day == local.day;
         // An end after midnight still reads as a clock time; the end of an event of a

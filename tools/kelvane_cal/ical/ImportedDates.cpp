@@ -174,12 +174,19 @@ void ImportedDates::AddActivity(int month, int day, const QString& description,
         // that the same event compares equal to what an import kept of it.
         text = CutText(text, FixedText<50>::Length);
     }
+    found->Touched = true;
+    auto& activities = found->Activities;
+    // A full date keeps an activity that starts no earlier than its last
+    // one no more than it would after putting it last.
+    if (static_cast<int>(activities.size()) >= kActivitiesPerDate &&
+        CompareClockTime(start, activities.back().StartTime) >= 0) {
+        ++found->ActivitiesLeftOut;
+        return;
+    }
     Appointment entry;
     entry.Description = text;
     entry.StartTime = start;
     entry.EndTime = end;
-    found->Touched = true;
-    auto& activities = found->Activities;
     const auto later = std::upper_bound(activities.begin(), activities.end(), entry,
                                         [](const Appointment& a, const Appointment& b) {
                                             return CompareClockTime(a.StartTime, b.StartTime) < 0;

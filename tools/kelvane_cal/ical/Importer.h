@@ -44,8 +44,9 @@ class Importer {
   public:
     Importer(const ImportRequest& request, ImportedDates& dates, ImportReport& report);
 
-    bool ReadZonesAndMoves(QIODevice& file);
-    bool PlaceEvents(QIODevice& file);
+    // False when the file cannot be read or an event stops the import; the
+    // report then tells why.
+    bool Import(QIODevice& file);
     // The warnings about the file's text first, then the others by their first line.
     void ReportWarnings() {
         report_.Warnings << textWarnings_;
@@ -54,7 +55,14 @@ class Importer {
 
   private:
     bool Failed(const ICalendarReader& reader);
-    void NoteMove(icalcomponent* event);
+    bool ReadAndPlace(ICalendarReader& reader);
+    bool PlaceEvents(QIODevice& file);
+    // False when the event stops the import.
+    bool TakeEvent(const ICalendarReader& reader, icalcomponent* event, int line);
+    void TakeReaderWarnings(const ICalendarReader& reader);
+    // True when the event moves an occurrence of another.
+    bool NoteMove(icalcomponent* event);
+    void ResolveMoves();
     // False when the event cannot be placed and the import stops.
     bool PlaceEvent(icalcomponent* event, int line);
     // An import that leaves out some of an event's occurrences in the year is
@@ -65,9 +73,9 @@ class Importer {
                  EventShape& shape);
     void TakeDuration(icalproperty* duration, int line, EventShape& shape);
     // False once every day of the year has the event.
-    bool PlaceAllDay(icalcomponent* event, const EventShape& shape, const icaltimetype& start,
+    bool PlaceAllDay(icalcomponent* event, const EventShape& shape, const Occurrence& occurrence,
                      DaysPlaced& placed);
-    void PlaceTimed(icalcomponent* event, const EventShape& shape, const icaltimetype& start);
+    void PlaceTimed(icalcomponent* event, const EventShape& shape, const Occurrence& occurrence);
     void AddTimedDescription(icalcomponent* event, const icaltimetype& local,
                              const ClockTime& begin, const QString& summary);
     // The time at `key` (a TimeKey in the frame of `start`) where the dates go.
@@ -80,6 +88,9 @@ class Importer {
     qint64 yearStart_;
     qint64 nextYearStart_;
     ZoneBook zones_;
+    // Set when a zone or a move is found after an event: the events are then
+    // placed in a second reading.
+    bool placeAgain_ = false;
     std::vector<MovedOccurrence> pendingMoves_;
     MovedOccurrences moved_;
     WarningTally tally_;

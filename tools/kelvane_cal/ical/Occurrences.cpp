@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "kelvane_cal/ical/PlainSteps.h"
 #include "kelvane_cal/ical/RuleFrames.h"
 
 namespace kelvane::cal {
@@ -31,19 +32,19 @@ class Collector {
             return false;
         }
         if (key >= from_ && keys_.insert(key).second) {
-            found_.push_back(framed);
+            found_.push_back({framed, key});
         }
         return true;
     }
     bool Full() const { return found_.size() >= static_cast<std::size_t>(kMostOccurrences); }
-    std::vector<icaltimetype>& Found() { return found_; }
+    std::vector<Occurrence>& Found() { return found_; }
 
   private:
     icaltimetype start_;
     qint64 from_;
     qint64 to_;
     std::set<qint64> keys_;
-    std::vector<icaltimetype> found_;
+    std::vector<Occurrence> found_;
 };
 
 icaltimetype AtTheClockOf(icaltimetype time, const icaltimetype& start) {
@@ -55,11 +56,12 @@ icaltimetype AtTheClockOf(icaltimetype time, const icaltimetype& start) {
 
 // Hands the occurrences of `iterator` to `collector`, moved forward by the
 // frame's days. The steps taken, or -1 when it was cut short.
-int Follow(icalrecur_iterator* iterator, qint64 daysForward, Collector& collector,
+template <typename NextOccurrence>
+int Follow(NextOccurrence nextOccurrence, qint64 daysForward, Collector& collector,
            QStringList& warnings) {
     int steps = 0;
-    for (icaltimetype next = icalrecur_iterator_next(iterator); !icaltime_is_null_time(next);
-         next = icalrecur_iterator_next(iterator)) {
+    for (icaltimetype next = nextOccurrence(); !icaltime_is_null_time(next);
+         next = nextOccurrence()) {
         if (++steps > kMostRuleSteps) {
             warnings << QStringLiteral("a repeat rule was followed for %1 steps only")
                             .arg(kMostRuleSteps);
@@ -129,6 +131,34 @@ void WarnWhenFull(const Collector& collector, QStringList& warnings) {
     }
 }
 
+constexpr int kCannotFollow = -2;
+
+// The steps Follow took with libical's iterator, or kCannotFollow.
+int FollowWithLibical(const icalrecurrencetype& rule, const RuleFrame& frame,
+                      const icaltimetype& near, bool startIsNear, Collector& collector,
+                      QStringList& warnings) {
+    RecurIteratorPtr iterator =
+        IteratorNear(rule, frame.Start, MovedByDays(near, -frame.DaysBack), startIsNear);
+    if (iterator == nullptr) {
+        warnings << QStringLiteral("a repeat rule libical cannot follow is left out");
+        return kCannotFollow;
+    }
+    return Follow([&iterator] { return icalrecur_iterator_next(iterator.get()); }, frame.DaysBack,
+                  collector, warnings);
+}
+
+// A plain rule followed from its start, as libical would follow it; libical
+// follows any other, and one it would bring near the window first.
+int FollowWithinLibicalsYears(const icalrecurrencetype& rule, const RuleFrame& frame,
+                              const icaltimetype& near, bool startIsNear, Collector& collector,
+                              QStringList& warnings) {
+    if ((rule.count == 0 && !startIsNear) || !PlainSteps::Fits(rule, frame.Start)) {
+        return FollowWithLibical(rule, frame, near, startIsNear, collector, warnings);
+    }
+    PlainSteps steps(rule, frame.Start);
+    return Follow([&steps] { return steps.Next(); }, frame.DaysBack, collector, warnings);
+}
+
 // False when the rule has occurrences in the window past the last year
 // libical follows that no frame brings into reach.
 bool ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, qint64 to,
@@ -156,14 +186,13 @@ bool ExpandRule(icalproperty* property, const icaltimetype& start, qint64 from, 
         return true;
     }
     rule.until = MovedByDays(rule.until, -frame.DaysBack);
-    RecurIteratorPtr iterator =
-        IteratorNear(rule, frame.Start, MovedByDays(near, -frame.DaysBack),
-                     frame.StartIsNear || TimeKey(start) >= from - 2 * kSecondsInADay);
-    if (iterator == nullptr) {
-        warnings << QStringLiteral("a repeat rule libical cannot follow is left out");
+    const bool startIsNear = frame.StartIsNear || TimeKey(start) >= from - 2 * kSecondsInADay;
+    const int steps =
+        framed ? FollowWithLibical(rule, frame, near, startIsNear, collector, warnings)
+               : FollowWithinLibicalsYears(rule, frame, near, startIsNear, collector, warnings);
+    if (steps == kCannotFollow) {
         return true;
     }
-    const int steps = Follow(iterator.get(), frame.DaysBack, collector, warnings);
     WarnWhenFull(collector, warnings);
     // libical ends a rule at its last year as if it were done.
     return !pastLibical || moved || steps < 0 || (rule.count != 0 && steps >= rule.count);
@@ -198,10 +227,10 @@ Exclusions ExclusionsOf(icalcomponent* event, const icaltimetype& start, const Z
 
 }  // namespace
 
-std::vector<icaltimetype> OccurrencesBetween(icalcomponent* event, const icaltimetype& start,
-                                             const ZoneBook& zones,
-                                             const std::vector<icaltimetype>& moved, qint64 from,
-                                             qint64 to, QStringList& warnings, bool& cutShort) {
+std::vector<Occurrence> OccurrencesBetween(icalcomponent* event, const icaltimetype& start,
+                                           const ZoneBook& zones,
+                                           const std::vector<icaltimetype>& moved, qint64 from,
+                                           qint64 to, QStringList& warnings, bool& cutShort) {
     Collector collector(start, from, to);
     bool unknownZone = false;
     cutShort = false;
@@ -218,13 +247,15 @@ std::vector<icaltimetype> OccurrencesBetween(icalcomponent* event, const icaltim
         collector.Take(zones.TimeOf(date, time, unknownZone));
     }
     const Exclusions excluded = ExclusionsOf(event, start, zones, moved, unknownZone);
-    std::vector<icaltimetype>& found = collector.Found();
-    found.erase(std::remove_if(found.begin(), found.end(),
-                               [&](const icaltimetype& occurrence) {
-                                   return excluded.Times.count(TimeKey(occurrence)) > 0 ||
-                                          excluded.Days.count(DayKey(occurrence)) > 0;
-                               }),
-                found.end());
+    std::vector<Occurrence>& found = collector.Found();
+    if (!excluded.Times.empty() || !excluded.Days.empty()) {
+        found.erase(std::remove_if(found.begin(), found.end(),
+                                   [&](const Occurrence& occurrence) {
+                                       return excluded.Times.count(occurrence.Key) > 0 ||
+                                              excluded.Days.count(DayKey(occurrence.Start)) > 0;
+                                   }),
+                    found.end());
+    }
     if (unknownZone) {
         warnings << QStringLiteral("a time zone nobody knows was taken as local time");
     }

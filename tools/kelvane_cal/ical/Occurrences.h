@@ -24,15 +24,22 @@ inline constexpr int kMostRuleSteps = 1000000;
 // libical follows no repeat rule past this year.
 inline constexpr int kLastRuleYear = 2582;
 
+// The start of one of an event's occurrences, in the frame of the event's
+// start, and its TimeKey.
+struct Occurrence {
+    icaltimetype Start;
+    qint64 Key = 0;
+};
+
 // The starts of an event's occurrences between `from` and `to` (keys of
 // TimeKey in the frame of `start`): DTSTART, the RRULEs' and RDATEs'
 // occurrences, less the EXDATEs and the `moved` occurrences. `start` is
 // DTSTART with its zone. Problems such as a rule followed for too many steps
 // go to `warnings`; `cutShort` tells that a rule could be followed up to
 // kLastRuleYear only, leaving out occurrences in the window.
-std::vector<icaltimetype> OccurrencesBetween(icalcomponent* event, const icaltimetype& start,
-                                             const ZoneBook& zones,
-                                             const std::vector<icaltimetype>& moved, qint64 from,
-                                             qint64 to, QStringList& warnings, bool& cutShort);
+std::vector<Occurrence> OccurrencesBetween(icalcomponent* event, const icaltimetype& start,
+                                           const ZoneBook& zones,
+                                           const std::vector<icaltimetype>& moved, qint64 from,
+                                           qint64 to, QStringList& warnings, bool& cutShort);
 
 }  // namespace kelvane::cal

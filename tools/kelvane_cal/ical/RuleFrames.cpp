@@ -239,9 +239,11 @@ bool StepFrameFor(const icalrecurrencetype& rule, const icaltimetype& start,
 icaltimetype MovedByDays(icaltimetype time, qint64 days) {
     if (days != 0 && !icaltime_is_null_time(time)) {
         const QDate moved = QDate(time.year, time.month, time.day).addDays(days);
-        time.year = moved.year();
-        time.month = moved.month();
-        time.day = moved.day();
+        if (moved.isValid()) {
+            moved.getDate(&time.year, &time.month, &time.day);
+        } else {
+            time.year = time.month = time.day = 0;  // as QDate tells an invalid date
+        }
     }
     return time;
 }

@@ -8,8 +8,9 @@ namespace kelvane::cal {
 
 namespace {
 
-// QDate(1970, 1, 1).toJulianDay()
+// QDate(1970, 1, 1).toJulianDay() and QDate(1, 1, 1).toJulianDay()
 constexpr qint64 kJulianDayOf1970 = 2440588;
+constexpr qint64 kJulianDayOfYear1 = 1721426;
 
 constexpr qint64 kSecondsIn400Years = kDaysIn400Years * kSecondsInADay;
 
@@ -49,10 +50,29 @@ qint64 TimeKey(const icaltimetype& time) {
     return InstantOfWallClock(wallClock, time.zone);
 }
 
+icaltimetype UtcTimeAt(qint64 key) {
+    qint64 days = key / kSecondsInADay;
+    qint64 seconds = key % kSecondsInADay;
+    if (seconds < 0) {
+        seconds += kSecondsInADay;
+        --days;
+    }
+    if (days + kJulianDayOf1970 < kJulianDayOfYear1) {
+        // QDate has no year 0, which the C library counts before year 1.
+        return icaltime_from_timet_with_zone(static_cast<time_t>(key), 0,
+                                             icaltimezone_get_utc_timezone());
+    }
+    icaltimetype time = icaltime_null_time();
+    QDate::fromJulianDay(days + kJulianDayOf1970).getDate(&time.year, &time.month, &time.day);
+    time.hour = static_cast<int>(seconds / 3600);
+    time.minute = static_cast<int>(seconds / 60 % 60);
+    time.second = static_cast<int>(seconds % 60);
+    time.zone = icaltimezone_get_utc_timezone();
+    return time;
+}
+
 int UtcOffsetAt(const icaltimezone* zone, qint64 key) {
-    const qint64 cycles = CyclesPastTheLastRules(key);
-    icaltimetype utc = icaltime_from_timet_with_zone(
-        static_cast<time_t>(key - cycles * kSecondsIn400Years), 0, icaltimezone_get_utc_timezone());
+    icaltimetype utc = UtcTimeAt(key - CyclesPastTheLastRules(key) * kSecondsIn400Years);
     int isDaylight = 0;
     // libical takes the zone as changeable only to extend its list of changes.
     return icaltimezone_get_utc_offset_of_utc_time(const_cast<icaltimezone*>(zone), &utc,
@@ -60,6 +80,9 @@ int UtcOffsetAt(const icaltimezone* zone, qint64 key) {
 }
 
 qint64 InstantOfWallClock(qint64 wallClock, const icaltimezone* zone) {
+    if (zone == icaltimezone_get_utc_timezone()) {
+        return wallClock;  // UTC's offset is always 0
+    }
     // libical reads both a skipped and a repeated time with the offset after
     // the change; RFC 5545 (3.3.5) wants the offset before the gap, and the
     // first of the two instants.
@@ -84,10 +107,28 @@ icaltimetype InFrameOf(icaltimetype time, const icaltimetype& start) {
     return time;
 }
 
+icaltimetype FieldsInZoneAt(qint64 key, const icaltimezone* zone, bool isDate) {
+    icaltimezone* utc = icaltimezone_get_utc_timezone();
+    icaltimetype time = UtcTimeAt(key);
+    // Without a zone, or in UTC, libical's conversion leaves the fields as they are.
+    if (zone == nullptr) {
+        time.zone = nullptr;
+    } else if (zone != utc) {
+        // libical takes the zones as changeable only to extend their lists of changes.
+        icaltimezone_convert_time(&time, utc, const_cast<icaltimezone*>(zone));
+    }
+    time.is_date = isDate ? 1 : 0;
+    if (isDate) {
+        time.hour = 0;
+        time.minute = 0;
+        time.second = 0;
+    }
+    return time;
+}
+
 icaltimetype TimeInZoneAt(qint64 key, const icaltimezone* zone, bool isDate) {
     const qint64 cycles = zone == nullptr ? 0 : CyclesPastTheLastRules(key);
-    icaltimetype time = icaltime_from_timet_with_zone(
-        static_cast<time_t>(key - cycles * kSecondsIn400Years), isDate, zone);
+    icaltimetype time = FieldsInZoneAt(key - cycles * kSecondsIn400Years, zone, isDate);
     time.year += static_cast<int>(cycles * 400);
     // libical works the fields out in the zone but leaves the time without it.
     time.zone = zone;

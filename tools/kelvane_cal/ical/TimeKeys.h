@@ -16,6 +16,15 @@ inline constexpr qint64 kDaysIn400Years = 146097;
 // with a zone, the same count for floating times and dates as if in UTC.
 qint64 TimeKey(const icaltimetype& time);
 
+// The UTC time at `key` (seconds since 1970), as libical's
+// icaltime_from_timet_with_zone gives it in the UTC zone, worked out without
+// the C library's time functions, which take a lock on every call.
+icaltimetype UtcTimeAt(qint64 key);
+
+// The fields of the instant `key` in `zone`, or in UTC for a floating time
+// without one, as libical's icaltime_from_timet_with_zone gives them.
+icaltimetype FieldsInZoneAt(qint64 key, const icaltimezone* zone, bool isDate);
+
 // The offset from UTC in seconds that `zone` has at the instant `key`.
 int UtcOffsetAt(const icaltimezone* zone, qint64 key);
 

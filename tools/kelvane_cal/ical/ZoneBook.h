@@ -10,9 +10,9 @@ class ZoneBook {
   public:
     ZoneBook() : zones_(icalcomponent_new_vcalendar()) {}
 
-    // Keeps a VTIMEZONE component. All zones are added before the first Find:
-    // libical sorts its zones when asked for one, which moves the zones that
-    // earlier answers point at.
+    // Keeps a VTIMEZONE component. An Add makes Find's earlier answers
+    // invalid: libical sorts its zones when asked for one, which moves the
+    // zones that earlier answers point at.
     void Add(ComponentPtr timezone);
     // The zone a TZID names, or null when nobody knows it.
     icaltimezone* Find(const char* tzid) const;

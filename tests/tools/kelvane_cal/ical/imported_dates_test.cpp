@@ -121,6 +121,28 @@ TEST(ImportedDates, KeepsActivitiesByStartTimeAndDropsTheLatest) {
     EXPECT_EQ(warnings, QStringList{"6 June: 6 activities after the 39 earliest left out"});
 }
 
+// On a full date an activity that starts with the last one comes after it,
+// and is the one left out.
+TEST(ImportedDates, LeavesOutAnActivityThatStartsWithTheLastOfAFullDate) {
+    ImportedDates dates;
+    for (int i = 0; i < ImportedDates::kActivitiesPerDate; ++i) {
+        dates.AddActivity(6, 6, QStringLiteral("m%1").arg(i), {10, static_cast<qint16>(i)},
+                          {-1, 0});
+    }
+    dates.AddActivity(6, 6, QStringLiteral("late tie"), {10, 38}, {-1, 0});
+    dates.AddActivity(6, 6, QStringLiteral("early tie"), {10, 0}, {-1, 0});
+    QStringList warnings;
+    QStringList descriptions;
+    const CalendarFileContent content = dates.NewCalendar(2026, warnings);
+    for (const Appointment& activity : FindDate(content, 6, 6)->Schedule) {
+        descriptions << activity.Description.Trimmed();
+    }
+    ASSERT_EQ(descriptions.size(), 39);
+    EXPECT_EQ(descriptions.mid(0, 3), (QStringList{"m0", "early tie", "m1"}));
+    EXPECT_EQ(descriptions.last(), "m37");
+    EXPECT_EQ(warnings, QStringList{"6 June: 2 activities after the 39 earliest left out"});
+}
+
 TEST(ImportedDates, KeepsActivitiesThatStartTogetherInTheOrderTheyCame) {
     ImportedDates dates;
     dates.AddActivity(6, 7, "first", {9, 0}, {-1, 0});
