@@ -2,6 +2,8 @@
 
 #include <curl/curl.h>
 
+#include "kelvane_cal/caldav/CurlEvents.h"
+
 #include <algorithm>
 #include <cerrno>
 
@@ -116,7 +118,7 @@ struct CurlTransfers::Transfer {
 };
 
 struct CurlTransfers::Handles {
-    Handles() : multi(curl_multi_init()) {}
+    Handles() : multi(curl_multi_init()), events(multi) {}
     ~Handles() {
         for (const auto& transfer : running) {
             curl_multi_remove_handle(multi, transfer->easy);
@@ -129,6 +131,7 @@ struct CurlTransfers::Handles {
     Handles& operator=(const Handles&) = delete;
 
     CURLM* multi;
+    CurlEvents events;
     std::vector<std::unique_ptr<Transfer>> running;
     std::vector<std::unique_ptr<Transfer>> idle;
 };
@@ -246,13 +249,11 @@ void CurlTransfers::Collect(std::vector<std::pair<std::size_t, DavReply>>& finis
 std::vector<std::pair<std::size_t, DavReply>> CurlTransfers::Finished() {
     std::vector<std::pair<std::size_t, DavReply>> finished;
     while (!handles_->running.empty()) {
-        int active = 0;
-        curl_multi_perform(handles_->multi, &active);
         Collect(finished);
         if (!finished.empty()) {
             break;
         }
-        curl_multi_poll(handles_->multi, nullptr, 0, 1000, nullptr);
+        handles_->events.WaitAndAct();
     }
     return finished;
 }
