@@ -1,10 +1,6 @@
 #include "kelvane_cal/caldav/CurlEvents.h"
 
-#include <sys/epoll.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 
 namespace kelvane::cal {
 
@@ -12,58 +8,54 @@ namespace {
 
 // The longest wait without looking again, in case a wake-up is missed.
 constexpr int kLongestWait = 1000;
-constexpr int kMostEvents = 16;
 
-// What libcurl wants to hear of a socket, as epoll's flags.
-unsigned EpollFlags(int what) {
-    unsigned flags = 0;
+// What libcurl wants to hear of a socket, as poll's flags.
+short PollFlags(int what) {
+    short flags = 0;
     if (what == CURL_POLL_IN || what == CURL_POLL_INOUT) {
-        flags |= EPOLLIN;
+        flags |= POLLIN;
     }
     if (what == CURL_POLL_OUT || what == CURL_POLL_INOUT) {
-        flags |= EPOLLOUT;
+        flags |= POLLOUT;
     }
     return flags;
 }
 
-// What epoll saw on a socket, as libcurl's flags.
-int CurlFlags(unsigned events) {
+// What poll saw on a socket, as libcurl's flags.
+int CurlFlags(short events) {
     int flags = 0;
-    flags |= (events & EPOLLIN) != 0 ? CURL_CSELECT_IN : 0;
-    flags |= (events & EPOLLOUT) != 0 ? CURL_CSELECT_OUT : 0;
-    flags |= (events & (EPOLLERR | EPOLLHUP)) != 0 ? CURL_CSELECT_ERR : 0;
+    flags |= (events & POLLIN) != 0 ? CURL_CSELECT_IN : 0;
+    flags |= (events & POLLOUT) != 0 ? CURL_CSELECT_OUT : 0;
+    flags |= (events & (POLLERR | POLLHUP | POLLNVAL)) != 0 ? CURL_CSELECT_ERR : 0;
     return flags;
 }
 
 }  // namespace
 
-CurlEvents::CurlEvents(CURLM* multi) : multi_(multi), epoll_(epoll_create1(EPOLL_CLOEXEC)) {
+CurlEvents::CurlEvents(CURLM* multi) : multi_(multi) {
     curl_multi_setopt(multi_, CURLMOPT_SOCKETFUNCTION, &CurlEvents::OnSocket);
     curl_multi_setopt(multi_, CURLMOPT_SOCKETDATA, this);
     curl_multi_setopt(multi_, CURLMOPT_TIMERFUNCTION, &CurlEvents::OnTimer);
     curl_multi_setopt(multi_, CURLMOPT_TIMERDATA, this);
 }
 
-// The multi handle is cleaned up first, while its callbacks may still come.
-CurlEvents::~CurlEvents() {
-    if (epoll_ >= 0) {
-        ::close(epoll_);
-    }
+int CurlEvents::OnSocket(CURL*, curl_socket_t socket, int what, void* self, void*) {
+    static_cast<CurlEvents*>(self)->Watch(socket, what);
+    return 0;
 }
 
-int CurlEvents::OnSocket(CURL*, curl_socket_t socket, int what, void* self, void*) {
-    const int epoll = static_cast<CurlEvents*>(self)->epoll_;
+void CurlEvents::Watch(curl_socket_t socket, int what) {
+    const auto found = std::find_if(watched_.begin(), watched_.end(),
+                                    [socket](const pollfd& one) { return one.fd == socket; });
     if (what == CURL_POLL_REMOVE) {
-        epoll_ctl(epoll, EPOLL_CTL_DEL, socket, nullptr);
-        return 0;
+        if (found != watched_.end()) {
+            watched_.erase(found);
+        }
+    } else if (found != watched_.end()) {
+        found->events = PollFlags(what);
+    } else {
+        watched_.push_back({socket, PollFlags(what), 0});
     }
-    epoll_event event{};
-    event.events = EpollFlags(what);
-    event.data.fd = socket;
-    if (epoll_ctl(epoll, EPOLL_CTL_MOD, socket, &event) != 0 && errno == ENOENT) {
-        epoll_ctl(epoll, EPOLL_CTL_ADD, socket, &event);
-    }
-    return 0;
 }
 
 int CurlEvents::OnTimer(CURLM*, long milliseconds, void* self) {
@@ -82,23 +74,22 @@ int CurlEvents::MillisecondsLeft() const {
     return static_cast<int>(std::clamp<long long>(left.count(), 0, kLongestWait));
 }
 
-void CurlEvents::TimerRanOut() {
-    timerSet_ = false;
-    int running = 0;
-    curl_multi_socket_action(multi_, CURL_SOCKET_TIMEOUT, 0, &running);
-}
-
 void CurlEvents::WaitAndAct() {
     const int wait = MillisecondsLeft();
-    epoll_event ready[kMostEvents];
-    const int count = wait == 0 ? 0 : epoll_wait(epoll_, ready, kMostEvents, wait);
+    // libcurl may change the list while it acts, so it acts on a copy.
+    std::vector<pollfd>& ready = ready_;
+    ready.assign(watched_.begin(), watched_.end());
+    const int count = wait == 0 ? 0 : ::poll(ready.data(), ready.size(), wait);
     int running = 0;
-    for (int index = 0; index < count; ++index) {
-        curl_multi_socket_action(multi_, ready[index].data.fd, CurlFlags(ready[index].events),
-                                 &running);
+    for (std::size_t index = 0; count > 0 && index < ready.size(); ++index) {
+        if (ready[index].revents != 0) {
+            curl_multi_socket_action(multi_, ready[index].fd, CurlFlags(ready[index].revents),
+                                     &running);
+        }
     }
     if (timerSet_ && MillisecondsLeft() == 0) {
-        TimerRanOut();
+        timerSet_ = false;
+        curl_multi_socket_action(multi_, CURL_SOCKET_TIMEOUT, 0, &running);
     }
 }
 
