@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 
 namespace kelvane::cal {
 
@@ -64,6 +65,9 @@ QString ErrorText(CURL* easy, CURLcode code, const char* error, const QUrl& url)
     if (code == CURLE_COULDNT_CONNECT && osError == ECONNREFUSED) {
         return QStringLiteral("Connection refused");
     }
+    if (code == CURLE_ABORTED_BY_CALLBACK) {
+        return QStringLiteral("Operation timed out");  // only the idle check aborts
+    }
     if (code == CURLE_GOT_NOTHING) {
         return QStringLiteral("Connection closed");
     }
@@ -109,12 +113,30 @@ struct CurlTransfers::Transfer {
     Transfer(const Transfer&) = delete;
     Transfer& operator=(const Transfer&) = delete;
 
+    // Gives the transfer up once no data has moved for `idleLimit`, which
+    // libcurl's own low-speed check, an average over several seconds, does
+    // not do at once.
+    static int OnProgress(void* self, curl_off_t, curl_off_t received, curl_off_t,
+                          curl_off_t sent) {
+        auto* transfer = static_cast<Transfer*>(self);
+        const auto now = std::chrono::steady_clock::now();
+        if (received + sent != transfer->moved) {
+            transfer->moved = received + sent;
+            transfer->lastMoved = now;
+            return 0;
+        }
+        return now - transfer->lastMoved >= transfer->idleLimit ? 1 : 0;
+    }
+
     CURL* easy;
     curl_slist* headers = nullptr;
     std::size_t tag = 0;
     QByteArray body;  // kept while libcurl sends it
     DavReply reply;
     char error[CURL_ERROR_SIZE] = {};
+    std::chrono::steady_clock::duration idleLimit{};
+    std::chrono::steady_clock::time_point lastMoved;
+    curl_off_t moved = 0;
 };
 
 struct CurlTransfers::Handles {
@@ -157,7 +179,9 @@ void CurlTransfers::Configure(Transfer& transfer) const {
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, &transfer.reply.Body);
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(easy, CURLOPT_PROXY, "");  // no proxy from the environment
+    // No proxy from the environment, which is then not even looked at.
+    curl_easy_setopt(easy, CURLOPT_PROXY, "");
+    curl_easy_setopt(easy, CURLOPT_NOPROXY, "*");
     curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 0L);  // redirects are the caller's
     curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
@@ -170,7 +194,12 @@ void CurlTransfers::Configure(Transfer& transfer) const {
         curl_easy_setopt(easy, CURLOPT_CAINFO_BLOB, &certificates);
     }
     if (timeoutSeconds_ > 0) {
+        transfer.idleLimit = std::chrono::seconds(timeoutSeconds_);
         curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT, static_cast<long>(timeoutSeconds_));
+        curl_easy_setopt(easy, CURLOPT_NOPROGRESS, 0L);
+        curl_easy_setopt(easy, CURLOPT_XFERINFOFUNCTION, &Transfer::OnProgress);
+        curl_easy_setopt(easy, CURLOPT_XFERINFODATA, &transfer);
+        // Also makes libcurl look at a waiting transfer every second.
         curl_easy_setopt(easy, CURLOPT_LOW_SPEED_LIMIT, 1L);
         curl_easy_setopt(easy, CURLOPT_LOW_SPEED_TIME, static_cast<long>(timeoutSeconds_));
     }
@@ -195,6 +224,8 @@ void CurlTransfers::Start(std::size_t tag, const DavRequest& request,
     transfer->reply.Url = request.Url;
     transfer->body = request.Body;
     transfer->error[0] = '\0';
+    transfer->moved = 0;
+    transfer->lastMoved = std::chrono::steady_clock::now();
     curl_slist_free_all(transfer->headers);
     transfer->headers = HeaderList(request, authorization);
     CURL* easy = transfer->easy;
@@ -217,7 +248,7 @@ void ReadAnswer(CURL* easy, CURLcode code, const char* error, DavReply& reply) {
     reply.Location = HeaderValue(easy, "Location");
     if (code != CURLE_OK) {
         reply.Body.clear();  // a part of a body is no answer
-        reply.TimedOut = code == CURLE_OPERATION_TIMEDOUT;
+        reply.TimedOut = code == CURLE_OPERATION_TIMEDOUT || code == CURLE_ABORTED_BY_CALLBACK;
         reply.TlsRefused = IsTlsFailure(code);
         reply.NetworkError = ErrorText(easy, code, error, reply.Url);
     }
