@@ -8,7 +8,7 @@ packages=(
     cmake ninja-build g++
     qt6-base-dev fonts-dejavu-core
     libgtest-dev libgmock-dev libbenchmark-dev
-    libical-dev dpkg-dev
+    libical-dev libcurl4-openssl-dev dpkg-dev
     desktop-file-utils shared-mime-info
     clang libclang-rt-dev lld
     radicale nginx

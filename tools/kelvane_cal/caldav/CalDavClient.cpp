@@ -1,11 +1,9 @@
 #include "kelvane_cal/caldav/CalDavClient.h"
 
-#include <QAuthenticator>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
-#include <QNetworkReply>
-#include <QNetworkRequest>
+
+#include <algorithm>
 
 #include "kelvane_cal/caldav/DavXml.h"
 
@@ -39,65 +37,39 @@ bool ReadCertificates(const QString& fileName, QList<QSslCertificate>& certifica
     return true;
 }
 
+namespace {
+
+// The certificates a client trusts, in PEM; empty for the system's alone.
+QByteArray TrustedPem(const QList<QSslCertificate>& trusted) {
+    QByteArray pem;
+    if (!trusted.isEmpty()) {
+        for (const QSslCertificate& certificate : TrustingConfiguration(trusted).caCertificates()) {
+            pem += certificate.toPem();
+        }
+    }
+    return pem;
+}
+
+QByteArray BasicAuthorization(const Credentials& credentials) {
+    if (credentials.User.isEmpty()) {
+        return {};
+    }
+    return "Basic " +
+           (credentials.User + QLatin1Char(':') + credentials.Password).toUtf8().toBase64();
+}
+
+}  // namespace
+
+// The credentials go with every request, so that the server never has to ask.
 CalDavClient::CalDavClient(const Credentials& credentials, int timeoutSeconds,
                            const QList<QSslCertificate>& trusted)
-    : timeoutSeconds_(timeoutSeconds) {
-    if (!trusted.isEmpty()) {
-        tls_ = TrustingConfiguration(trusted);
-        ownTls_ = true;
-    }
-    if (!credentials.User.isEmpty()) {
-        authorization_ =
-            "Basic " +
-            (credentials.User + QLatin1Char(':') + credentials.Password).toUtf8().toBase64();
-    }
-    // The credentials go with every request; asked again, they were wrong.
-    QObject::connect(&manager_, &QNetworkAccessManager::authenticationRequired,
-                     [](QNetworkReply*, QAuthenticator*) {});
-}
+    : authorization_(BasicAuthorization(credentials)),
+      timeoutSeconds_(timeoutSeconds),
+      transfers_(timeoutSeconds, TrustedPem(trusted)) {}
 
-QNetworkReply* CalDavClient::Start(const DavRequest& request) {
-    QNetworkRequest http(request.Url);
-    // Redirects are followed here, not by Qt, which would turn a redirected
-    // PUT into a GET.
-    http.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                      QNetworkRequest::ManualRedirectPolicy);
-    http.setTransferTimeout(timeoutSeconds_ * 1000);
-    if (ownTls_) {
-        http.setSslConfiguration(tls_);
-    }
-    if (!authorization_.isEmpty()) {
-        http.setRawHeader("Authorization", authorization_);
-    }
-    for (const auto& [name, value] : request.Headers) {
-        http.setRawHeader(name, value);
-    }
+void CalDavClient::Start(std::size_t index, const DavRequest& request) {
     ++sent_[request.Method];
-    return manager_.sendCustomRequest(http, request.Method, request.Body);
-}
-
-DavReply CalDavClient::Finish(QNetworkReply* reply) const {
-    DavReply answer;
-    answer.Url = reply->request().url();
-    answer.Status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    // A reply aborted by its time-out is closed: reading it would only make
-    // Qt print a warning of its own.
-    answer.Body = reply->isOpen() ? reply->readAll() : QByteArray();
-    answer.ETag = reply->rawHeader("ETag");
-    answer.Location = reply->rawHeader("Location");
-    const QNetworkReply::NetworkError error = reply->error();
-    answer.TimedOut =
-        error == QNetworkReply::OperationCanceledError || error == QNetworkReply::TimeoutError;
-    answer.TlsRefused = error == QNetworkReply::SslHandshakeFailedError;
-    answer.Anonymous = authorization_.isEmpty();
-    const bool httpError = error >= QNetworkReply::ContentAccessDenied &&
-                           error <= QNetworkReply::UnknownServerError && answer.Status != 0;
-    const bool redirect = answer.Status >= 300 && answer.Status < 400;
-    if (error != QNetworkReply::NoError && !httpError && !redirect) {
-        answer.NetworkError = reply->errorString();
-    }
-    reply->deleteLater();
-    return answer;
+    transfers_.Start(index, request, authorization_);
 }
 
 DavReply CalDavClient::Send(const DavRequest& request) {
@@ -151,50 +123,60 @@ std::vector<DavReply> UnsentReplies(const std::vector<DavRequest>& requests) {
 
 }  // namespace
 
+// How far a SendAll has come.
+struct CalDavClient::Progress {
+    std::size_t parallel = 1;  // requests under way at most
+    std::size_t next = 0;      // the first request not yet started
+    std::size_t running = 0;   // started and not yet answered
+    bool stopped = false;      // told to start no more
+};
+
+void CalDavClient::StartMore(const std::vector<DavRequest>& requests, Progress& progress) {
+    while (!progress.stopped && progress.next < requests.size() &&
+           progress.running < progress.parallel) {
+        Start(progress.next, requests[progress.next]);
+        ++progress.next;
+        ++progress.running;
+    }
+}
+
+// Sends the request on when its reply is a redirect to follow; false when
+// the reply is the answer.
+bool CalDavClient::FollowRedirect(const DavRequest& request, std::size_t index, DavReply& reply,
+                                  int& hops) {
+    const QUrl target = RedirectTarget(request, reply);
+    if (target.isEmpty() || hops >= kMostRedirects) {
+        return false;
+    }
+    ++hops;
+    DavRequest moved = request;
+    moved.Url = target;
+    Start(index, moved);
+    return true;
+}
+
 std::vector<DavReply> CalDavClient::SendAll(
     const std::vector<DavRequest>& requests, int parallel,
     const std::function<bool(std::size_t, const DavReply&)>& done) {
     std::vector<DavReply> replies = UnsentReplies(requests);
-    std::size_t next = 0;
-    std::size_t started = 0;
-    std::size_t finished = 0;
-    bool stopped = false;
-    QEventLoop loop;
-    std::function<void(std::size_t, const QUrl&, int)> send;
-    const auto startNext = [&] {
-        if (!stopped && next < requests.size()) {
-            const std::size_t index = next++;
-            ++started;
-            send(index, requests[index].Url, 0);
-        }
-    };
-    send = [&](std::size_t index, const QUrl& url, int hops) {
-        DavRequest request = requests[index];
-        request.Url = url;
-        QNetworkReply* reply = Start(request);
-        QObject::connect(reply, &QNetworkReply::finished, &loop, [&, reply, index, hops] {
-            DavReply answer = Finish(reply);
-            const QUrl target = RedirectTarget(requests[index], answer);
-            if (!target.isEmpty() && hops < kMostRedirects) {
-                send(index, target, hops + 1);
-                return;
+    std::vector<int> hops(requests.size(), 0);
+    Progress progress;
+    progress.parallel = static_cast<std::size_t>(std::max(parallel, 1));
+    transfers_.LimitConnections(static_cast<int>(progress.parallel));
+    StartMore(requests, progress);
+    while (progress.running > 0) {
+        for (auto& [index, reply] : transfers_.Finished()) {
+            reply.Anonymous = authorization_.isEmpty();
+            if (FollowRedirect(requests[index], index, reply, hops[index])) {
+                continue;
             }
-            replies[index] = answer;
+            --progress.running;
+            replies[index] = std::move(reply);
             if (done && !done(index, replies[index])) {
-                stopped = true;
+                progress.stopped = true;
             }
-            if (++finished == started && (stopped || next == requests.size())) {
-                loop.quit();
-            } else {
-                startNext();
-            }
-        });
-    };
-    for (int slot = 0; slot < std::max(parallel, 1); ++slot) {
-        startNext();
-    }
-    if (finished < started) {
-        loop.exec();
+            StartMore(requests, progress);
+        }
     }
     return replies;
 }

@@ -2,44 +2,23 @@
 
 #include <QByteArray>
 #include <QList>
-#include <QNetworkAccessManager>
-#include <QPair>
 #include <QSslCertificate>
 #include <QSslConfiguration>
-#include <QUrl>
 
+#include <functional>
 #include <map>
 #include <vector>
 
 #include "kelvane_cal/caldav/Credentials.h"
+#include "kelvane_cal/caldav/CurlTransfers.h"
+#include "kelvane_cal/caldav/DavMessages.h"
 
 namespace kelvane::cal {
 
-struct DavRequest {
-    QByteArray Method;
-    QUrl Url;
-    QByteArray Body;
-    QList<QPair<QByteArray, QByteArray>> Headers;
-};
-
-struct DavReply {
-    QUrl Url;
-    int Status = 0;  // the HTTP status; 0 when none came
-    QByteArray Body;
-    QByteArray ETag;       // the ETag header, with its quotes
-    QByteArray Location;   // where a redirect points
-    QString NetworkError;  // why no status came, or why the answer was refused
-    bool TimedOut = false;
-    bool TlsRefused = false;       // the server's certificate, or its TLS, was not accepted
-    bool Anonymous = false;        // sent without a user name and password
-    bool RedirectRefused = false;  // to another server, or one that would change the method
-    bool NotSent = false;          // left unsent once the run was told to stop
-};
-
-// Talks HTTP to a CalDAV server through Qt's network access: a few requests
-// at a time over kept-alive connections, redirects followed only within the
-// same origin, TLS errors never ignored. Needs a running Qt application
-// object; waits in a local event loop.
+// Talks HTTP to a CalDAV server through libcurl: a few requests at a time
+// over kept-alive connections, redirects followed only within the same
+// origin, TLS errors never ignored. Waits for the answers itself, without an
+// event loop.
 class CalDavClient {
   public:
     // `trusted`: certificates that may sign the server's, besides the system's.
@@ -58,15 +37,16 @@ class CalDavClient {
     int TimeoutSeconds() const { return timeoutSeconds_; }
 
   private:
-    QNetworkReply* Start(const DavRequest& request);
-    DavReply Finish(QNetworkReply* reply) const;
+    struct Progress;
+
+    void Start(std::size_t index, const DavRequest& request);
+    void StartMore(const std::vector<DavRequest>& requests, Progress& progress);
+    bool FollowRedirect(const DavRequest& request, std::size_t index, DavReply& reply, int& hops);
     QUrl RedirectTarget(const DavRequest& request, DavReply& reply) const;
 
-    QNetworkAccessManager manager_;
     QByteArray authorization_;
-    QSslConfiguration tls_;
-    bool ownTls_ = false;  // tls_ trusts more than the system's certificates
     int timeoutSeconds_;
+    CurlTransfers transfers_;
     std::map<QByteArray, int> sent_;
 };
 

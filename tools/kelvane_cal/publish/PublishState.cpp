@@ -7,17 +7,13 @@
 #include <QJsonObject>
 
 #include "calfile/ReplacingFile.h"
+#include "kelvane_cal/publish/JournalLine.h"
 
 #include <unistd.h>
 
 namespace kelvane::cal {
 
 namespace {
-
-QJsonObject EventFields(const PublishedEvent& event) {
-    return {{QStringLiteral("etag"), QString::fromUtf8(event.ETag)},
-            {QStringLiteral("hash"), QString::fromLatin1(event.Hash)}};
-}
 
 PublishedEvent EventOf(const QJsonObject& fields) {
     return {fields.value(QStringLiteral("etag")).toString().toUtf8(),
@@ -268,9 +264,7 @@ void PublishState::AddToJournal(const QByteArray& line) {
 void PublishState::Put(const QString& uid, const PublishedEvent& event) {
     events_[uid] = event;
     refused_.erase(uid);
-    QJsonObject change = EventFields(event);
-    change.insert(QStringLiteral("uid"), uid);
-    AddToJournal(Compact(change));
+    AddToJournal(PutLine(uid, event));
 }
 
 void PublishState::Erase(const QString& uid) {

@@ -305,6 +305,21 @@ TEST_F(CalDavFailureTest, NoRequestIsStartedOnceTheRunIsToldToStop) {
               10 - heard);
 }
 
+// The time-out counts from the last byte that moved, not from an average
+// speed over several seconds, which a body just sent would keep up.
+TEST_F(CalDavFailureTest, ASilentServerIsGivenUpSoonAfterTheTimeOut) {
+    CalDavClient client({QStringLiteral("alice"), QStringLiteral("secret")}, 1);
+    QElapsedTimer timer;
+    timer.start();
+    const DavReply reply = client.Send({"PUT",
+                                        QUrl(proxy.SilentUrl(QStringLiteral("/alice/plan/e.ics"))),
+                                        QByteArray(4000, 'x'),
+                                        {}});
+    EXPECT_TRUE(reply.TimedOut);
+    EXPECT_EQ(reply.Status, 0);
+    EXPECT_LT(timer.elapsed(), 4000);
+}
+
 TEST_F(CalDavFailureTest, AnImportFromAFailingServerWritesNothing) {
     const QString out = folder.filePath(QStringLiteral("out.cal"));
     const QString full = proxy.Url(QStringLiteral("/full/plan/"));

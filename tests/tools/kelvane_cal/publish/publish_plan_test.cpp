@@ -125,6 +125,24 @@ TEST(EventTexts, TheHashIgnoresTheStampTheOrderAndTheFolds) {
                                          "END:VEVENT\r\n"));
 }
 
+// The stamp is left out whatever the case of its name, and nothing else is;
+// an event split from a calendar has the hash of its own text.
+TEST(EventTexts, TheHashLeavesOutOnlyTheStampInAnyCase) {
+    const QByteArray plain = "BEGIN:VEVENT\r\nUID:one\r\nEND:VEVENT\r\n";
+    EXPECT_EQ(EventHash("BEGIN:VEVENT\r\nUID:one\r\ndtStamp:1\r\nEND:VEVENT\r\n"),
+              EventHash(plain));
+    EXPECT_NE(EventHash("BEGIN:VEVENT\r\nUID:one\r\nDTSTAMX:1\r\nEND:VEVENT\r\n"),
+              EventHash(plain));
+    EXPECT_NE(EventHash("BEGIN:VEVENT\r\nUID:one\r\nDTSTA\r\nEND:VEVENT\r\n"), EventHash(plain));
+    const QByteArray event =
+        "BEGIN:VEVENT\r\nUID:o\r\n ne\r\nDTSTAMP:2\r\nSUMMARY:\xc3\xa9t\xc3\xa9\r\nEND:VEVENT\r\n";
+    const std::vector<EventText> events =
+        SplitEvents("BEGIN:VCALENDAR\r\nVERSION:2.0\r\n" + event + "END:VCALENDAR\r\n");
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0].Uid, QStringLiteral("one"));
+    EXPECT_EQ(events[0].Hash, EventHash(event));
+}
+
 TEST(EventTexts, JoinsCalendarsKeepingEachTimeZoneOnce) {
     const QByteArray zone = "BEGIN:VTIMEZONE\r\nTZID:Europe/Berlin\r\nEND:VTIMEZONE\r\n";
     const QByteArray first = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n" + zone +
