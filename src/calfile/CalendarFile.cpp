@@ -158,12 +158,12 @@ void WriteDaySlot(LineWriter& out, const CalendarFileDate* date) {
         return;
     }
     out.WriteNumber(1);
-    out.WriteText(date->Entry.Title.Trimmed());
+    out.WriteText(TrimmedView(date->Entry.Title.Value()));
     WriteColour(out, date->Entry.TextColour);
     WriteColour(out, date->Entry.BackColour);
     out.WriteNumber(static_cast<qint64>(date->Schedule.size()));
     for (const Appointment& entry : date->Schedule) {
-        out.WriteText(entry.Description.Trimmed());
+        out.WriteText(TrimmedView(entry.Description.Value()));
         out.WriteValueList({entry.EndTime.Hour, entry.EndTime.Minute});
         out.WriteValueList({entry.StartTime.Hour, entry.StartTime.Minute});
     }
