@@ -40,7 +40,9 @@ void ApplyDate(Store& store, MonthViewControl& monthView, const CalendarFileDate
     entry.BackColour = date.Entry.BackColour;
 
     const QString key = MakeDateKey(date.Month, date.Day);
-    store.appointments.DeleteAppointments(key);
+    // The date's stored schedule is written once, whole, by SaveAppointments
+    // below; emptying it on disk first would only write its block twice.
+    store.appointments.ClearAppointmentList();
     int slot = 1;
     for (const Appointment& appointment : date.Schedule) {
         if (!AppointmentSlots::Contains(slot)) {
