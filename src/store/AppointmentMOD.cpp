@@ -2,6 +2,11 @@
 
 #include <QtEndian>
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <string_view>
+
 #include "store/DiaryMOD.h"
 #include "store/Utf16Records.h"
 
@@ -64,17 +69,27 @@ QString MakeDateKey(qint16 month, qint16 day) {
 
 QString FormatClockTime(const ClockTime& time, qint16 style) {
     int hour = time.Hour;
-    QString suffix;
+    std::string_view suffix;
     if (style == 0) {
-        suffix = hour < 12 ? QStringLiteral(" am") : QStringLiteral(" pm");
+        suffix = hour < 12 ? " am" : " pm";
         if (hour == 0) {
             hour = 12;
         } else if (hour >= 13 && hour <= 23) {
             hour -= 12;
         }
     }
-    const QString minute = (QLatin1Char('0') + QString::number(time.Minute)).right(2);
-    return QString::number(hour) + QLatin1Char(':') + minute + suffix;
+    // The minute is the last two characters of "0" and its number: "05",
+    // "30", and for odd values "-1" or "23" (of 123).
+    std::array<char, 8> minute{'0'};
+    const char* minuteEnd = std::to_chars(minute.data() + 1, minute.data() + minute.size(),
+                                          static_cast<int>(time.Minute))
+                                .ptr;
+    std::array<char, 24> text{};
+    char* out = std::to_chars(text.data(), text.data() + 8, hour).ptr;
+    *out++ = ':';
+    out = std::copy(minuteEnd - 2, minuteEnd, out);
+    out = std::copy(suffix.begin(), suffix.end(), out);
+    return QString::fromLatin1(text.data(), out - text.data());
 }
 
 AppointmentMOD::AppointmentMOD(Module1& module1, MessageBoxes& messages)
