@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
 
 #include "calfile/ColourList.h"
 #include "calfile/Conversions.h"
@@ -72,8 +73,8 @@ bool ReadSchedule(LineReader& in, std::vector<Appointment>& schedule) {
         return false;
     }
     schedule.reserve(static_cast<std::size_t>(std::clamp<int>(count, 0, MaxAppointmentsPerDate)));
+    QString description;  // one buffer for every line
     for (int i = 0; i < count; ++i) {
-        QString description;
         Appointment entry;
         if (!in.ReadLine(description) || !ReadClockTime(in, entry.EndTime) ||
             !ReadClockTime(in, entry.StartTime)) {
@@ -81,7 +82,7 @@ bool ReadSchedule(LineReader& in, std::vector<Appointment>& schedule) {
         }
         if (i < MaxAppointmentsPerDate) {
             entry.Description = description;
-            schedule.push_back(entry);
+            schedule.push_back(std::move(entry));
         }
     }
     return true;
