@@ -52,14 +52,13 @@ QByteArray EncodeAppointment(const Appointment& appointment) {
 }
 
 Appointment DecodeAppointment(QByteArrayView record) {
-    Appointment appointment;
     if (record.size() < AppointmentRecordLength) {
-        return appointment;
+        return Appointment{};
     }
-    appointment.Description = DecodeRecordText(record.first(kDescriptionBytes));
-    appointment.StartTime = {GetInteger16(record, kStartHour), GetInteger16(record, kStartMinute)};
-    appointment.EndTime = {GetInteger16(record, kEndHour), GetInteger16(record, kEndMinute)};
-    return appointment;
+    // Made from its fields, the description is not first made blank.
+    return Appointment{DecodeRecordText(record.first(kDescriptionBytes)),
+                       {GetInteger16(record, kStartHour), GetInteger16(record, kStartMinute)},
+                       {GetInteger16(record, kEndHour), GetInteger16(record, kEndMinute)}};
 }
 
 QString MakeDateKey(qint16 month, qint16 day) {
@@ -138,16 +137,18 @@ void AppointmentMOD::LoadAppointments(const QString& key) {
     if (!slot) {
         return;
     }
-    ClearAppointmentList();
     if (!DayIndex.Contains(*slot)) {
+        ClearAppointmentList();
         messages_.Show(QStringLiteral("Did Not Find"));
         return;
     }
     const qint32 block = DayIndex[*slot].Block;
     QByteArray records;
     if (block == 0 || !file_.Read(FirstRecordOfBlock(block), MaxAppointmentsPerDate, records)) {
+        ClearAppointmentList();
         return;
     }
+    // Every entry of the list is read anew: none needs emptying first.
     for (int entry = 1; entry <= MaxAppointmentsPerDate; ++entry) {
         const qsizetype offset = static_cast<qsizetype>(entry - 1) * AppointmentRecordLength;
         AppointmentList[entry] =
