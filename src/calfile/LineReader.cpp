@@ -71,7 +71,11 @@ void DecodeLineInto(QByteArrayView bytes, QString& line) {
         line = DecodeLine(bytes);
         return;
     }
-    line.resize(bytes.size());
+    if (line.isDetached() && line.capacity() >= bytes.size()) {
+        line.resize(bytes.size());
+    } else {
+        line = QString(bytes.size(), Qt::Uninitialized);  // nothing of the old to copy
+    }
     char16_t* out = reinterpret_cast<char16_t*>(line.data());
     unsigned char all = 0;
     for (const char byte : bytes) {
