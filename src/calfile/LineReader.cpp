@@ -161,7 +161,7 @@ bool LineReader::ReadValueList(std::span<qint32> values) {
     if (!NextLine(line)) {
         return false;
     }
-    if (line.count(',') + 1 != static_cast<qsizetype>(values.size())) {
+    if (std::count(line.begin(), line.end(), ',') + 1 != static_cast<qsizetype>(values.size())) {
         return Fail(
             lineNumber_,
             QStringLiteral("%1 numbers separated by commas were expected").arg(values.size()));

@@ -81,6 +81,7 @@ bool ReadNoteSection(LineReader& in, QString& note) {
     // A note of n line breaks has n + 1 lines, so a count below 0 leaves no
     // lines to read: the note is empty and the next line is what follows it.
     QString text;
+    text.reserve(NoteLength + kNoteLineBreak.size());  // room for a whole note at once
     QString line;
     for (int i = 0; i <= breaks; ++i) {
         if (!in.ReadLine(line)) {
