@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
 
 #include "calfile/ColourList.h"
 #include "calfile/Conversions.h"
@@ -72,8 +73,8 @@ bool ReadSchedule(LineReader& in, std::vector<Appointment>& schedule) {
         return false;
     }
     schedule.reserve(static_cast<std::size_t>(std::clamp<int>(count, 0, MaxAppointmentsPerDate)));
+    QString description;  // one buffer for every line
     for (int i = 0; i < count; ++i) {
-        QString description;
         Appointment entry;
         if (!in.ReadLine(description) || !ReadClockTime(in, entry.EndTime) ||
             !ReadClockTime(in, entry.StartTime)) {
@@ -81,7 +82,7 @@ bool ReadSchedule(LineReader& in, std::vector<Appointment>& schedule) {
         }
         if (i < MaxAppointmentsPerDate) {
             entry.Description = description;
-            schedule.push_back(entry);
+            schedule.push_back(std::move(entry));
         }
     }
     return true;
@@ -158,12 +159,12 @@ void WriteDaySlot(LineWriter& out, const CalendarFileDate* date) {
         return;
     }
     out.WriteNumber(1);
-    out.WriteText(date->Entry.Title.Trimmed());
+    out.WriteText(TrimmedView(date->Entry.Title.Value()));
     WriteColour(out, date->Entry.TextColour);
     WriteColour(out, date->Entry.BackColour);
     out.WriteNumber(static_cast<qint64>(date->Schedule.size()));
     for (const Appointment& entry : date->Schedule) {
-        out.WriteText(entry.Description.Trimmed());
+        out.WriteText(TrimmedView(entry.Description.Value()));
         out.WriteValueList({entry.EndTime.Hour, entry.EndTime.Minute});
         out.WriteValueList({entry.StartTime.Hour, entry.StartTime.Minute});
     }

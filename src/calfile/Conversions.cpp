@@ -170,6 +170,18 @@ QString Trim(const QString& text) {
     return LTrim(RTrim(text));
 }
 
+QStringView TrimmedView(QStringView text) {
+    qsizetype first = 0;
+    qsizetype last = text.size();
+    while (last > first && text[last - 1] == u' ') {
+        --last;
+    }
+    while (first < last && text[first] == u' ') {
+        ++first;
+    }
+    return text.sliced(first, last - first);
+}
+
 QString CutText(const QString& text, qsizetype length) {
     if (text.size() <= length) {
         return text;

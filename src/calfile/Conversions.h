@@ -42,6 +42,8 @@ QString Str(qint64 value);
 QString Trim(const QString& text);
 QString LTrim(const QString& text);
 QString RTrim(const QString& text);
+// The same without a copy: the stretch of `text` between its end blanks.
+QStringView TrimmedView(QStringView text);
 
 // The first `length` characters (UTF-16 code units) of a text, as every
 // fixed-length field keeps them. A cut never splits a grapheme: when the last

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <utility>
+
 #include "calfile/Conversions.h"
 
 namespace kelvane {
@@ -16,10 +18,20 @@ class FixedText {
     static constexpr int Length = N;
 
     FixedText() : text_(N, QLatin1Char(' ')) {}
-    FixedText(const QString& text) { *this = text; }  // NOLINT: converts like an assignment
+    FixedText(const QString& text) { *this = text; }        // NOLINT: converts like an assignment
+    FixedText(QString&& text) { *this = std::move(text); }  // NOLINT: the same
 
     FixedText& operator=(const QString& text) {
-        text_ = CutText(text, N).leftJustified(N, QLatin1Char(' '));
+        // A text of exactly N is kept as it is, without cutting or padding it.
+        text_ = text.size() == N ? text : CutText(text, N).leftJustified(N, QLatin1Char(' '));
+        return *this;
+    }
+    FixedText& operator=(QString&& text) {
+        if (text.size() == N) {
+            text_ = std::move(text);
+        } else {
+            *this = std::as_const(text);
+        }
         return *this;
     }
 

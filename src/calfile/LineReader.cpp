@@ -63,6 +63,30 @@ QString DecodeLine(QByteArrayView bytes) {
     return utf8.hasError() ? DecodeCp1252(bytes) : text;
 }
 
+// The same into `line`, whose buffer is used again when it is large enough
+// and `line` its only owner: most lines are ASCII and each byte is copied as
+// it stands.
+void DecodeLineInto(QByteArrayView bytes, QString& line) {
+    if (bytes.isEmpty()) {
+        line = DecodeLine(bytes);
+        return;
+    }
+    if (line.isDetached() && line.capacity() >= bytes.size()) {
+        line.resize(bytes.size());
+    } else {
+        line = QString(bytes.size(), Qt::Uninitialized);  // nothing of the old to copy
+    }
+    char16_t* out = reinterpret_cast<char16_t*>(line.data());
+    unsigned char all = 0;
+    for (const char byte : bytes) {
+        all |= static_cast<unsigned char>(byte);
+        *out++ = static_cast<unsigned char>(byte);
+    }
+    if (all >= 0x80) {
+        line = DecodeLine(bytes);
+    }
+}
+
 }  // namespace
 
 LineReader::LineReader(QByteArray content) : content_(std::move(content)) {
@@ -101,12 +125,12 @@ bool LineReader::NextLine(QByteArrayView& bytes) {
 }
 
 bool LineReader::ReadLine(QString& line) {
-    line.clear();
     QByteArrayView bytes;
     if (!NextLine(bytes)) {
+        line.clear();
         return false;
     }
-    line = DecodeLine(bytes);
+    DecodeLineInto(bytes, line);
     return true;
 }
 
@@ -137,7 +161,7 @@ bool LineReader::ReadValueList(std::span<qint32> values) {
     if (!NextLine(line)) {
         return false;
     }
-    if (line.count(',') + 1 != static_cast<qsizetype>(values.size())) {
+    if (std::count(line.begin(), line.end(), ',') + 1 != static_cast<qsizetype>(values.size())) {
         return Fail(
             lineNumber_,
             QStringLiteral("%1 numbers separated by commas were expected").arg(values.size()));

@@ -16,7 +16,7 @@ bool IsLineBreak(QChar c) {
     return c == u'\r' || c == u'\n';
 }
 
-bool IsAscii(const QString& text) {
+bool IsAscii(QStringView text) {
     char16_t all = 0;
     for (const QChar c : text) {
         all |= c.unicode();
@@ -47,7 +47,7 @@ void LineWriter::Flush() {
     pending_.resize(0);  // keeps the capacity for the lines to come
 }
 
-void LineWriter::WriteText(const QString& text) {
+void LineWriter::WriteText(QStringView text) {
     if (IsAscii(text)) {
         const qsizetype start = pending_.size();
         pending_.resize(start + text.size() + 2);
@@ -60,7 +60,7 @@ void LineWriter::WriteText(const QString& text) {
         EndLine(nullptr, 0);
         return;
     }
-    QString copy = text;
+    QString copy = text.toString();
     copy.replace(QLatin1Char('\r'), QLatin1Char(' '));
     copy.replace(QLatin1Char('\n'), QLatin1Char(' '));
     const QByteArray bytes = copy.toUtf8() + "\r\n";

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QIODevice>
 #include <QString>
+#include <QStringView>
 
 #include <initializer_list>
 
@@ -20,7 +21,7 @@ class LineWriter {
 
     // A text line as it stands; a line break inside it would split the line,
     // so CR and LF characters are written as blanks.
-    void WriteText(const QString& text);
+    void WriteText(QStringView text);
     // A number line in the print form: " 3 ", "-3 ".
     void WriteNumber(qint64 value);
     // A value list of at most five numbers: "1,0,255".

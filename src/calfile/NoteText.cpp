@@ -7,6 +7,29 @@
 
 namespace kelvane {
 
+namespace {
+
+// Calls `line` with each line of `note` in turn: CR LF, a lone CR and a lone LF
+// each end one, as WithCrLfBreaks makes them all CR LF.
+template <typename LineFunction>
+void ForEachNoteLine(QStringView note, LineFunction&& line) {
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < note.size(); ++i) {
+        const QChar c = note[i];
+        if (c != u'\r' && c != u'\n') {
+            continue;
+        }
+        line(note.sliced(start, i - start));
+        if (c == u'\r' && i + 1 < note.size() && note[i + 1] == u'\n') {
+            ++i;
+        }
+        start = i + 1;
+    }
+    line(note.sliced(start));
+}
+
+}  // namespace
+
 QString WithCrLfBreaks(const QString& text) {
     QString normal = text;
     normal.replace(kNoteLineBreak, QStringLiteral("\n"));
@@ -16,7 +39,9 @@ QString WithCrLfBreaks(const QString& text) {
 }
 
 QStringList NoteLines(const QString& note) {
-    return WithCrLfBreaks(note).split(kNoteLineBreak);
+    QStringList lines;
+    ForEachNoteLine(note, [&lines](QStringView line) { lines.append(line.toString()); });
+    return lines;
 }
 
 QString NoteFromLfBreaks(QString text) {
@@ -28,17 +53,16 @@ QString NoteWithLfBreaks(QString note) {
 }
 
 void WriteNoteSection(LineWriter& out, const QString& note) {
-    const QString text = Trim(note);
+    const QStringView text = TrimmedView(note);
     if (text.isEmpty()) {
         out.WriteNumber(0);
         return;
     }
-    const QStringList lines = NoteLines(text);
+    qint64 lineCount = 0;
+    ForEachNoteLine(text, [&lineCount](QStringView) { ++lineCount; });
     out.WriteNumber(1);
-    out.WriteNumber(lines.size() - 1);
-    for (const QString& line : lines) {
-        out.WriteText(line);
-    }
+    out.WriteNumber(lineCount - 1);
+    ForEachNoteLine(text, [&out](QStringView line) { out.WriteText(line); });
 }
 
 bool ReadNoteSection(LineReader& in, QString& note) {
@@ -57,6 +81,7 @@ bool ReadNoteSection(LineReader& in, QString& note) {
     // A note of n line breaks has n + 1 lines, so a count below 0 leaves no
     // lines to read: the note is empty and the next line is what follows it.
     QString text;
+    text.reserve(NoteLength + kNoteLineBreak.size());  // room for a whole note at once
     QString line;
     for (int i = 0; i <= breaks; ++i) {
         if (!in.ReadLine(line)) {

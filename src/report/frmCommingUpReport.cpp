@@ -2,7 +2,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "calfile/Conversions.h"
 #include "report/frmCommingUp.h"
+#include "store/StoreReadAhead.h"
 #include "store/WorkingCopiesKept.h"
 
 namespace kelvane {
@@ -13,6 +15,29 @@ namespace {
 bool Later(const Appointment& a, const Appointment& b) {
     const int byStart = CompareClockTime(a.StartTime, b.StartTime);
     return byStart > 0 || (byStart == 0 && CompareClockTime(a.EndTime, b.EndTime) > 0);
+}
+
+// "->" and the entry's description.
+QString EntryLine(const Appointment& entry) {
+    const QStringView description = TrimmedView(entry.Description.Value());
+    QString line;
+    line.reserve(2 + description.size());
+    line += u"->";
+    line += description;
+    return line;
+}
+
+// "-->From 9:15 am to 10:00 am", without " to" for an entry with no end.
+QString TimesLine(const Appointment& entry) {
+    QString line;
+    line.reserve(32);
+    line += u"-->From ";
+    line += FormatClockTime(entry.StartTime, 0);
+    if (entry.EndTime.Hour >= 0) {
+        line += u" to ";
+        line += FormatClockTime(entry.EndTime, 0);
+    }
+    return line;
 }
 
 }  // namespace
@@ -64,6 +89,7 @@ void frmCommingUp::BuildReport() {
     // redrawn.
     const WorkingCopiesKept copies(store_);
     const SelectionKept selection(monthView_);
+    const StoreReadAhead readAhead(store_);
     CalDate date = StartDate;
     for (;;) {
         AddDate(date, scratch);
@@ -116,12 +142,8 @@ void frmCommingUp::ListEntries(qint16 count, AppointmentSlots& scratch) {
         }
         std::swap(scratch[slot], scratch[latest]);
         const Appointment& entry = scratch[slot];
-        usrDocViewer1->AddLine(QStringLiteral("->") + entry.Description.Trimmed());
-        QString times = QStringLiteral("-->From ") + FormatClockTime(entry.StartTime, 0);
-        if (entry.EndTime.Hour >= 0) {
-            times += QStringLiteral(" to ") + FormatClockTime(entry.EndTime, 0);
-        }
-        usrDocViewer1->AddLine(times);
+        usrDocViewer1->AddLine(EntryLine(entry));
+        usrDocViewer1->AddLine(TimesLine(entry));
     }
 }
 

@@ -2,12 +2,15 @@
 
 #include <QFileInfo>
 #include <QPlainTextEdit>
-#include <QStringList>
 #include <QVBoxLayout>
+#include <QtEndian>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "calfile/Conversions.h"
+#include "report/PlainTextShown.h"
 #include "store/Utf16Records.h"
 
 namespace kelvane {
@@ -17,6 +20,25 @@ namespace {
 const QString kOverflowPrefix = QStringLiteral("~tmpTXT");
 constexpr int kNameLetters = 10;
 constexpr int kNameTriesPerRound = 10;
+constexpr int kRecordBytes = RecordTextBytes(usrDocViewer::LineLength);
+// Lines past memory are read back this many at a time: few reads, and a
+// buffer small enough to stay in the processor's cache.
+constexpr int kRecordsPerRead = 1024;
+
+// A shown line: the line without the blanks at its ends, and a line break.
+void AppendShownLine(QString& text, QStringView line) {
+    text += TrimmedView(line);
+    text += u'\n';
+}
+
+// The same for a line as the temporary file holds it, read as DecodeRecordText
+// reads it.
+void AppendShownRecord(QString& text, QByteArrayView record) {
+    std::array<char16_t, usrDocViewer::LineLength> units{};
+    qFromLittleEndian<quint16>(record.data(), static_cast<qsizetype>(units.size()), units.data());
+    std::replace(units.begin(), units.end(), u'\0', u' ');
+    AppendShownLine(text, QStringView(units.data(), static_cast<qsizetype>(units.size())));
+}
 
 }  // namespace
 
@@ -92,26 +114,68 @@ void usrDocViewer::ClearLines() {
 void usrDocViewer::RefreshDisplay() {
     // The temporary file is complete on disk whenever the box shows it.
     overflowFile_.Flush();
-    // Built whole and set once: setting the box line by line is slow.
-    QStringList shown;
-    shown.reserve(lineCount_);
-    // An int counter, so that a count of MostLines cannot wrap it.
-    for (int i = 1; i <= lineCount_; ++i) {
-        shown.append(Trim(GetLine(static_cast<qint16>(i))));
+    QString text = ShownText();
+    ShowPlainText(*txtDocument_, shownText_, text);
+    shownText_ = std::move(text);
+}
+
+// Every line without its end blanks, with a line break between two lines.
+QString usrDocViewer::ShownText() const {
+    QString text;
+    text.reserve(static_cast<qsizetype>(lineCount_) * (LineLength + 1));
+    const int inMemory = std::min<int>(lineCount_, memoryLimit_);
+    for (int i = 1; i <= inMemory; ++i) {
+        AppendShownLine(text, lines_[i].Value());
     }
-    txtDocument_->setPlainText(shown.join(QLatin1Char('\n')));
+    if (lineCount_ > inMemory) {
+        AppendOverflowLines(text);
+    }
+    text.chop(1);  // the break after the last line
+    return text;
+}
+
+// The lines past memory, read from the temporary file a run of records at a
+// time. When some record of a run cannot be read, each line of the run is read
+// on its own and an unreadable one shows empty.
+void usrDocViewer::AppendOverflowLines(QString& text) const {
+    QByteArray records;
+    // An int counter, so that a count of MostLines cannot wrap it.
+    for (int first = memoryLimit_ + 1; first <= lineCount_; first += kRecordsPerRead) {
+        const int count = std::min(kRecordsPerRead, lineCount_ - first + 1);
+        if (overflowFileNumber_ != 0 && overflowFile_.Read(first - memoryLimit_, count, records)) {
+            for (int i = 0; i < count; ++i) {
+                AppendShownRecord(text,
+                                  QByteArrayView(records).sliced(i * kRecordBytes, kRecordBytes));
+            }
+            continue;
+        }
+        for (int line = first; line < first + count; ++line) {
+            AppendShownLine(text, GetLine(static_cast<qint16>(line)));
+        }
+    }
 }
 
 bool usrDocViewer::StoreLine(qint16 lineNumber, const QString& text) {
-    lineBuffer_ = text;
     if (lineNumber <= memoryLimit_) {
-        lines_[lineNumber] = lineBuffer_;
+        lines_[lineNumber] = text;
         return true;
     }
     if (overflowFileNumber_ == 0 && !OpenOverflowFile()) {
         return false;
     }
-    return overflowFile_.Write(lineNumber - memoryLimit_, EncodeRecordText(lineBuffer_.Value()));
+    return overflowFile_.Write(lineNumber - memoryLimit_, LineRecord(text));
+}
+
+// The record of a line past memory: the line cut and blank padded as a
+// FixedText of LineLength keeps it, in UTF-16 little-endian.
+const QByteArray& usrDocViewer::LineRecord(const QString& text) {
+    const QString cut = CutText(text, LineLength);
+    char* out = lineRecord_.data();  // a copy the file kept goes its own way here
+    EncodeRecordTextTo(cut, out);
+    for (qsizetype i = cut.size(); i < LineLength; ++i) {
+        qToLittleEndian<quint16>(u' ', out + 2 * i);
+    }
+    return lineRecord_;
 }
 
 bool usrDocViewer::OpenOverflowFile() {

@@ -71,7 +71,10 @@ class usrDocViewer : public QWidget {
     qint16 OverflowFileNumber() const { return overflowFileNumber_; }
 
   private:
+    QString ShownText() const;
+    void AppendOverflowLines(QString& text) const;
     bool StoreLine(qint16 lineNumber, const QString& text);
+    const QByteArray& LineRecord(const QString& text);
     bool OpenOverflowFile();
     QString FreeOverflowPath() const;
     QString RandomLetters(int count) const;
@@ -82,7 +85,10 @@ class usrDocViewer : public QWidget {
     qint16 lineCount_ = 0;
     qint16 memoryLimit_;
     OneBased<FixedText<LineLength>, MemoryLines> lines_;
-    FixedText<LineLength> lineBuffer_;
+    // The record a line past memory is written from, made anew for each.
+    QByteArray lineRecord_{RecordTextBytes(LineLength), Qt::Uninitialized};
+    // What the box was last given, for the next refresh to compare with.
+    QString shownText_;
 
     qint16 overflowFileNumber_ = 0;
     QString overflowFilePath_;

@@ -2,6 +2,11 @@
 
 #include <QtEndian>
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <string_view>
+
 #include "store/DiaryMOD.h"
 #include "store/Utf16Records.h"
 
@@ -47,14 +52,13 @@ QByteArray EncodeAppointment(const Appointment& appointment) {
 }
 
 Appointment DecodeAppointment(QByteArrayView record) {
-    Appointment appointment;
     if (record.size() < AppointmentRecordLength) {
-        return appointment;
+        return Appointment{};
     }
-    appointment.Description = DecodeRecordText(record.first(kDescriptionBytes));
-    appointment.StartTime = {GetInteger16(record, kStartHour), GetInteger16(record, kStartMinute)};
-    appointment.EndTime = {GetInteger16(record, kEndHour), GetInteger16(record, kEndMinute)};
-    return appointment;
+    // Made from its fields, the description is not first made blank.
+    return Appointment{DecodeRecordText(record.first(kDescriptionBytes)),
+                       {GetInteger16(record, kStartHour), GetInteger16(record, kStartMinute)},
+                       {GetInteger16(record, kEndHour), GetInteger16(record, kEndMinute)}};
 }
 
 QString MakeDateKey(qint16 month, qint16 day) {
@@ -64,17 +68,27 @@ QString MakeDateKey(qint16 month, qint16 day) {
 
 QString FormatClockTime(const ClockTime& time, qint16 style) {
     int hour = time.Hour;
-    QString suffix;
+    std::string_view suffix;
     if (style == 0) {
-        suffix = hour < 12 ? QStringLiteral(" am") : QStringLiteral(" pm");
+        suffix = hour < 12 ? " am" : " pm";
         if (hour == 0) {
             hour = 12;
         } else if (hour >= 13 && hour <= 23) {
             hour -= 12;
         }
     }
-    const QString minute = (QLatin1Char('0') + QString::number(time.Minute)).right(2);
-    return QString::number(hour) + QLatin1Char(':') + minute + suffix;
+    // The minute is the last two characters of "0" and its number: "05",
+    // "30", and for odd values "-1" or "23" (of 123).
+    std::array<char, 8> minute{'0'};
+    const char* minuteEnd = std::to_chars(minute.data() + 1, minute.data() + minute.size(),
+                                          static_cast<int>(time.Minute))
+                                .ptr;
+    std::array<char, 24> text{};
+    char* out = std::to_chars(text.data(), text.data() + 8, hour).ptr;
+    *out++ = ':';
+    out = std::copy(minuteEnd - 2, minuteEnd, out);
+    out = std::copy(suffix.begin(), suffix.end(), out);
+    return QString::fromLatin1(text.data(), out - text.data());
 }
 
 AppointmentMOD::AppointmentMOD(Module1& module1, MessageBoxes& messages)
@@ -123,16 +137,18 @@ void AppointmentMOD::LoadAppointments(const QString& key) {
     if (!slot) {
         return;
     }
-    ClearAppointmentList();
     if (!DayIndex.Contains(*slot)) {
+        ClearAppointmentList();
         messages_.Show(QStringLiteral("Did Not Find"));
         return;
     }
     const qint32 block = DayIndex[*slot].Block;
     QByteArray records;
     if (block == 0 || !file_.Read(FirstRecordOfBlock(block), MaxAppointmentsPerDate, records)) {
+        ClearAppointmentList();
         return;
     }
+    // Every entry of the list is read anew: none needs emptying first.
     for (int entry = 1; entry <= MaxAppointmentsPerDate; ++entry) {
         const qsizetype offset = static_cast<qsizetype>(entry - 1) * AppointmentRecordLength;
         AppointmentList[entry] =

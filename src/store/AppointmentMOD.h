@@ -77,6 +77,9 @@ class AppointmentMOD {
     qint16 CountAppointments() const;
     // The same count for a date's stored schedule; the working list is left alone.
     qint16 CountStoredAppointments(const QString& key);
+    // See RecordFile::ReadAhead.
+    void ReadAhead() { file_.ReadAhead(); }
+    void StopReadingAhead() { file_.StopReadingAhead(); }
 
   private:
     void WriteBlock(qint32 block);

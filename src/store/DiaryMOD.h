@@ -53,6 +53,9 @@ class DiaryMOD {
     void ClearNote(const QString& key);
     // Whether a date has a stored note that is not blank; NoteBuffer is left alone.
     bool HasStoredNote(const QString& key);
+    // See RecordFile::ReadAhead.
+    void ReadAhead() { file_.ReadAhead(); }
+    void StopReadingAhead() { file_.StopReadingAhead(); }
 
     // The note section of NoteBuffer.
     void WriteNoteToFile(LineWriter& out) const;

@@ -11,6 +11,7 @@
 #include "calfile/ReplacingFile.h"
 #include "store/DocumentFile.h"
 #include "store/OutputFile.h"
+#include "store/StoreReadAhead.h"
 #include "store/WorkingCopiesKept.h"
 
 namespace kelvane {
@@ -176,6 +177,7 @@ QByteArray DocumentCommands::DocumentContent(const StatusSink& status,
                                              const CalendarFileDate* openEdit) {
     const WorkingCopiesKept working(store_);
     const SelectionKept selection(monthView_);
+    const StoreReadAhead readAhead(store_);
     QByteArray content;
     QBuffer buffer(&content);
     buffer.open(QIODevice::WriteOnly);

@@ -25,6 +25,7 @@ CalendarFileDate LoadedDate(const Store& store, qint16 month, qint16 day) {
     date.Day = day;
     date.Entry = store.calender.CurrentEntry;
     const qint16 count = store.appointments.CountAppointments();
+    date.Schedule.reserve(static_cast<std::size_t>(count));
     for (qint16 i = 1; i <= count; ++i) {
         date.Schedule.push_back(store.appointments.AppointmentList[i]);
     }
@@ -40,13 +41,19 @@ void ApplyDate(Store& store, MonthViewControl& monthView, const CalendarFileDate
     entry.BackColour = date.Entry.BackColour;
 
     const QString key = MakeDateKey(date.Month, date.Day);
-    store.appointments.DeleteAppointments(key);
+    // The working list becomes the schedule and empty slots after it, and the
+    // date's block is written once, whole, by SaveAppointments below.
+    AppointmentSlots& list = store.appointments.AppointmentList;
     int slot = 1;
     for (const Appointment& appointment : date.Schedule) {
         if (!AppointmentSlots::Contains(slot)) {
             break;
         }
-        store.appointments.AppointmentList[slot++] = appointment;
+        list[slot++] = appointment;
+    }
+    const Appointment empty;
+    for (; AppointmentSlots::Contains(slot); ++slot) {
+        list[slot] = empty;
     }
     store.diary.NoteBuffer = date.Note;
     store.diary.SaveNote(key);

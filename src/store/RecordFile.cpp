@@ -4,6 +4,7 @@ namespace kelvane {
 
 bool RecordFile::Open(const QString& path) {
     Close();
+    ahead_.clear();
     kept_.clear();
     file_.setFileName(path);
     return file_.open(OpenMode());
@@ -17,6 +18,7 @@ QIODevice::OpenMode RecordFile::OpenMode() const {
 }
 
 void RecordFile::Close() {
+    ahead_.clear();
     if (file_.isOpen()) {
         file_.close();
     }
@@ -39,6 +41,7 @@ bool RecordFile::Write(qint64 firstRecord, const QByteArray& records) {
     if (firstRecord < 1 || records.size() % recordLength_ != 0) {
         return false;
     }
+    ahead_.clear();
     if (WriteToDisk(firstRecord, records)) {
         Forget(firstRecord, records.size() / recordLength_);
         return true;
@@ -85,13 +88,30 @@ bool RecordFile::Read(qint64 firstRecord, int count, QByteArray& records) {
         return false;
     }
     const qint64 wanted = static_cast<qint64>(count) * recordLength_;
-    if (IsOpen() && MoveTo(firstRecord)) {
-        records = file_.read(wanted);
-    }
+    ReadFromDisk(firstRecord, wanted, records);
     if (kept_.empty()) {
         return records.size() == wanted;
     }
     return ReadKept(firstRecord, count, records);
+}
+
+void RecordFile::ReadAhead() {
+    ahead_.clear();
+    if (IsOpen() && MoveTo(1)) {
+        ahead_ = file_.readAll();
+    }
+}
+
+// Up to `length` bytes from the start of a record on, from the copy read
+// ahead when it holds them all; `records` is left alone when the file is not
+// open or cannot be read there.
+void RecordFile::ReadFromDisk(qint64 firstRecord, qint64 length, QByteArray& records) {
+    const qint64 offset = OffsetOf(firstRecord);
+    if (offset + length <= ahead_.size()) {
+        records = ahead_.mid(offset, length);
+    } else if (IsOpen() && MoveTo(firstRecord)) {
+        records = file_.read(length);
+    }
 }
 
 // Puts the records kept in memory over what the disk gave; every record must

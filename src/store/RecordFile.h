@@ -44,6 +44,11 @@ class RecordFile {
     // Reads `count` records from `firstRecord` on, from memory where they are
     // kept there; false when neither holds them all.
     bool Read(qint64 firstRecord, int count, QByteArray& records);
+    // Reads the whole file into memory for a run of reads: they find their
+    // records there instead of asking the disk each time. Any write, open or
+    // close, and StopReadingAhead, drops the copy.
+    void ReadAhead();
+    void StopReadingAhead() { ahead_.clear(); }
     // Records kept in memory because the disk did not take them.
     std::size_t KeptInMemory() const { return kept_.size(); }
 
@@ -59,11 +64,14 @@ class RecordFile {
     void DropUnwritten();
     QIODevice::OpenMode OpenMode() const;
     bool ReadKept(qint64 firstRecord, int count, QByteArray& records) const;
+    void ReadFromDisk(qint64 firstRecord, qint64 length, QByteArray& records);
 
     QFile file_;
     int recordLength_;
     Writes writes_;
     std::map<qint64, QByteArray> kept_;
+    // The file's bytes as ReadAhead found them; empty when not reading ahead.
+    QByteArray ahead_;
 };
 
 // Opens `file` at `path` on the lowest free number of `numbers`. Returns that

@@ -159,6 +159,15 @@ TEST(NoteLines, SplitsAtLineBreaksOfAnyKind) {
     EXPECT_EQ(NoteLines(QStringLiteral("a\n\rb")), QStringList({"a", "", "b"}));
 }
 
+TEST(NoteLines, AreTheLinesBetweenTheBreaksWithCrLfBreaksMakes) {
+    const QStringList notes = {QStringLiteral("a\r\r\nb"),   QStringLiteral("\n\r\n\r"),
+                               QStringLiteral("\r\n\n\r\r"), QStringLiteral("a\rb\r\nc\nd\n\re"),
+                               QStringLiteral("\r"),         QStringLiteral("x\n")};
+    for (const QString& note : notes) {
+        EXPECT_EQ(NoteLines(note), WithCrLfBreaks(note).split(kNoteLineBreak)) << qPrintable(note);
+    }
+}
+
 TEST(NoteLines, GivesOneEmptyLineForAnEmptyNote) {
     EXPECT_EQ(NoteLines(QString()), QStringList({""}));
 }

@@ -33,6 +33,15 @@ TEST(FormatClockTime, TwentyFourHourStyle) {
     EXPECT_EQ(FormatClockTime({9, 7}, -3), QStringLiteral("9:07"));
 }
 
+TEST(FormatClockTime, OddValuesAsTheirNumbersGive) {
+    EXPECT_EQ(FormatClockTime({-1, 0}, 0), QStringLiteral("-1:00 am"));
+    EXPECT_EQ(FormatClockTime({24, 7}, 0), QStringLiteral("24:07 pm"));
+    EXPECT_EQ(FormatClockTime({10, -1}, 1), QStringLiteral("10:-1"));
+    EXPECT_EQ(FormatClockTime({10, -12}, 1), QStringLiteral("10:12"));
+    EXPECT_EQ(FormatClockTime({10, 123}, 1), QStringLiteral("10:23"));
+    EXPECT_EQ(FormatClockTime({-32768, -32768}, 0), QStringLiteral("-32768:68 am"));
+}
+
 TEST(AppointmentRecord, HasTheFixed108ByteLayout) {
     const QByteArray record = EncodeAppointment(Entry(QStringLiteral("Lunch"), {12, 30}, {-1, 0}));
     ASSERT_EQ(record.size(), 108);

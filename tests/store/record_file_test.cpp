@@ -40,6 +40,49 @@ TEST(RecordFile, FlushedWritesAreOnDiskAtOnce) {
     EXPECT_EQ(OnDisk(path), QByteArray("aaaabbbb"));
 }
 
+// Opens `file` in `directory`, writes `records` from the first on and reads
+// the file ahead.
+void WriteAndReadAhead(RecordFile& file, const QTemporaryDir& directory,
+                       const QByteArray& records) {
+    ASSERT_TRUE(file.Open(directory.filePath(QStringLiteral("records"))));
+    ASSERT_TRUE(file.Write(1, records));
+    file.ReadAhead();
+}
+
+TEST(RecordFile, ReadsAfterReadingAheadFindTheSameRecords) {
+    QTemporaryDir directory;
+    RecordFile file(4);
+    WriteAndReadAhead(file, directory, "aaaabbbbcccc");
+    QByteArray records;
+    ASSERT_TRUE(file.Read(2, 2, records));
+    EXPECT_EQ(records, QByteArray("bbbbcccc"));
+    EXPECT_FALSE(file.Read(3, 2, records));  // only one record left
+    EXPECT_EQ(records, QByteArray("cccc"));  // what the disk gives
+    file.StopReadingAhead();
+    ASSERT_TRUE(file.Read(1, 1, records));
+    EXPECT_EQ(records, QByteArray("aaaa"));
+}
+
+TEST(RecordFile, AWriteAfterReadingAheadIsReadBack) {
+    QTemporaryDir directory;
+    RecordFile file(4);
+    WriteAndReadAhead(file, directory, "aaaabbbb");
+    ASSERT_TRUE(file.Write(2, "xxxx"));
+    ASSERT_TRUE(file.Write(3, "yyyy"));
+    QByteArray records;
+    ASSERT_TRUE(file.Read(1, 3, records));
+    EXPECT_EQ(records, QByteArray("aaaaxxxxyyyy"));
+}
+
+TEST(RecordFile, ReadingAheadFindsBufferedWrites) {
+    QTemporaryDir directory;
+    RecordFile file(4, RecordFile::Writes::Buffered);
+    WriteAndReadAhead(file, directory, "aaaabbbb");
+    QByteArray records;
+    ASSERT_TRUE(file.Read(1, 2, records));
+    EXPECT_EQ(records, QByteArray("aaaabbbb"));
+}
+
 TEST(RecordFile, BufferedWritesReadBackAndReachTheDiskOnFlush) {
     QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("records"));
