@@ -21,7 +21,7 @@ QByteArray Quoted(const QByteArray& text) {
 }
 
 // One section of the config file for each PUT, its body in a file of its own.
-bool WriteConfig(const std::vector<PlannedPut>& puts, const QByteArray& credentials,
+bool WriteConfig(const std::vector<kelvane::cal::DavRequest>& puts, const QByteArray& credentials,
                  const QDir& folder, const QString& configFile) {
     QFile config(configFile);
     if (!config.open(QIODevice::WriteOnly)) {
@@ -107,7 +107,7 @@ void ReadWriteOut(const QString& outFile, int requests, CurlTimes& times) {
 
 }  // namespace
 
-CurlTimes RunCurlPuts(const std::vector<PlannedPut>& puts, const QString& user,
+CurlTimes RunCurlPuts(const std::vector<kelvane::cal::DavRequest>& puts, const QString& user,
                       const QString& password, const QString& folder) {
     CurlTimes times;
     const QDir bodies(folder);

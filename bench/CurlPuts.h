@@ -19,5 +19,5 @@ struct CurlTimes {
 // alive from one URL to the next, as `user` with `password` (HTTP Basic).
 // The bodies and curl's config file are written to `folder` first, outside
 // the time taken.
-CurlTimes RunCurlPuts(const std::vector<PlannedPut>& puts, const QString& user,
+CurlTimes RunCurlPuts(const std::vector<kelvane::cal::DavRequest>& puts, const QString& user,
                       const QString& password, const QString& folder);

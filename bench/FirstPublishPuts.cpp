@@ -6,6 +6,7 @@
 #include "kelvane_cal/ical/EventTexts.h"
 #include "kelvane_cal/ical/ICalExport.h"
 #include "kelvane_cal/publish/PublishPlan.h"
+#include "kelvane_cal/publish/Publisher.h"
 
 namespace {
 
@@ -26,20 +27,19 @@ std::map<QString, EventText> PublishedEvents(const kelvane::CalendarFileContent&
 
 }  // namespace
 
-std::vector<PlannedPut> FirstPublishPuts(const kelvane::CalendarFileContent& content,
-                                         const QString& file, int year, const QDateTime& now,
-                                         const QUrl& collection) {
+std::vector<kelvane::cal::DavRequest> FirstPublishPuts(const kelvane::CalendarFileContent& content,
+                                                       const QString& file, int year,
+                                                       const QDateTime& now,
+                                                       const QUrl& collection) {
     const std::map<QString, EventText> events = PublishedEvents(content, file, year, now);
     // Nothing published yet and nothing on the server: every event is created.
     const kelvane::cal::PublishPlan plan =
         kelvane::cal::PlanPublish(events, {}, {}, false, [](const QString&) { return false; });
-    std::vector<PlannedPut> puts;
+    std::vector<kelvane::cal::DavRequest> puts;
     for (const kelvane::cal::PublishAction& action : plan.Actions) {
         if (action.Step == kelvane::cal::PublishStep::Create) {
             puts.push_back(
-                {kelvane::cal::EventUrl(collection, action.Uid),
-                 events.at(action.Uid).Text,
-                 {{"Content-Type", "text/calendar; charset=utf-8"}, {"If-None-Match", "*"}}});
+                kelvane::cal::ChangeRequest(collection, action, events.at(action.Uid).Text));
         }
     }
     return puts;

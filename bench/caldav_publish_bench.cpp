@@ -152,7 +152,7 @@ void PrintHeading(const QString& server, int dates, int activities) {
 // its times beside those of kelvane-cal's `first` run. False when curl failed.
 bool CompareWithCurl(const YearFile& year, const QString& collection, const Timing& first,
                      const QString& folder) {
-    const std::vector<PlannedPut> puts =
+    const std::vector<kelvane::cal::DavRequest> puts =
         FirstPublishPuts(year.Content, year.File, 2028, year.Now, QUrl(collection));
     const CurlTimes curl =
         RunCurlPuts(puts, QStringLiteral("alice"), QStringLiteral("secret"), folder);

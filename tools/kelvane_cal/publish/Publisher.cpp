@@ -144,24 +144,32 @@ void Publisher::Record(const PublishAction& action, const DavReply& reply) {
     }
 }
 
+bool ChangesCollection(const PublishAction& action) {
+    return action.Step == PublishStep::Create || action.Step == PublishStep::Replace ||
+           action.Step == PublishStep::Delete;
+}
+
+DavRequest ChangeRequest(const QUrl& collection, const PublishAction& action,
+                         const QByteArray& text) {
+    const QUrl url = EventUrl(collection, action.Uid);
+    if (action.Step == PublishStep::Delete) {
+        return {"DELETE", url, {}, {{"If-Match", action.IfMatch}}};
+    }
+    QList<QPair<QByteArray, QByteArray>> headers{{"Content-Type", "text/calendar; charset=utf-8"}};
+    headers.append(action.Step == PublishStep::Create
+                       ? QPair<QByteArray, QByteArray>{"If-None-Match", "*"}
+                       : QPair<QByteArray, QByteArray>{"If-Match", action.IfMatch});
+    return {"PUT", url, text, headers};
+}
+
 void Publisher::Execute(const PublishPlan& plan) {
     std::vector<DavRequest> requests;
     std::vector<const PublishAction*> actions;
     for (const PublishAction& action : plan.Actions) {
-        const QUrl url = EventUrl(request_.Url, action.Uid);
-        if (action.Step == PublishStep::Create || action.Step == PublishStep::Replace) {
-            QList<QPair<QByteArray, QByteArray>> headers{
-                {"Content-Type", "text/calendar; charset=utf-8"}};
-            headers.append(action.Step == PublishStep::Create
-                               ? QPair<QByteArray, QByteArray>{"If-None-Match", "*"}
-                               : QPair<QByteArray, QByteArray>{"If-Match", action.IfMatch});
-            requests.push_back({"PUT", url, local_[action.Uid].Text, headers});
-        } else if (action.Step == PublishStep::Delete) {
-            requests.push_back({"DELETE", url, {}, {{"If-Match", action.IfMatch}}});
-        } else {
-            continue;
+        if (ChangesCollection(action)) {
+            requests.push_back(ChangeRequest(request_.Url, action, local_[action.Uid].Text));
+            actions.push_back(&action);
         }
-        actions.push_back(&action);
     }
     const std::vector<DavReply> replies = client_->SendAll(
         requests, kParallel, [this, &actions](std::size_t index, const DavReply& reply) {

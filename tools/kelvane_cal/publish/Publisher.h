@@ -89,4 +89,13 @@ class Publisher {
     QStringList failures_;
 };
 
+// Whether carrying out `action` changes the collection: a create, a replace
+// or a delete.
+bool ChangesCollection(const PublishAction& action);
+// The request that carries out such an action on the event of `action.Uid` in
+// `collection`; `text` is the event's iCalendar text, sent by a create or a
+// replace.
+DavRequest ChangeRequest(const QUrl& collection, const PublishAction& action,
+                         const QByteArray& text);
+
 }  // namespace kelvane::cal
