@@ -2,10 +2,10 @@
 
 #include <curl/curl.h>
 
+#include "kelvane_cal/caldav/CurlErrors.h"
 #include "kelvane_cal/caldav/CurlEvents.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 
 namespace kelvane::cal {
@@ -37,41 +37,6 @@ QByteArray HeaderValue(CURL* easy, const char* name) {
         return {};
     }
     return QByteArray(header->value);
-}
-
-bool IsTlsFailure(CURLcode code) {
-    switch (code) {
-        case CURLE_SSL_CONNECT_ERROR:
-        case CURLE_PEER_FAILED_VERIFICATION:
-        case CURLE_SSL_CERTPROBLEM:
-        case CURLE_SSL_CIPHER:
-        case CURLE_SSL_CACERT_BADFILE:
-        case CURLE_SSL_ISSUER_ERROR:
-        case CURLE_SSL_INVALIDCERTSTATUS:
-        case CURLE_SSL_PINNEDPUBKEYNOTMATCH:
-            return true;
-        default:
-            return false;
-    }
-}
-
-// Why a transfer failed, in the words people know from other programs.
-QString ErrorText(CURL* easy, CURLcode code, const char* error, const QUrl& url) {
-    long osError = 0;
-    curl_easy_getinfo(easy, CURLINFO_OS_ERRNO, &osError);
-    if (code == CURLE_COULDNT_RESOLVE_HOST) {
-        return QStringLiteral("Host %1 not found").arg(url.host());
-    }
-    if (code == CURLE_COULDNT_CONNECT && osError == ECONNREFUSED) {
-        return QStringLiteral("Connection refused");
-    }
-    if (code == CURLE_ABORTED_BY_CALLBACK) {
-        return QStringLiteral("Operation timed out");  // only the idle check aborts
-    }
-    if (code == CURLE_GOT_NOTHING) {
-        return QStringLiteral("Connection closed");
-    }
-    return QString::fromUtf8(*error != '\0' ? error : curl_easy_strerror(code));
 }
 
 // The method, and the body for those that carry one.
@@ -140,7 +105,9 @@ struct CurlTransfers::Transfer {
 };
 
 struct CurlTransfers::Handles {
-    Handles() : multi(curl_multi_init()), events(multi) {}
+    Handles() : multi(curl_multi_init()), events(multi), cookies(curl_share_init()) {
+        curl_share_setopt(cookies, CURLSHOPT_SHARE, CURL_LOCK_DATA_COOKIE);
+    }
     ~Handles() {
         for (const auto& transfer : running) {
             curl_multi_remove_handle(multi, transfer->easy);
@@ -148,12 +115,15 @@ struct CurlTransfers::Handles {
         running.clear();
         idle.clear();
         curl_multi_cleanup(multi);
+        curl_share_cleanup(cookies);
     }
     Handles(const Handles&) = delete;
     Handles& operator=(const Handles&) = delete;
 
     CURLM* multi;
     CurlEvents events;
+    // The cookies the server set, kept in memory for every request that follows.
+    CURLSH* cookies;
     std::vector<std::unique_ptr<Transfer>> running;
     std::vector<std::unique_ptr<Transfer>> idle;
 };
@@ -179,15 +149,19 @@ void CurlTransfers::Configure(Transfer& transfer) const {
     curl_easy_setopt(easy, CURLOPT_WRITEDATA, &transfer.reply.Body);
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
-    // No proxy from the environment, which is then not even looked at.
-    curl_easy_setopt(easy, CURLOPT_PROXY, "");
-    curl_easy_setopt(easy, CURLOPT_NOPROXY, "*");
+    // A proxy comes from the environment (http_proxy, https_proxy, no_proxy).
     curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 0L);  // redirects are the caller's
     curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
     curl_easy_setopt(easy, CURLOPT_PIPEWAIT, 1L);
     curl_easy_setopt(easy, CURLOPT_SSL_VERIFYPEER, 1L);
     curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
+    curl_easy_setopt(easy, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    // Answers may come compressed in any way libcurl can undo.
+    curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "");
+    curl_easy_setopt(easy, CURLOPT_USERAGENT, "Mozilla/5.0");
+    curl_easy_setopt(easy, CURLOPT_COOKIEFILE, "");
+    curl_easy_setopt(easy, CURLOPT_SHARE, handles_->cookies);
     if (!caPem_.isEmpty()) {
         curl_blob certificates{const_cast<char*>(caPem_.constData()),
                                static_cast<std::size_t>(caPem_.size()), CURL_BLOB_COPY};
@@ -247,10 +221,14 @@ void ReadAnswer(CURL* easy, CURLcode code, const char* error, DavReply& reply) {
     reply.ETag = HeaderValue(easy, "ETag");
     reply.Location = HeaderValue(easy, "Location");
     if (code != CURLE_OK) {
-        reply.Body.clear();  // a part of a body is no answer
         reply.TimedOut = code == CURLE_OPERATION_TIMEDOUT || code == CURLE_ABORTED_BY_CALLBACK;
+        // A transfer given up for time has no body to read; one that broke
+        // keeps what had come, which says what went wrong.
+        if (reply.TimedOut) {
+            reply.Body.clear();
+        }
         reply.TlsRefused = IsTlsFailure(code);
-        reply.NetworkError = ErrorText(easy, code, error, reply.Url);
+        reply.NetworkError = CurlErrorText(easy, code, error, reply.Url);
     }
 }
 

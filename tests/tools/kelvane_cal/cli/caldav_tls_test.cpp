@@ -46,7 +46,8 @@ TEST_F(TlsCalDavTest, WithoutCaFileTheServersOwnCertificateIsRefused) {
     EXPECT_TRUE(run.Err.startsWith(QStringLiteral("kelvane-cal: ") + url + QStringLiteral(": ")))
         << run.Err.toStdString();
     EXPECT_TRUE(run.Err.contains(QStringLiteral(
-        "if the server has a certificate of its own, give that certificate with --ca-file")))
+        ": SSL handshake failed: The certificate is self-signed, and untrusted; if the server has "
+        "a certificate of its own, give that certificate with --ca-file")))
         << run.Err.toStdString();
     EXPECT_TRUE(server.Resources(url).isEmpty());
 }
