@@ -42,7 +42,7 @@ void ApplyDate(Store& store, MonthViewControl& monthView, const CalendarFileDate
 
     const QString key = MakeDateKey(date.Month, date.Day);
     // The working list becomes the schedule and empty slots after it, and the
-    // date's block is written once, whole, by SaveAppointments below.
+    // date's block is written once, whole.
     AppointmentSlots& list = store.appointments.AppointmentList;
     int slot = 1;
     for (const Appointment& appointment : date.Schedule) {
@@ -55,9 +55,11 @@ void ApplyDate(Store& store, MonthViewControl& monthView, const CalendarFileDate
     for (; AppointmentSlots::Contains(slot); ++slot) {
         list[slot] = empty;
     }
+    // The schedule is written before the note, so that on a full disk the
+    // schedule's message comes first.
+    store.appointments.SaveAppointments(key);
     store.diary.NoteBuffer = date.Note;
     store.diary.SaveNote(key);
-    store.appointments.SaveAppointments(key);
     monthView.UpdateSelectedDate(false);
 }
 
