@@ -2,6 +2,7 @@
 
 #include <QSslError>
 
+#include <array>
 #include <cerrno>
 
 namespace kelvane::cal {
@@ -27,34 +28,32 @@ namespace {
 // OpenSSL's verification results, by their numbers in x509_vfy.h, as Qt
 // names them. libcurl checks the host name itself, after OpenSSL found the
 // certificate good: that failure comes with a result of 0.
+struct CertificateFailure {
+    long verifyResult;
+    QSslError::SslError error;
+};
+constexpr std::array kCertificateFailures{
+    CertificateFailure{0, QSslError::HostNameMismatch},
+    CertificateFailure{62, QSslError::HostNameMismatch},  // X509_V_ERR_HOSTNAME_MISMATCH
+    CertificateFailure{2, QSslError::UnableToGetIssuerCertificate},
+    CertificateFailure{7, QSslError::CertificateSignatureFailed},
+    CertificateFailure{9, QSslError::CertificateNotYetValid},
+    CertificateFailure{10, QSslError::CertificateExpired},
+    CertificateFailure{18, QSslError::SelfSignedCertificate},
+    CertificateFailure{19, QSslError::SelfSignedCertificateInChain},
+    CertificateFailure{20, QSslError::UnableToGetLocalIssuerCertificate},
+    CertificateFailure{21, QSslError::UnableToVerifyFirstCertificate},
+    CertificateFailure{23, QSslError::CertificateRevoked},
+    CertificateFailure{24, QSslError::InvalidCaCertificate},
+};
+
 QSslError::SslError CertificateError(long verifyResult) {
-    switch (verifyResult) {
-        case 0:
-        case 62:  // X509_V_ERR_HOSTNAME_MISMATCH
-            return QSslError::HostNameMismatch;
-        case 2:
-            return QSslError::UnableToGetIssuerCertificate;
-        case 7:
-            return QSslError::CertificateSignatureFailed;
-        case 9:
-            return QSslError::CertificateNotYetValid;
-        case 10:
-            return QSslError::CertificateExpired;
-        case 18:
-            return QSslError::SelfSignedCertificate;
-        case 19:
-            return QSslError::SelfSignedCertificateInChain;
-        case 20:
-            return QSslError::UnableToGetLocalIssuerCertificate;
-        case 21:
-            return QSslError::UnableToVerifyFirstCertificate;
-        case 23:
-            return QSslError::CertificateRevoked;
-        case 24:
-            return QSslError::InvalidCaCertificate;
-        default:
-            return QSslError::UnspecifiedError;
+    for (const CertificateFailure& failure : kCertificateFailures) {
+        if (failure.verifyResult == verifyResult) {
+            return failure.error;
+        }
     }
+    return QSslError::UnspecifiedError;
 }
 
 // A certificate that was not accepted, as Qt words it; empty for a failure
