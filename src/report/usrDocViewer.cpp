@@ -31,12 +31,10 @@ void AppendShownLine(QString& text, QStringView line) {
     text += u'\n';
 }
 
-// The same for a line as the temporary file holds it, read as DecodeRecordText
-// reads it.
+// The same for a line as the temporary file holds it, decoded on the stack.
 void AppendShownRecord(QString& text, QByteArrayView record) {
     std::array<char16_t, usrDocViewer::LineLength> units{};
-    qFromLittleEndian<quint16>(record.data(), static_cast<qsizetype>(units.size()), units.data());
-    std::replace(units.begin(), units.end(), u'\0', u' ');
+    DecodeRecordTextTo(record, units.data());
     AppendShownLine(text, QStringView(units.data(), static_cast<qsizetype>(units.size())));
 }
 

@@ -2,6 +2,8 @@
 
 #include <QtEndian>
 
+#include <algorithm>
+
 namespace kelvane {
 
 void EncodeRecordTextTo(QStringView text, char* out) {
@@ -16,15 +18,20 @@ QByteArray EncodeRecordText(QStringView text) {
     return bytes;
 }
 
+void DecodeRecordTextTo(QByteArrayView bytes, char16_t* out) {
+    const qsizetype units = bytes.size() / 2;
+    if (units > 0) {
+        qFromLittleEndian<quint16>(bytes.data(), units, out);
+        std::replace(out, out + units, u'\0', u' ');
+    }
+}
+
 QString DecodeRecordText(QByteArrayView bytes) {
     if (bytes.size() < 2) {
         return QString();
     }
     QString text(bytes.size() / 2, Qt::Uninitialized);
-    qFromLittleEndian<quint16>(bytes.data(), text.size(), text.data());
-    if (text.contains(QChar(0))) {
-        text.replace(QChar(0), QLatin1Char(' '));
-    }
+    DecodeRecordTextTo(bytes, reinterpret_cast<char16_t*>(text.data()));
     return text;
 }
 

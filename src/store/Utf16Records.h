@@ -22,5 +22,7 @@ QByteArray EncodeRecordText(QStringView text);
 // One character per two bytes (an odd last byte is ignored). NUL code units
 // only come from a region of the file never written; they read as blanks.
 QString DecodeRecordText(QByteArrayView bytes);
+// The same into `out`, which has room for bytes.size() / 2 code units.
+void DecodeRecordTextTo(QByteArrayView bytes, char16_t* out);
 
 }  // namespace kelvane
