@@ -32,10 +32,11 @@ void LineTextView::ForEachLineOnScreen(
 }
 
 // The part of the selection on the line, in the palette's highlight colours.
+// A selected line break is part of it: the layout marks it after the text.
 QList<QTextLayout::FormatRange> LineTextView::SelectionIn(int line) const {
     const qsizetype start = lines_.LineStart(line);
     const qsizetype from = std::max(selectionStart(), start);
-    const qsizetype to = std::min(selectionEnd(), lines_.LineEnd(line));
+    const qsizetype to = std::min(selectionEnd(), lines_.LineStop(line));
     if (from >= to) {
         return {};
     }

@@ -76,6 +76,16 @@ TEST_F(LineTextViewTest, ADoubleClickSelectsAWordAndATripleClickItsLine) {
     EXPECT_EQ(view.selectedText(), "hello world\n");
 }
 
+TEST_F(LineTextViewTest, AnEmptyBoxTakesClicksAndSelectsNothing) {
+    Paint();
+    QTest::mouseClick(Port(), Qt::LeftButton, {}, OnRow(0));
+    QTest::mouseDClick(Port(), Qt::LeftButton, {}, OnRow(2, 50));
+    Key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_FALSE(view.hasSelection());
+    EXPECT_EQ(view.OffsetAt(OnRow(0)), 0);
+    EXPECT_TRUE(view.CharacterRect(0).isValid());
+}
+
 TEST_F(LineTextViewTest, CtrlASelectsAll) {
     view.setPlainText(QStringLiteral("a\nb"));
     Key(Qt::Key_A, Qt::ControlModifier);
@@ -102,6 +112,16 @@ TEST_F(LineTextViewTest, EveryScriptIsSelectedByWholeCharacters) {
     const qsizetype party = kEveryScript.indexOf(QStringLiteral("\U0001F389"));
     QTest::mouseDClick(Port(), Qt::LeftButton, {}, OnCharacter(party));
     EXPECT_EQ(view.selectedText(), QStringLiteral("\U0001F389"));
+}
+
+TEST_F(LineTextViewTest, TheSelectionIsPaintedInTheHighlightColours) {
+    view.setPlainText(QStringLiteral("a\n\nb"));
+    view.selectAll();
+    const QImage image = view.grab().toImage();
+    const QPoint emptyLine = Port()->mapTo(&view, OnRow(1, LineTextView::TextMargin + 1));
+    EXPECT_EQ(image.pixelColor(emptyLine), view.palette().color(QPalette::Highlight));
+    const QPoint afterText = Port()->mapTo(&view, OnRow(2, Port()->width() / 2));
+    EXPECT_EQ(image.pixelColor(afterText), view.palette().color(QPalette::Base));
 }
 
 // --- the menu ---
