@@ -47,6 +47,8 @@ void LineTextView::setPlainText(const QString& text) {
     lines_.SetText(text);
     anchor_ = 0;
     position_ = 0;
+    dragUnit_ = DragUnit::Character;
+    dragging_ = false;
     UpdateScrollRange();
     verticalScrollBar()->setValue(0);
     viewport()->update();
@@ -67,7 +69,6 @@ void LineTextView::select(qsizetype anchor, qsizetype position) {
 
 void LineTextView::selectAll() {
     SetSelection(0, lines_.Text().size());
-    ShareSelection();
 }
 
 void LineTextView::copy() const {

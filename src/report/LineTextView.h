@@ -84,13 +84,18 @@ class LineTextView : public QAbstractScrollArea {
     QList<QTextLayout::FormatRange> SelectionIn(int line) const;
     void SetSelection(qsizetype anchor, qsizetype position);
     void ShareSelection() const;
-    void SelectWordAt(qsizetype offset);
-    void SelectLineAt(qsizetype offset);
     void DragTo(QPoint point);
+    void ExtendSelectionTo(qsizetype offset);
+    WrappedLines::Span UnitAround(qsizetype offset) const;
 
     WrappedLines lines_;
     qsizetype anchor_ = 0;
     qsizetype position_ = 0;
+    // What a drag selects by: characters, or after a double or triple click
+    // whole words or lines, keeping the one clicked.
+    enum class DragUnit { Character, Word, Line };
+    DragUnit dragUnit_ = DragUnit::Character;
+    WrappedLines::Span unitClicked_;
     bool dragging_ = false;
     QPoint dragPoint_;
     QBasicTimer autoScroll_;

@@ -16,20 +16,28 @@ constexpr int kAutoScrollMs = 50;
 
 }  // namespace
 
+// A press selects from where it is; with Shift, it moves the selection's end
+// there (by words or lines after a double or triple click); soon after a
+// double click, it selects the line.
 void LineTextView::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         return;
     }
     const QPoint point = event->position().toPoint();
     const qsizetype at = OffsetAt(point);
+    dragging_ = true;
     if (tripleClick_.isActive() && (point - tripleClickPoint_).manhattanLength() <
                                        QGuiApplication::styleHints()->startDragDistance()) {
         tripleClick_.stop();
-        SelectLineAt(at);
-        return;
+        dragUnit_ = DragUnit::Line;
+        unitClicked_ = UnitAround(at);
+        SetSelection(unitClicked_.start, unitClicked_.end);
+    } else if (event->modifiers() == Qt::ShiftModifier) {
+        ExtendSelectionTo(at);
+    } else {
+        dragUnit_ = DragUnit::Character;
+        SetSelection(at, at);
     }
-    SetSelection(event->modifiers().testFlag(Qt::ShiftModifier) ? anchor_ : at, at);
-    dragging_ = true;
 }
 
 // Moves the selection's end to the mouse, scrolling while it is beyond the
@@ -39,7 +47,7 @@ void LineTextView::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     dragPoint_ = event->position().toPoint();
-    SetSelection(anchor_, OffsetAt(dragPoint_));
+    ExtendSelectionTo(OffsetAt(dragPoint_));
     if (dragPoint_.y() < 0 || dragPoint_.y() >= viewport()->height()) {
         if (!autoScroll_.isActive()) {
             autoScroll_.start(kAutoScrollMs, this);
@@ -60,14 +68,21 @@ void LineTextView::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
-// Selects the word under the mouse; a press soon after selects its line.
+// Selects the word under the mouse (nothing on an empty line); a drag from
+// there goes by words, and a press soon after selects the line.
 void LineTextView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         return;
     }
-    dragging_ = false;
     tripleClickPoint_ = event->position().toPoint();
-    SelectWordAt(OffsetAt(tripleClickPoint_, QTextLine::CursorOnCharacter));
+    const qsizetype at = OffsetAt(tripleClickPoint_, QTextLine::CursorOnCharacter);
+    const int line = lines_.LineAt(at);
+    dragUnit_ = DragUnit::Word;
+    unitClicked_ = lines_.LineStart(line) == lines_.LineEnd(line) ? WrappedLines::Span{at, at}
+                                                                  : UnitAround(at);
+    SetSelection(unitClicked_.start, unitClicked_.end);
+    ShareSelection();
+    dragging_ = true;
     tripleClick_.start(QGuiApplication::styleHints()->mouseDoubleClickInterval(), this);
 }
 
@@ -79,7 +94,37 @@ void LineTextView::DragTo(QPoint point) {
     } else if (point.y() >= viewport()->height()) {
         bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     }
-    SetSelection(anchor_, OffsetAt(point));
+    ExtendSelectionTo(OffsetAt(point));
+}
+
+// Moves the selection's end to `offset`; after a double or triple click the
+// selection keeps the word or line clicked and grows by whole words or lines.
+void LineTextView::ExtendSelectionTo(qsizetype offset) {
+    if (dragUnit_ == DragUnit::Character) {
+        SetSelection(anchor_, offset);
+        return;
+    }
+    const WrappedLines::Span at = UnitAround(offset);
+    if (at.start < unitClicked_.start) {
+        SetSelection(unitClicked_.end, at.start);
+    } else if (at.end > unitClicked_.end) {
+        SetSelection(unitClicked_.start, at.end);
+    } else {
+        SetSelection(unitClicked_.start, unitClicked_.end);
+    }
+}
+
+// The word, or the line with its line break, that holds `offset`; past a
+// line's end, the line's last word.
+WrappedLines::Span LineTextView::UnitAround(qsizetype offset) const {
+    const int line = lines_.LineAt(offset);
+    if (dragUnit_ == DragUnit::Line) {
+        return {lines_.LineStart(line), lines_.LineStop(line)};
+    }
+    if (offset == lines_.LineEnd(line) && offset > lines_.LineStart(line)) {
+        --offset;
+    }
+    return lines_.SegmentAt(QTextBoundaryFinder::Word, offset);
 }
 
 void LineTextView::SetSelection(qsizetype anchor, qsizetype position) {
@@ -103,24 +148,6 @@ void LineTextView::ShareSelection() const {
     if (hasSelection() && clipboard->supportsSelection()) {
         clipboard->setText(selectedText(), QClipboard::Selection);
     }
-}
-
-// Past a line's end, the line's last word.
-void LineTextView::SelectWordAt(qsizetype offset) {
-    const int line = lines_.LineAt(offset);
-    if (offset == lines_.LineEnd(line) && offset > lines_.LineStart(line)) {
-        --offset;
-    }
-    const WrappedLines::Span word = lines_.SegmentAt(QTextBoundaryFinder::Word, offset);
-    SetSelection(word.start, word.end);
-    ShareSelection();
-}
-
-// The whole line and its line break, as a triple click selects.
-void LineTextView::SelectLineAt(qsizetype offset) {
-    const int line = lines_.LineAt(offset);
-    SetSelection(lines_.LineStart(line), lines_.LineStop(line));
-    ShareSelection();
 }
 
 }  // namespace kelvane

@@ -76,6 +76,42 @@ TEST_F(LineTextViewTest, ADoubleClickSelectsAWordAndATripleClickItsLine) {
     EXPECT_EQ(view.selectedText(), "hello world\n");
 }
 
+TEST_F(LineTextViewTest, ADragAfterADoubleClickGoesByWords) {
+    view.setPlainText(QStringLiteral("one two three four five"));
+    Paint();
+    QTest::mouseDClick(Port(), Qt::LeftButton, {}, OnCharacter(9));
+    ASSERT_EQ(view.selectedText(), "three");
+    DragTo(OnCharacter(15));
+    EXPECT_EQ(view.selectedText(), "three four");
+    DragTo(OnCharacter(5));
+    EXPECT_EQ(view.selectedText(), "two three");
+    EXPECT_EQ(view.cursorPosition(), 4);
+    Release(OnCharacter(5));
+    Press(OnCharacter(20), Qt::ShiftModifier);
+    EXPECT_EQ(view.selectedText(), "three four five");
+}
+
+TEST_F(LineTextViewTest, ADragAfterATripleClickGoesByLines) {
+    view.setPlainText(QStringLiteral("first\nsecond\nthird\nfourth"));
+    Paint();
+    QTest::mouseDClick(Port(), Qt::LeftButton, {}, OnCharacter(8));
+    QTest::mousePress(Port(), Qt::LeftButton, {}, OnCharacter(8));
+    ASSERT_EQ(view.selectedText(), "second\n");
+    DragTo(OnCharacter(15));
+    EXPECT_EQ(view.selectedText(), "second\nthird\n");
+    DragTo(OnCharacter(1));
+    EXPECT_EQ(view.selectedText(), "first\nsecond\n");
+}
+
+TEST_F(LineTextViewTest, ADoubleClickOnAnEmptyLineSelectsNothing) {
+    view.setPlainText(QStringLiteral("above\n\nbelow"));
+    view.selectAll();
+    Paint();
+    QTest::mouseDClick(Port(), Qt::LeftButton, {}, OnRow(1, 40));
+    EXPECT_FALSE(view.hasSelection());
+    EXPECT_EQ(view.cursorPosition(), 6);
+}
+
 TEST_F(LineTextViewTest, AnEmptyBoxTakesClicksAndSelectsNothing) {
     Paint();
     QTest::mouseClick(Port(), Qt::LeftButton, {}, OnRow(0));
