@@ -32,7 +32,7 @@ QString MenuText(const char* text, QKeySequence::StandardKey key) {
 
 LineTextView::LineTextView(QWidget* parent) : QAbstractScrollArea(parent) {
     InstallLineTextAccessible();
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::WheelFocus);
     setAttribute(Qt::WA_InputMethodEnabled, false);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setBackgroundRole(QPalette::Base);

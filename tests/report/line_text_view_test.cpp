@@ -13,6 +13,8 @@ namespace {
 TEST_F(LineTextViewTest, ShowsTheTextItIsGivenAndThenTheNext) {
     EXPECT_EQ(view.toPlainText(), QString());
     EXPECT_TRUE(view.isReadOnly());
+    EXPECT_EQ(view.focusPolicy(), Qt::WheelFocus);
+    EXPECT_FALSE(view.testAttribute(Qt::WA_InputMethodEnabled));
     view.setPlainText(QStringLiteral("first\nsecond"));
     EXPECT_EQ(view.toPlainText(), "first\nsecond");
     EXPECT_EQ(view.Lines().LineCount(), 2);
