@@ -31,8 +31,8 @@ void LineTextView::ForEachLineOnScreen(
     }
 }
 
-// The part of the selection on the line, in the palette's highlight colours.
-// A selected line break is part of it: the layout marks it after the text.
+// The selection's stretch on the line, in the palette's highlight colours.
+// A selected line break counts too: the layout marks it after the text.
 QList<QTextLayout::FormatRange> LineTextView::SelectionIn(int line) const {
     const qsizetype start = lines_.LineStart(line);
     const qsizetype from = std::max(selectionStart(), start);
