@@ -100,6 +100,42 @@ TEST_F(LineTextViewTest, ABiggerFontMakesTallerRows) {
     EXPECT_GT(RowHeight(), before);
 }
 
+// Counts the paints of a widget.
+class PaintCounter : public QObject {
+  public:
+    int paints = 0;
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
+// Lets the posted layout and paint events run, a few rounds.
+void Settle() {
+    for (int round = 0; round < 4; ++round) {
+        QCoreApplication::processEvents();
+    }
+}
+
+TEST_F(LineTextViewTest, EveryWidthSettlesWithTheScrollBarShownOrNot) {
+    QStringList lines;
+    for (int i = 0; i < 9; ++i) {
+        lines << QStringLiteral("word %1 and some more words to wrap at narrow widths").arg(i);
+    }
+    view.setPlainText(lines.join(u'\n'));
+    PaintCounter counter;
+    Port()->installEventFilter(&counter);
+    for (int width = 80; width <= 600; width += 13) {
+        view.resize(width, 200);
+        Settle();
+        counter.paints = 0;
+        Settle();
+        ASSERT_EQ(counter.paints, 0) << width;
+    }
+}
+
 // --- scrolling ---
 
 TEST_F(LineTextViewTest, TheScrollRangeBringsTheLastLineToTheBottom) {
