@@ -49,6 +49,7 @@ void LineTextView::setPlainText(const QString& text) {
     position_ = 0;
     dragUnit_ = DragUnit::Character;
     dragging_ = false;
+    autoScroll_.stop();
     UpdateScrollRange();
     verticalScrollBar()->setValue(0);
     viewport()->update();

@@ -7,6 +7,7 @@
 #include <QTextLayout>
 #include <QTextLine>
 
+#include <algorithm>
 #include <functional>
 
 #include "report/WrappedLines.h"

@@ -160,6 +160,26 @@ TEST_F(LineTextViewTest, TheSelectionIsPaintedInTheHighlightColours) {
     EXPECT_EQ(image.pixelColor(afterText), view.palette().color(QPalette::Base));
 }
 
+// The word stands at the left, as in Qt's plain text box (whose text option
+// also aligns left), and reads from its right end.
+TEST_F(LineTextViewTest, ARightToLeftWordIsSelectedFromItsRightEnd) {
+    const QString hebrew = QStringLiteral("\u05e9\u05dc\u05d5\u05dd");
+    view.setPlainText(hebrew);
+    Paint();
+    const QRect first = view.CharacterRect(0);
+    const QRect last = view.CharacterRect(3);
+    EXPECT_LT(last.left(), first.left());
+    const QPoint rightEnd = OnRow(0, first.right() + 3);
+    EXPECT_EQ(view.OffsetAt(rightEnd), 0);
+    Press(rightEnd);
+    DragTo(QPoint(first.left() + 1, rightEnd.y()));
+    EXPECT_EQ(view.selectedText(), hebrew.first(1));
+    const QPoint pastLeftEnd = OnRow(0, 0);
+    DragTo(pastLeftEnd);
+    Release(pastLeftEnd);
+    EXPECT_EQ(view.selectedText(), hebrew);
+}
+
 // --- the menu ---
 
 TEST_F(LineTextViewTest, TheMenuCopiesOnlyWithASelectionAndSelectsAll) {
