@@ -1,7 +1,6 @@
 #include "report/usrDocViewer.h"
 
 #include <QFileInfo>
-#include <QPlainTextEdit>
 #include <QVBoxLayout>
 #include <QtEndian>
 
@@ -10,7 +9,7 @@
 #include <cmath>
 
 #include "calfile/Conversions.h"
-#include "report/PlainTextShown.h"
+#include "report/LineTextView.h"
 #include "store/Utf16Records.h"
 
 namespace kelvane {
@@ -43,10 +42,9 @@ void AppendShownRecord(QString& text, QByteArrayView record) {
 usrDocViewer::usrDocViewer(Module1& module1, QWidget* parent)
     : QWidget(parent),
       module1_(module1),
-      txtDocument_(new QPlainTextEdit(this)),
+      txtDocument_(new LineTextView(this)),
       memoryLimit_(MemoryLines) {
     txtDocument_->setObjectName(QStringLiteral("txtDocument"));
-    txtDocument_->setReadOnly(true);
     SetSpokenName(QStringLiteral("Report"));
     // The box covers the whole control at every size.
     auto* layout = new QVBoxLayout(this);
@@ -112,9 +110,7 @@ void usrDocViewer::ClearLines() {
 void usrDocViewer::RefreshDisplay() {
     // The temporary file is complete on disk whenever the box shows it.
     overflowFile_.Flush();
-    QString text = ShownText();
-    ShowPlainText(*txtDocument_, shownText_, text);
-    shownText_ = std::move(text);
+    txtDocument_->setPlainText(ShownText());
 }
 
 // Every line without its end blanks, with a line break between two lines.

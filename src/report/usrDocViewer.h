@@ -9,9 +9,9 @@
 #include "store/RecordFile.h"
 #include "store/Utf16Records.h"
 
-class QPlainTextEdit;
-
 namespace kelvane {
+
+class LineTextView;
 
 // A read-only text box for reports. Lines are added one at a time, each kept as
 // exactly 80 characters (cut or blank padded); the first 1000 stay in memory
@@ -80,15 +80,13 @@ class usrDocViewer : public QWidget {
     QString RandomLetters(int count) const;
 
     Module1& module1_;
-    QPlainTextEdit* txtDocument_;
+    LineTextView* txtDocument_;
 
     qint16 lineCount_ = 0;
     qint16 memoryLimit_;
     OneBased<FixedText<LineLength>, MemoryLines> lines_;
     // The record a line past memory is written from, made anew for each.
     QByteArray lineRecord_{RecordTextBytes(LineLength), Qt::Uninitialized};
-    // What the box was last given, for the next refresh to compare with.
-    QString shownText_;
 
     qint16 overflowFileNumber_ = 0;
     QString overflowFilePath_;

@@ -2,10 +2,10 @@
 
 #include <QDir>
 #include <QFile>
-#include <QPlainTextEdit>
 
 #include <gtest/gtest.h>
 
+#include "report/TextBoxFound.h"
 #include "report/usrDocViewer.h"
 #include "support/EveryScript.h"
 #include "support/TestWorld.h"
@@ -64,9 +64,7 @@ class DocViewerTest : public ::testing::Test {
     // Fills memory so that the next line goes to the temporary file.
     void FillMemory() { AddNumberedLines(usrDocViewer::MemoryLines); }
 
-    QPlainTextEdit* Box() const {
-        return viewer.findChild<QPlainTextEdit*>(QStringLiteral("txtDocument"));
-    }
+    LineTextView* Box() const { return TextBoxFound(viewer); }
     QString Shown() const { return Box()->toPlainText(); }
 
     // A fresh world for each test; the viewer is declared after it, so it

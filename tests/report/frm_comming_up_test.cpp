@@ -1,5 +1,4 @@
 #include <QAccessible>
-#include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -7,6 +6,7 @@
 
 #include <memory>
 
+#include "report/TextBoxFound.h"
 #include "report/frmCommingUp.h"
 #include "support/DatesWorld.h"
 
@@ -30,10 +30,7 @@ class CommingUpTest : public ::testing::Test {
         }
         return lines;
     }
-    QString Shown() const {
-        return dialog->usrDocViewer1->findChild<QPlainTextEdit*>(QStringLiteral("txtDocument"))
-            ->toPlainText();
-    }
+    QString Shown() const { return TextBoxFound(*dialog->usrDocViewer1)->toPlainText(); }
     void ChooseKind(int index) { DatesWorld::Click(dialog->optTimeDuration[index]); }
     // Puts the whole text in at once, as pasting does: typed one key at a
     // time, "367" would pass through 3 and 36 on its way.

@@ -181,9 +181,7 @@ TEST(DocViewerNoDirectory, ALineThatCannotBeStoredStillCounts) {
     EXPECT_FALSE(viewer.AddLine(QStringLiteral("lost too")));
     EXPECT_EQ(viewer.GetLineCount(), 1002);
     viewer.RefreshDisplay();
-    const QStringList shown = viewer.findChild<QPlainTextEdit*>(QStringLiteral("txtDocument"))
-                                  ->toPlainText()
-                                  .split(QLatin1Char('\n'));
+    const QStringList shown = TextBoxFound(viewer)->toPlainText().split(QLatin1Char('\n'));
     ASSERT_EQ(shown.size(), 1002);
     EXPECT_EQ(shown[999], QStringLiteral("1000"));
     EXPECT_EQ(shown[1000], QString());

@@ -1,4 +1,3 @@
-#include <QPlainTextEdit>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -13,7 +12,7 @@ namespace {
 // --- the control ---
 
 TEST_F(DocViewerTest, HoldsAReadOnlyTextBoxNamedTxtDocument) {
-    QPlainTextEdit* box = Box();
+    LineTextView* box = Box();
     ASSERT_NE(box, nullptr);
     EXPECT_TRUE(box->isReadOnly());
     EXPECT_EQ(box->parentWidget(), &viewer);

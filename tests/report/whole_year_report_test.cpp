@@ -1,8 +1,8 @@
 #include <QFile>
-#include <QPlainTextEdit>
 
 #include <gtest/gtest.h>
 
+#include "report/TextBoxFound.h"
 #include "report/frmCommingUp.h"
 #include "support/DatesWorld.h"
 
@@ -43,9 +43,7 @@ TEST(WholeYearReport, ListsEveryDateOfTheYearWithItsScheduleAsExpected) {
     EXPECT_FALSE(dialog.usrDocViewer1->OverflowFilePath().isEmpty());
     QFile expected(QStringLiteral(KELVANE_REPORT_DATA "/whole_year_report.txt"));
     ASSERT_TRUE(expected.open(QIODevice::ReadOnly));
-    const QString shown =
-        dialog.usrDocViewer1->findChild<QPlainTextEdit*>(QStringLiteral("txtDocument"))
-            ->toPlainText();
+    const QString shown = TextBoxFound(*dialog.usrDocViewer1)->toPlainText();
     EXPECT_EQ(shown, QString::fromLatin1(expected.readAll()));
 }
 

@@ -5,7 +5,6 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
-#include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTest>
 
