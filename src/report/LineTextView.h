@@ -77,6 +77,7 @@ class LineTextView : public QAbstractScrollArea {
 
   private:
     void TakeFormat();
+    const QTextLayout& LayoutInPlace(int line);
     void ForEachLineOnScreen(const std::function<void(int, const QTextLayout&, int)>& visit);
     void UpdateScrollRange();
     int VisibleRows() const;

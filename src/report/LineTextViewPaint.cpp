@@ -1,5 +1,6 @@
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScrollBar>
 
 #include <cmath>
 
@@ -48,13 +49,27 @@ QList<QTextLayout::FormatRange> LineTextView::SelectionIn(int line) const {
     return {range};
 }
 
+// Lays the line out where it may be off screen: a line above the top that
+// turns out to wrap would push the lines on screen down, so the scroll bar
+// moves by as many rows and they stay where they are.
+const QTextLayout& LineTextView::LayoutInPlace(int line) {
+    const WrappedLines::Row top = lines_.RowAt(TopRow());
+    const QTextLayout& layout = lines_.Layout(line);
+    const int topRow = lines_.FirstRow(top.line) + top.inLine;
+    if (topRow != TopRow()) {
+        UpdateScrollRange();
+        verticalScrollBar()->setValue(topRow);
+    }
+    return layout;
+}
+
 QRect LineTextView::CharacterRect(qsizetype offset) {
     if (offset < 0 || offset > lines_.Text().size()) {
         return {};
     }
     const int line = lines_.LineAt(offset);
     const auto inLine = static_cast<int>(offset - lines_.LineStart(line));
-    const QTextLayout& layout = lines_.Layout(line);
+    const QTextLayout& layout = LayoutInPlace(line);
     const QTextLine row = layout.lineForTextPosition(inLine);
     if (!row.isValid()) {
         return {};
