@@ -1,6 +1,8 @@
 // The line view at the edges: texts that are huge or odd, boxes that are tiny,
 // and a new text arriving while the mouse is busy.
 #include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
 
 #include "report/LineTextViewFixture.h"
 
@@ -119,6 +121,17 @@ TEST_F(LineTextViewTest, ABiggerFontKeepsTheTopLineInPlace) {
     view.setFont(font);
     Paint();
     EXPECT_EQ(view.OffsetAt(OnRow(0)), top);
+}
+
+TEST_F(LineTextViewTest, CtrlAAlsoFillsTheSelectionClipboard) {
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    if (!clipboard->supportsSelection()) {
+        GTEST_SKIP() << "no selection clipboard here";
+    }
+    clipboard->setText(QStringLiteral("before"), QClipboard::Selection);
+    view.setPlainText(QStringLiteral("all of it\nand more"));
+    Key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(clipboard->text(QClipboard::Selection), "all of it\nand more");
 }
 
 }  // namespace
