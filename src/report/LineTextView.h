@@ -59,6 +59,9 @@ class LineTextView : public QAbstractScrollArea {
     // nearest to it, or the character under it.
     qsizetype OffsetAt(QPoint point,
                        QTextLine::CursorPosition at = QTextLine::CursorBetweenCharacters);
+    // The row (a line as wrapped on screen) holding `offset`; a line's last
+    // row takes its line break with it.
+    WrappedLines::Span RowAround(qsizetype offset);
     // Scrolls the least that brings the line holding `offset` into view.
     void ScrollToOffset(qsizetype offset);
 

@@ -83,6 +83,17 @@ QRect LineTextView::CharacterRect(qsizetype offset) {
     return QRect(x, y, width, lines_.RowHeight());
 }
 
+WrappedLines::Span LineTextView::RowAround(qsizetype offset) {
+    const int line = lines_.LineAt(std::clamp<qsizetype>(offset, 0, lines_.Text().size()));
+    const qsizetype start = lines_.LineStart(line);
+    const QTextLayout& layout = LayoutInPlace(line);
+    const QTextLine row = layout.lineForTextPosition(static_cast<int>(offset - start));
+    if (!row.isValid() || row.lineNumber() == layout.lineCount() - 1) {
+        return {row.isValid() ? start + row.textStart() : start, lines_.LineStop(line)};
+    }
+    return {start + row.textStart(), start + row.textStart() + row.textLength()};
+}
+
 qsizetype LineTextView::OffsetAt(QPoint point, QTextLine::CursorPosition at) {
     const auto fromTop = static_cast<int>(
         std::floor(static_cast<double>(point.y() - TextMargin) / lines_.RowHeight()));

@@ -123,6 +123,38 @@ TEST_F(LineTextViewTest, ABiggerFontKeepsTheTopLineInPlace) {
     EXPECT_EQ(view.OffsetAt(OnRow(0)), top);
 }
 
+TEST_F(LineTextViewTest, AScreenReaderReadsAWrappedLineRowByRow) {
+    const QString wrapped = LongLine(20);
+    view.setPlainText(wrapped + QStringLiteral("\nnext"));
+    Paint();
+    const QTextLayout& layout = view.Lines().Layout(0);
+    ASSERT_GT(layout.lineCount(), 1);
+    const QTextLine first = layout.lineAt(0);
+    const QTextLine last = layout.lineAt(layout.lineCount() - 1);
+    const auto firstEnd = first.textLength();
+    QAccessibleTextInterface* face = QAccessible::queryAccessibleInterface(&view)->textInterface();
+    int start = -1;
+    int end = -1;
+    EXPECT_EQ(face->textAtOffset(2, QAccessible::LineBoundary, &start, &end),
+              wrapped.first(firstEnd));
+    EXPECT_EQ(start, 0);
+    EXPECT_EQ(end, firstEnd);
+    EXPECT_EQ(face->textAfterOffset(2, QAccessible::LineBoundary, &start, &end),
+              layout.lineCount() == 2 ? wrapped.sliced(firstEnd) + u'\n'
+                                      : wrapped.sliced(firstEnd, layout.lineAt(1).textLength()));
+    EXPECT_EQ(start, firstEnd);
+    EXPECT_EQ(face->textAtOffset(static_cast<int>(wrapped.size()), QAccessible::LineBoundary,
+                                 &start, &end),
+              wrapped.sliced(last.textStart()) + u'\n');
+    EXPECT_EQ(face->textAfterOffset(static_cast<int>(wrapped.size()), QAccessible::LineBoundary,
+                                    &start, &end),
+              "next");
+    EXPECT_EQ(face->textBeforeOffset(static_cast<int>(wrapped.size()) + 2,
+                                     QAccessible::LineBoundary, &start, &end),
+              wrapped.sliced(last.textStart()) + u'\n');
+    EXPECT_EQ(face->textAtOffset(2, QAccessible::ParagraphBoundary, &start, &end), wrapped + u'\n');
+}
+
 TEST_F(LineTextViewTest, CtrlAAlsoFillsTheSelectionClipboard) {
     QClipboard* clipboard = QGuiApplication::clipboard();
     if (!clipboard->supportsSelection()) {
