@@ -9,11 +9,14 @@
 namespace kelvane {
 
 // Draws the lines on screen; rows found on the way widen the scroll range.
-void LineTextView::paintEvent(QPaintEvent*) {
+// Only a line's rows in the area to paint are drawn: one long line can wrap
+// into more rows than the screen holds.
+void LineTextView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::Text));
+    const QRectF area(event->rect());
     ForEachLineOnScreen([&](int line, const QTextLayout& layout, int y) {
-        layout.draw(&painter, QPointF(TextMargin, y), SelectionIn(line));
+        layout.draw(&painter, QPointF(TextMargin, y), SelectionIn(line), area);
     });
     UpdateScrollRange();
 }
