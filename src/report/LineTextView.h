@@ -90,6 +90,7 @@ class LineTextView : public QAbstractScrollArea {
     void SetSelection(qsizetype anchor, qsizetype position);
     void ShareSelection() const;
     void DragTo(QPoint point);
+    void EndDrag();
     void ExtendSelectionTo(qsizetype offset);
     WrappedLines::Span UnitAround(qsizetype offset) const;
 

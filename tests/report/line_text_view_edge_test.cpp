@@ -69,6 +69,23 @@ TEST_F(LineTextViewTest, ANewTextInTheMiddleOfADragEndsIt) {
     EXPECT_FALSE(view.hasSelection());
 }
 
+TEST_F(LineTextViewTest, AButtonLetGoOverAnotherWindowStopsTheScrolling) {
+    view.setPlainText(NumberedLines(300));
+    Paint();
+    Press(OnRow(0));
+    DragTo(QPoint(20, Port()->height() + 20));
+    QTRY_VERIFY(Bar()->value() >= 2);
+    QWidget other;
+    other.resize(50, 50);
+    other.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
+    QTest::mouseRelease(&other, Qt::LeftButton, {}, QPoint(10, 10));
+    QTest::qWait(120);
+    Bar()->setValue(0);
+    QTest::qWait(150);
+    EXPECT_EQ(Bar()->value(), 0);
+}
+
 TEST_F(LineTextViewTest, AScreenReaderAsksAtEveryOffsetAndBeyond) {
     const QString text = QStringLiteral("a\u0301b \U0001F600x\n\nend. more\n");
     for (const QString& each : {QString(), text}) {
