@@ -11,9 +11,12 @@ namespace {
 // What the text at an offset outside the text reports.
 constexpr WrappedLines::Span kNoUnit{-1, -1};
 
-// The character, word, sentence or line around `offset`, or the whole text.
-WrappedLines::Span UnitAround(const WrappedLines& lines, qsizetype offset,
+// The character, word, sentence, row or line around `offset`, or the whole
+// text. A line is a row as wrapped on screen, as in Qt's text boxes; a
+// paragraph is a line of the text.
+WrappedLines::Span UnitAround(LineTextView& view, qsizetype offset,
                               QAccessible::TextBoundaryType type) {
+    const WrappedLines& lines = view.Lines();
     switch (type) {
         case QAccessible::CharBoundary:
             return lines.SegmentAt(QTextBoundaryFinder::Grapheme, offset);
@@ -22,6 +25,7 @@ WrappedLines::Span UnitAround(const WrappedLines& lines, qsizetype offset,
         case QAccessible::SentenceBoundary:
             return lines.SegmentAt(QTextBoundaryFinder::Sentence, offset);
         case QAccessible::LineBoundary:
+            return view.RowAround(offset);
         case QAccessible::ParagraphBoundary: {
             const int line = lines.LineAt(offset);
             return {lines.LineStart(line), lines.LineStop(line)};
@@ -123,11 +127,10 @@ QString LineTextAccessible::text(int startOffset, int endOffset) const {
 // The unit around `offset`; for an offset outside the text, none.
 std::optional<WrappedLines::Span> LineTextAccessible::UnitAt(
     int offset, QAccessible::TextBoundaryType boundaryType) const {
-    const WrappedLines& lines = View()->Lines();
-    if (offset < 0 || offset > lines.Text().size()) {
+    if (offset < 0 || offset > View()->toPlainText().size()) {
         return std::nullopt;
     }
-    return UnitAround(lines, offset, boundaryType);
+    return UnitAround(*View(), offset, boundaryType);
 }
 
 QString LineTextAccessible::textBeforeOffset(int offset, QAccessible::TextBoundaryType boundaryType,
@@ -136,7 +139,7 @@ QString LineTextAccessible::textBeforeOffset(int offset, QAccessible::TextBounda
     if (!at || at->start == 0) {
         return Give(at ? WrappedLines::Span{} : kNoUnit, startOffset, endOffset);
     }
-    return Give(UnitAround(View()->Lines(), at->start - 1, boundaryType), startOffset, endOffset);
+    return Give(UnitAround(*View(), at->start - 1, boundaryType), startOffset, endOffset);
 }
 
 QString LineTextAccessible::textAfterOffset(int offset, QAccessible::TextBoundaryType boundaryType,
@@ -146,7 +149,7 @@ QString LineTextAccessible::textAfterOffset(int offset, QAccessible::TextBoundar
     if (!at || at->end >= size) {
         return Give(at ? WrappedLines::Span{size, size} : kNoUnit, startOffset, endOffset);
     }
-    return Give(UnitAround(View()->Lines(), at->end, boundaryType), startOffset, endOffset);
+    return Give(UnitAround(*View(), at->end, boundaryType), startOffset, endOffset);
 }
 
 QString LineTextAccessible::textAtOffset(int offset, QAccessible::TextBoundaryType boundaryType,

@@ -171,6 +171,7 @@ void LineTextView::keyPressEvent(QKeyEvent* event) {
     }
     if (event == QKeySequence::SelectAll) {
         selectAll();
+        ShareSelection();
         return;
     }
     QScrollBar* bar = verticalScrollBar();

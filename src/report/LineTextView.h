@@ -59,6 +59,9 @@ class LineTextView : public QAbstractScrollArea {
     // nearest to it, or the character under it.
     qsizetype OffsetAt(QPoint point,
                        QTextLine::CursorPosition at = QTextLine::CursorBetweenCharacters);
+    // The row (a line as wrapped on screen) holding `offset`; a line's last
+    // row takes its line break with it.
+    WrappedLines::Span RowAround(qsizetype offset);
     // Scrolls the least that brings the line holding `offset` into view.
     void ScrollToOffset(qsizetype offset);
 
@@ -77,6 +80,7 @@ class LineTextView : public QAbstractScrollArea {
 
   private:
     void TakeFormat();
+    const QTextLayout& LayoutInPlace(int line);
     void ForEachLineOnScreen(const std::function<void(int, const QTextLayout&, int)>& visit);
     void UpdateScrollRange();
     int VisibleRows() const;
@@ -86,6 +90,7 @@ class LineTextView : public QAbstractScrollArea {
     void SetSelection(qsizetype anchor, qsizetype position);
     void ShareSelection() const;
     void DragTo(QPoint point);
+    void EndDrag();
     void ExtendSelectionTo(qsizetype offset);
     WrappedLines::Span UnitAround(qsizetype offset) const;
 

@@ -61,6 +61,10 @@ void LineTextView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         return;
     }
+    EndDrag();
+}
+
+void LineTextView::EndDrag() {
     autoScroll_.stop();
     if (dragging_) {
         dragging_ = false;
@@ -87,7 +91,13 @@ void LineTextView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 // One line's scroll towards the drag point, and the selection's end after it.
+// A button let go where the view did not hear it (over a window that came up
+// meanwhile) ends the drag.
 void LineTextView::DragTo(QPoint point) {
+    if (!QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)) {
+        EndDrag();
+        return;
+    }
     QScrollBar* bar = verticalScrollBar();
     if (point.y() < 0) {
         bar->triggerAction(QAbstractSlider::SliderSingleStepSub);

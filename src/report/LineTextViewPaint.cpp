@@ -1,5 +1,6 @@
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScrollBar>
 
 #include <cmath>
 
@@ -8,11 +9,14 @@
 namespace kelvane {
 
 // Draws the lines on screen; rows found on the way widen the scroll range.
-void LineTextView::paintEvent(QPaintEvent*) {
+// Only a line's rows in the area to paint are drawn: one long line can wrap
+// into more rows than the screen holds.
+void LineTextView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::Text));
+    const QRectF area(event->rect());
     ForEachLineOnScreen([&](int line, const QTextLayout& layout, int y) {
-        layout.draw(&painter, QPointF(TextMargin, y), SelectionIn(line));
+        layout.draw(&painter, QPointF(TextMargin, y), SelectionIn(line), area);
     });
     UpdateScrollRange();
 }
@@ -48,13 +52,27 @@ QList<QTextLayout::FormatRange> LineTextView::SelectionIn(int line) const {
     return {range};
 }
 
+// Lays the line out where it may be off screen: a line above the top that
+// turns out to wrap would push the lines on screen down, so the scroll bar
+// moves by as many rows and they stay where they are.
+const QTextLayout& LineTextView::LayoutInPlace(int line) {
+    const WrappedLines::Row top = lines_.RowAt(TopRow());
+    const QTextLayout& layout = lines_.Layout(line);
+    const int topRow = lines_.FirstRow(top.line) + top.inLine;
+    if (topRow != TopRow()) {
+        UpdateScrollRange();
+        verticalScrollBar()->setValue(topRow);
+    }
+    return layout;
+}
+
 QRect LineTextView::CharacterRect(qsizetype offset) {
     if (offset < 0 || offset > lines_.Text().size()) {
         return {};
     }
     const int line = lines_.LineAt(offset);
     const auto inLine = static_cast<int>(offset - lines_.LineStart(line));
-    const QTextLayout& layout = lines_.Layout(line);
+    const QTextLayout& layout = LayoutInPlace(line);
     const QTextLine row = layout.lineForTextPosition(inLine);
     if (!row.isValid()) {
         return {};
@@ -66,6 +84,17 @@ QRect LineTextView::CharacterRect(qsizetype offset) {
     const int x = TextMargin + static_cast<int>(std::floor(std::min(left, right)));
     const int width = std::max(1, static_cast<int>(std::ceil(std::abs(right - left))));
     return QRect(x, y, width, lines_.RowHeight());
+}
+
+WrappedLines::Span LineTextView::RowAround(qsizetype offset) {
+    const int line = lines_.LineAt(std::clamp<qsizetype>(offset, 0, lines_.Text().size()));
+    const qsizetype start = lines_.LineStart(line);
+    const QTextLayout& layout = LayoutInPlace(line);
+    const QTextLine row = layout.lineForTextPosition(static_cast<int>(offset - start));
+    if (!row.isValid() || row.lineNumber() == layout.lineCount() - 1) {
+        return {row.isValid() ? start + row.textStart() : start, lines_.LineStop(line)};
+    }
+    return {start + row.textStart(), start + row.textStart() + row.textLength()};
 }
 
 qsizetype LineTextView::OffsetAt(QPoint point, QTextLine::CursorPosition at) {
