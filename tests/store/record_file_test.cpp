@@ -74,6 +74,47 @@ TEST(RecordFile, AWriteAfterReadingAheadIsReadBack) {
     EXPECT_EQ(records, QByteArray("aaaaxxxxyyyy"));
 }
 
+// Records read ahead are copies of their own: a write drops what was read
+// ahead, whose room the next read ahead fills again, and leaves them whole.
+TEST(RecordFile, RecordsReadAheadStayWholeAfterAWrite) {
+    QTemporaryDir directory;
+    RecordFile file(4);
+    WriteAndReadAhead(file, directory, "aaaabbbb");
+    QByteArray records;
+    ASSERT_TRUE(file.Read(1, 2, records));
+    ASSERT_TRUE(file.Write(3, "cccc"));
+    EXPECT_EQ(records, QByteArray("aaaabbbb"));
+    ASSERT_TRUE(file.Read(1, 3, records));
+    EXPECT_EQ(records, QByteArray("aaaabbbbcccc"));
+}
+
+TEST(RecordFile, ReadingAheadAgainFindsTheWritesMadeSince) {
+    QTemporaryDir directory;
+    RecordFile file(4);
+    WriteAndReadAhead(file, directory, "aaaabbbbcccc");
+    ASSERT_TRUE(file.Write(2, "xxxx"));
+    file.ReadAhead();
+    QByteArray records;
+    ASSERT_TRUE(file.Read(1, 3, records));
+    EXPECT_EQ(records, QByteArray("aaaaxxxxcccc"));
+    file.StopReadingAhead();
+    file.ReadAhead();
+    ASSERT_TRUE(file.Read(2, 1, records));
+    EXPECT_EQ(records, QByteArray("xxxx"));
+}
+
+TEST(RecordFile, ReadingAheadAnEmptyFileLeavesReadsToTheDisk) {
+    QTemporaryDir directory;
+    RecordFile file(4);
+    ASSERT_TRUE(file.Open(directory.filePath(QStringLiteral("records"))));
+    file.ReadAhead();
+    QByteArray records;
+    EXPECT_FALSE(file.Read(1, 1, records));
+    ASSERT_TRUE(file.Write(1, "aaaa"));
+    ASSERT_TRUE(file.Read(1, 1, records));
+    EXPECT_EQ(records, QByteArray("aaaa"));
+}
+
 TEST(RecordFile, ReadingAheadFindsBufferedWrites) {
     QTemporaryDir directory;
     RecordFile file(4, RecordFile::Writes::Buffered);
