@@ -9,23 +9,59 @@ namespace kelvane {
 
 namespace {
 
+bool IsBreak(char16_t c) {
+    return c == u'\r' || c == u'\n';
+}
+
+// Where the first CR or LF at or after `from` is; `size` when there is none.
+// Whole blocks are checked first, in a loop the compiler vectorises, and only
+// the block holding a break is looked through unit by unit.
+qsizetype NextBreak(const char16_t* text, qsizetype from, qsizetype size) {
+    constexpr qsizetype kBlock = 16;
+    qsizetype i = from;
+    for (; i + kBlock <= size; i += kBlock) {
+        bool found = false;
+        for (qsizetype k = 0; k < kBlock; ++k) {
+            found |= IsBreak(text[i + k]);
+        }
+        if (found) {
+            break;
+        }
+    }
+    while (i < size && !IsBreak(text[i])) {
+        ++i;
+    }
+    return i;
+}
+
 // Calls `line` with each line of `note` in turn: CR LF, a lone CR and a lone LF
 // each end one, as WithCrLfBreaks makes them all CR LF.
 template <typename LineFunction>
 void ForEachNoteLine(QStringView note, LineFunction&& line) {
+    const char16_t* const text = note.utf16();
+    const qsizetype size = note.size();
     qsizetype start = 0;
-    for (qsizetype i = 0; i < note.size(); ++i) {
-        const QChar c = note[i];
-        if (c != u'\r' && c != u'\n') {
-            continue;
-        }
+    for (qsizetype i = NextBreak(text, 0, size); i < size; i = NextBreak(text, start, size)) {
         line(note.sliced(start, i - start));
-        if (c == u'\r' && i + 1 < note.size() && note[i + 1] == u'\n') {
-            ++i;
-        }
-        start = i + 1;
+        const bool crLf = text[i] == u'\r' && i + 1 < size && text[i + 1] == u'\n';
+        start = i + (crLf ? 2 : 1);
     }
     line(note.sliced(start));
+}
+
+// The lines ForEachNoteLine finds, counted with no branch on the text: one
+// more than the breaks, where CR LF is one break and every other CR or LF one.
+qint64 CountNoteLines(QStringView note) {
+    const char16_t* const text = note.utf16();
+    const qsizetype size = note.size();
+    qsizetype breaks = 0;
+    for (qsizetype i = 0; i < size; ++i) {
+        breaks += (text[i] == u'\r') + (text[i] == u'\n');
+    }
+    for (qsizetype i = 1; i < size; ++i) {
+        breaks -= (text[i] == u'\n') & (text[i - 1] == u'\r');
+    }
+    return breaks + 1;
 }
 
 }  // namespace
@@ -58,10 +94,8 @@ void WriteNoteSection(LineWriter& out, const QString& note) {
         out.WriteNumber(0);
         return;
     }
-    qint64 lineCount = 0;
-    ForEachNoteLine(text, [&lineCount](QStringView) { ++lineCount; });
     out.WriteNumber(1);
-    out.WriteNumber(lineCount - 1);
+    out.WriteNumber(CountNoteLines(text) - 1);
     ForEachNoteLine(text, [&out](QStringView line) { out.WriteText(line); });
 }
 
