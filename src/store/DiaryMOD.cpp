@@ -60,10 +60,11 @@ void DiaryMOD::LoadNote(const QString& key) {
         return;
     }
     CurrentNoteSlot = *slot;
-    NoteBuffer = QString();
     QByteArray record;
     if (NoteIndex[*slot] != 0 && file_.Read(NoteIndex[*slot], 1, record)) {
         NoteBuffer = DecodeRecordText(record);
+    } else {
+        NoteBuffer = QString();
     }
 }
 
