@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 #include "calfile/Conversions.h"
 #include "calfile/Records.h"
 
@@ -9,42 +11,31 @@ namespace kelvane {
 
 namespace {
 
-bool IsBreak(char16_t c) {
-    return c == u'\r' || c == u'\n';
-}
-
-// Where the first CR or LF at or after `from` is; `size` when there is none.
-// Whole blocks are checked first, in a loop the compiler vectorises, and only
-// the block holding a break is looked through unit by unit.
-qsizetype NextBreak(const char16_t* text, qsizetype from, qsizetype size) {
-    constexpr qsizetype kBlock = 16;
-    qsizetype i = from;
-    for (; i + kBlock <= size; i += kBlock) {
-        bool found = false;
-        for (qsizetype k = 0; k < kBlock; ++k) {
-            found |= IsBreak(text[i + k]);
-        }
-        if (found) {
-            break;
-        }
-    }
-    while (i < size && !IsBreak(text[i])) {
-        ++i;
-    }
-    return i;
+// The first `c` at or after `from`; the text's size when there is none. Qt
+// looks for it many units at a time.
+qsizetype NextOf(QStringView text, char16_t c, qsizetype from) {
+    const qsizetype at = text.indexOf(QChar(c), from);
+    return at < 0 ? text.size() : at;
 }
 
 // Calls `line` with each line of `note` in turn: CR LF, a lone CR and a lone LF
-// each end one, as WithCrLfBreaks makes them all CR LF.
+// each end one, as WithCrLfBreaks makes them all CR LF. The next CR and the
+// next LF are each looked for again only once passed.
 template <typename LineFunction>
 void ForEachNoteLine(QStringView note, LineFunction&& line) {
-    const char16_t* const text = note.utf16();
-    const qsizetype size = note.size();
     qsizetype start = 0;
-    for (qsizetype i = NextBreak(text, 0, size); i < size; i = NextBreak(text, start, size)) {
-        line(note.sliced(start, i - start));
-        const bool crLf = text[i] == u'\r' && i + 1 < size && text[i + 1] == u'\n';
-        start = i + (crLf ? 2 : 1);
+    qsizetype cr = NextOf(note, u'\r', 0);
+    qsizetype lf = NextOf(note, u'\n', 0);
+    for (qsizetype end = std::min(cr, lf); end < note.size(); end = std::min(cr, lf)) {
+        line(note.sliced(start, end - start));
+        const bool crLf = end == cr && lf == end + 1 && lf < note.size();
+        start = end + (crLf ? 2 : 1);
+        if (cr < start) {
+            cr = NextOf(note, u'\r', start);
+        }
+        if (lf < start) {
+            lf = NextOf(note, u'\n', start);
+        }
     }
     line(note.sliced(start));
 }

@@ -162,7 +162,8 @@ TEST(NoteLines, SplitsAtLineBreaksOfAnyKind) {
 TEST(NoteLines, AreTheLinesBetweenTheBreaksWithCrLfBreaksMakes) {
     const QStringList notes = {QStringLiteral("a\r\r\nb"),   QStringLiteral("\n\r\n\r"),
                                QStringLiteral("\r\n\n\r\r"), QStringLiteral("a\rb\r\nc\nd\n\re"),
-                               QStringLiteral("\r"),         QStringLiteral("x\n")};
+                               QStringLiteral("\r"),         QStringLiteral("x\n"),
+                               QStringLiteral("x\r"),        QStringLiteral("\r\r")};
     for (const QString& note : notes) {
         EXPECT_EQ(NoteLines(note), WithCrLfBreaks(note).split(kNoteLineBreak)) << qPrintable(note);
     }
