@@ -61,7 +61,15 @@ Appointment DecodeAppointment(QByteArrayView record) {
                        {GetInteger16(record, kEndHour), GetInteger16(record, kEndMinute)}};
 }
 
+// Months and days below 100, as every real date has, are written digit by
+// digit; other numbers as arg() pads them.
 QString MakeDateKey(qint16 month, qint16 day) {
+    if (month >= 0 && month < 100 && day >= 0 && day < 100) {
+        const char16_t key[] = {
+            static_cast<char16_t>(u'0' + month / 10), static_cast<char16_t>(u'0' + month % 10),
+            static_cast<char16_t>(u'0' + day / 10), static_cast<char16_t>(u'0' + day % 10)};
+        return QString(reinterpret_cast<const QChar*>(key), 4);
+    }
     const QLatin1Char zero('0');
     return QStringLiteral("%1%2").arg(month, 2, 10, zero).arg(day, 2, 10, zero);
 }
