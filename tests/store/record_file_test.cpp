@@ -74,11 +74,16 @@ TEST(RecordFile, AWriteAfterReadingAheadIsReadBack) {
     EXPECT_EQ(records, QByteArray("aaaaxxxxyyyy"));
 }
 
+// A file of 4-byte records, alone in its folder.
+class RecordFileReadAhead : public ::testing::Test {
+  protected:
+    QTemporaryDir directory;
+    RecordFile file{4};
+};
+
 // Records read ahead are copies of their own: a write drops what was read
 // ahead, whose room the next read ahead fills again, and leaves them whole.
-TEST(RecordFile, RecordsReadAheadStayWholeAfterAWrite) {
-    QTemporaryDir directory;
-    RecordFile file(4);
+TEST_F(RecordFileReadAhead, RecordsStayWholeAfterAWrite) {
     WriteAndReadAhead(file, directory, "aaaabbbb");
     QByteArray records;
     ASSERT_TRUE(file.Read(1, 2, records));
@@ -88,24 +93,19 @@ TEST(RecordFile, RecordsReadAheadStayWholeAfterAWrite) {
     EXPECT_EQ(records, QByteArray("aaaabbbbcccc"));
 }
 
-TEST(RecordFile, ReadingAheadAgainFindsTheWritesMadeSince) {
-    QTemporaryDir directory;
-    RecordFile file(4);
+TEST_F(RecordFileReadAhead, AgainFindsTheWritesMadeSince) {
     WriteAndReadAhead(file, directory, "aaaabbbbcccc");
-    ASSERT_TRUE(file.Write(2, "xxxx"));
-    file.ReadAhead();
-    QByteArray records;
-    ASSERT_TRUE(file.Read(1, 3, records));
-    EXPECT_EQ(records, QByteArray("aaaaxxxxcccc"));
-    file.StopReadingAhead();
-    file.ReadAhead();
-    ASSERT_TRUE(file.Read(2, 1, records));
-    EXPECT_EQ(records, QByteArray("xxxx"));
+    for (const QByteArray& record : {QByteArray("xxxx"), QByteArray("yyyy")}) {
+        ASSERT_TRUE(file.Write(2, record));
+        file.ReadAhead();
+        QByteArray records;
+        ASSERT_TRUE(file.Read(1, 3, records));
+        EXPECT_EQ(records, "aaaa" + record + "cccc");
+        file.StopReadingAhead();
+    }
 }
 
-TEST(RecordFile, ReadingAheadAnEmptyFileLeavesReadsToTheDisk) {
-    QTemporaryDir directory;
-    RecordFile file(4);
+TEST_F(RecordFileReadAhead, OfAnEmptyFileLeavesReadsToTheDisk) {
     ASSERT_TRUE(file.Open(directory.filePath(QStringLiteral("records"))));
     file.ReadAhead();
     QByteArray records;
