@@ -35,6 +35,16 @@ class FixedText {
         return *this;
     }
 
+    // Rewrites all N characters through `write(char16_t* text)`, which sets
+    // every one of them: in the text's own memory when no copy shares it.
+    template <typename Write>
+    void Overwrite(Write&& write) {
+        if (text_.size() != N) {  // a moved-from text
+            text_.resize(N);
+        }
+        write(reinterpret_cast<char16_t*>(text_.data()));
+    }
+
     // All N characters, padding included.
     const QString& Value() const { return text_; }
     // The text without its leading and trailing blanks.

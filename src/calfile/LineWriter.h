@@ -36,13 +36,17 @@ class LineWriter {
     }
 
   private:
-    // Adds a finished line (already in place when `length` is 0) and flushes
-    // when enough has gathered.
-    void EndLine(const char* line, qsizetype length);
+    // Room for `length` more bytes after the pending ones; where they go.
+    char* Room(qsizetype length);
+    // Takes the bytes put in the room up to `end` as pending, and hands them
+    // over when enough have gathered.
+    void EndLine(const char* end);
 
     QIODevice& device_;
-    // Complete lines not yet handed to the device, then the line being put together.
-    QByteArray pending_;
+    // Complete lines not yet handed to the device are its first `pending_`
+    // bytes; the rest is room for the lines to come.
+    QByteArray buffer_;
+    qsizetype pending_ = 0;
     bool ok_ = true;
 };
 

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 #include "calfile/Conversions.h"
 #include "calfile/Records.h"
 
@@ -9,23 +11,48 @@ namespace kelvane {
 
 namespace {
 
+// The first `c` at or after `from`; the text's size when there is none. Qt
+// looks for it many units at a time.
+qsizetype NextOf(QStringView text, char16_t c, qsizetype from) {
+    const qsizetype at = text.indexOf(QChar(c), from);
+    return at < 0 ? text.size() : at;
+}
+
 // Calls `line` with each line of `note` in turn: CR LF, a lone CR and a lone LF
-// each end one, as WithCrLfBreaks makes them all CR LF.
+// each end one, as WithCrLfBreaks makes them all CR LF. The next CR and the
+// next LF are each looked for again only once passed.
 template <typename LineFunction>
 void ForEachNoteLine(QStringView note, LineFunction&& line) {
     qsizetype start = 0;
-    for (qsizetype i = 0; i < note.size(); ++i) {
-        const QChar c = note[i];
-        if (c != u'\r' && c != u'\n') {
-            continue;
+    qsizetype cr = NextOf(note, u'\r', 0);
+    qsizetype lf = NextOf(note, u'\n', 0);
+    for (qsizetype end = std::min(cr, lf); end < note.size(); end = std::min(cr, lf)) {
+        line(note.sliced(start, end - start));
+        const bool crLf = end == cr && lf == end + 1 && lf < note.size();
+        start = end + (crLf ? 2 : 1);
+        if (cr < start) {
+            cr = NextOf(note, u'\r', start);
         }
-        line(note.sliced(start, i - start));
-        if (c == u'\r' && i + 1 < note.size() && note[i + 1] == u'\n') {
-            ++i;
+        if (lf < start) {
+            lf = NextOf(note, u'\n', start);
         }
-        start = i + 1;
     }
     line(note.sliced(start));
+}
+
+// The lines ForEachNoteLine finds, counted with no branch on the text: one
+// more than the breaks, where CR LF is one break and every other CR or LF one.
+qint64 CountNoteLines(QStringView note) {
+    const char16_t* const text = note.utf16();
+    const qsizetype size = note.size();
+    qsizetype breaks = 0;
+    for (qsizetype i = 0; i < size; ++i) {
+        breaks += (text[i] == u'\r') + (text[i] == u'\n');
+    }
+    for (qsizetype i = 1; i < size; ++i) {
+        breaks -= (text[i] == u'\n') & (text[i - 1] == u'\r');
+    }
+    return breaks + 1;
 }
 
 }  // namespace
@@ -58,10 +85,8 @@ void WriteNoteSection(LineWriter& out, const QString& note) {
         out.WriteNumber(0);
         return;
     }
-    qint64 lineCount = 0;
-    ForEachNoteLine(text, [&lineCount](QStringView) { ++lineCount; });
     out.WriteNumber(1);
-    out.WriteNumber(lineCount - 1);
+    out.WriteNumber(CountNoteLines(text) - 1);
     ForEachNoteLine(text, [&out](QStringView line) { out.WriteText(line); });
 }
 

@@ -1,5 +1,7 @@
 #include "calfile/ReplacingFile.h"
 
+#include "calfile/ReadBack.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -71,20 +73,6 @@ bool WriteWhole(QFileDevice& file, const QByteArray& bytes, QString& error) {
 void DropTemporary(QSaveFile& file) {
     file.cancelWriting();
     file.commit();  // only removes the temporary file: writing was cancelled
-}
-
-bool ReadWhole(const QString& fileName, QByteArray& bytes) {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return false;
-    }
-    bytes = file.readAll();
-    return file.error() == QFileDevice::NoError;
-}
-
-bool ReadsBack(const QString& fileName, const QByteArray& expected) {
-    QByteArray bytes;
-    return ReadWhole(fileName, bytes) && bytes == expected;
 }
 
 // Writes `bytes` over the start of the existing file and cuts it to their
@@ -194,7 +182,7 @@ bool ReplacingFile::CommitBeside() {
         return false;
     }
     // The disk took every byte, yet gives back others: the old file is gone by now.
-    if (!ReadsBack(fileName_, content_)) {
+    if (!FileHolds(fileName_, content_)) {
         error_ = kReadBackDiffers + QStringLiteral("\rThe old file was replaced all the same.");
         return false;
     }
@@ -205,7 +193,7 @@ bool ReplacingFile::CommitBeside() {
 // been rewritten and read back, so that neither is lost however it ends.
 bool ReplacingFile::CommitInPlace() {
     QByteArray old;
-    if (!ReadWhole(fileName_, old)) {
+    if (!ReadWholeFile(fileName_, old)) {
         error_ = QStringLiteral("the file cannot be read");
         return false;
     }
@@ -221,7 +209,7 @@ bool ReplacingFile::CommitInPlace() {
                      .arg(QDir::toNativeSeparators(keepFolder_), why);
         return false;
     }
-    if (RewriteInPlace(fileName_, content_, error_) && ReadsBack(fileName_, content_)) {
+    if (RewriteInPlace(fileName_, content_, error_) && FileHolds(fileName_, content_)) {
         QFile::remove(keptNew);
         QFile::remove(keptOld);
         return true;
@@ -230,7 +218,7 @@ bool ReplacingFile::CommitInPlace() {
         error_ = kReadBackDiffers;
     }
     QFile::remove(keptNew);
-    if (RewriteInPlace(fileName_, old, why) && ReadsBack(fileName_, old)) {
+    if (RewriteInPlace(fileName_, old, why) && FileHolds(fileName_, old)) {
         QFile::remove(keptOld);
         error_ += QStringLiteral("\rThe file was put back as it was.");
     } else {

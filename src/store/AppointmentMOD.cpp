@@ -39,6 +39,23 @@ qint16 GetInteger16(QByteArrayView record, int offset) {
     return qFromLittleEndian<qint16>(record.data() + offset);
 }
 
+ClockTime StartOf(QByteArrayView record) {
+    return {GetInteger16(record, kStartHour), GetInteger16(record, kStartMinute)};
+}
+
+ClockTime EndOf(QByteArrayView record) {
+    return {GetInteger16(record, kEndHour), GetInteger16(record, kEndMinute)};
+}
+
+// A whole record into `appointment`, its description written over the one it
+// held: no new text is made where no copy shares the old one.
+void DecodeAppointmentInto(QByteArrayView record, Appointment& appointment) {
+    appointment.Description.Overwrite(
+        [record](char16_t* text) { DecodeRecordTextTo(record.first(kDescriptionBytes), text); });
+    appointment.StartTime = StartOf(record);
+    appointment.EndTime = EndOf(record);
+}
+
 qint64 FirstRecordOfBlock(qint32 block) {
     return static_cast<qint64>(block - 1) * MaxAppointmentsPerDate + 1;
 }
@@ -56,12 +73,19 @@ Appointment DecodeAppointment(QByteArrayView record) {
         return Appointment{};
     }
     // Made from its fields, the description is not first made blank.
-    return Appointment{DecodeRecordText(record.first(kDescriptionBytes)),
-                       {GetInteger16(record, kStartHour), GetInteger16(record, kStartMinute)},
-                       {GetInteger16(record, kEndHour), GetInteger16(record, kEndMinute)}};
+    return Appointment{DecodeRecordText(record.first(kDescriptionBytes)), StartOf(record),
+                       EndOf(record)};
 }
 
+// Months and days below 100, as every real date has, are written digit by
+// digit; other numbers as arg() pads them.
 QString MakeDateKey(qint16 month, qint16 day) {
+    if (month >= 0 && month < 100 && day >= 0 && day < 100) {
+        const char16_t key[] = {
+            static_cast<char16_t>(u'0' + month / 10), static_cast<char16_t>(u'0' + month % 10),
+            static_cast<char16_t>(u'0' + day / 10), static_cast<char16_t>(u'0' + day % 10)};
+        return QString(reinterpret_cast<const QChar*>(key), 4);
+    }
     const QLatin1Char zero('0');
     return QStringLiteral("%1%2").arg(month, 2, 10, zero).arg(day, 2, 10, zero);
 }
@@ -151,8 +175,8 @@ void AppointmentMOD::LoadAppointments(const QString& key) {
     // Every entry of the list is read anew: none needs emptying first.
     for (int entry = 1; entry <= MaxAppointmentsPerDate; ++entry) {
         const qsizetype offset = static_cast<qsizetype>(entry - 1) * AppointmentRecordLength;
-        AppointmentList[entry] =
-            DecodeAppointment(QByteArrayView(records).sliced(offset, AppointmentRecordLength));
+        DecodeAppointmentInto(QByteArrayView(records).sliced(offset, AppointmentRecordLength),
+                              AppointmentList[entry]);
     }
 }
 

@@ -6,9 +6,26 @@
 
 namespace kelvane {
 
+namespace {
+
+bool IsAsciiDigit(QChar c) {
+    return c >= u'0' && c <= u'9';
+}
+
+// The numeric value of a key's two characters. Two digits, as every key the
+// program makes has, are read at once; anything else goes through Val.
+qint16 KeyPartValue(QStringView part) {
+    if (part.size() == 2 && IsAsciiDigit(part[0]) && IsAsciiDigit(part[1])) {
+        return static_cast<qint16>((part[0].unicode() - u'0') * 10 + (part[1].unicode() - u'0'));
+    }
+    return Val16(part.toString());
+}
+
+}  // namespace
+
 std::optional<qint16> DayOfYearSlot(const QString& key, const MonthLengths& daysInMonth) {
-    const qint16 month = Val16(key.left(2));
-    const qint16 day = Val16(key.right(2));
+    const qint16 month = KeyPartValue(QStringView(key).left(2));
+    const qint16 day = KeyPartValue(QStringView(key).right(2));
     if (month > 12) {
         return std::nullopt;
     }
@@ -60,10 +77,11 @@ void DiaryMOD::LoadNote(const QString& key) {
         return;
     }
     CurrentNoteSlot = *slot;
-    NoteBuffer = QString();
     QByteArray record;
     if (NoteIndex[*slot] != 0 && file_.Read(NoteIndex[*slot], 1, record)) {
         NoteBuffer = DecodeRecordText(record);
+    } else {
+        NoteBuffer = QString();
     }
 }
 

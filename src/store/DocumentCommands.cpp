@@ -139,8 +139,8 @@ bool DocumentCommands::WriteDocumentFile(const QString& fileName, QString& error
         error = file.ErrorString();
         return false;
     }
-    file.Device().write(
-        DocumentContent([this](const QString& text) { window_.ShowStatus(text); }, nullptr));
+    WriteDocumentContent(
+        file.Device(), [this](const QString& text) { window_.ShowStatus(text); }, nullptr);
     if (!file.Close()) {
         error = file.ErrorString();
         return false;
@@ -170,23 +170,28 @@ QString DocumentCommands::SaveUnsavedCopy(const CalendarFileDate* openEdit) {
     return QString();
 }
 
-// The whole document as a calendar file's bytes. The walk over every date
-// moves neither the person's selection nor the working copies, which a
-// session's end may find held by a command.
+// The whole document as a calendar file's bytes.
 QByteArray DocumentCommands::DocumentContent(const StatusSink& status,
                                              const CalendarFileDate* openEdit) {
-    const WorkingCopiesKept working(store_);
-    const SelectionKept selection(monthView_);
-    const StoreReadAhead readAhead(store_);
     QByteArray content;
     QBuffer buffer(&content);
     buffer.open(QIODevice::WriteOnly);
-    {
-        LineWriter out(buffer);
-        const ViewFlags flags{window_.ToolsShown(), window_.CalenderShown()};
-        WriteDocument(store_, monthView_, flags, out, status, openEdit);
-    }
+    WriteDocumentContent(buffer, status, openEdit);
     return content;
+}
+
+// Writes the whole document to `device`. The walk over every date moves
+// neither the person's selection nor the working copies, which a session's end
+// may find held by a command; the lines reach the device before both are put
+// back.
+void DocumentCommands::WriteDocumentContent(QIODevice& device, const StatusSink& status,
+                                            const CalendarFileDate* openEdit) {
+    const WorkingCopiesKept working(store_);
+    const SelectionKept selection(monthView_);
+    const StoreReadAhead readAhead(store_);
+    LineWriter out(device);
+    const ViewFlags flags{window_.ToolsShown(), window_.CalenderShown()};
+    WriteDocument(store_, monthView_, flags, out, status, openEdit);
 }
 
 // True when the last copy holds exactly this content and is still there.

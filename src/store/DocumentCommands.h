@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QIODevice>
 #include <QString>
 
 #include <optional>
@@ -85,6 +86,8 @@ class DocumentCommands {
     bool SaveDocumentAs(const QString& fileName);
     bool WriteDocumentFile(const QString& fileName, QString& error);
     QByteArray DocumentContent(const StatusSink& status, const CalendarFileDate* openEdit);
+    void WriteDocumentContent(QIODevice& device, const StatusSink& status,
+                              const CalendarFileDate* openEdit);
     bool IsLastCopy(const QByteArray& content) const;
     QString UnsavedCopyName(const QString& folder) const;
     void FinishSave(const QString& fileName);

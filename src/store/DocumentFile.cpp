@@ -18,19 +18,20 @@ CalendarFileSettings CurrentSettings(const Store& store, MonthViewControl& month
     return settings;
 }
 
-// The date as the working copies hold it after loading it.
+// The date as the working copies hold it after loading it. Its fields are
+// made from the copies at once, not first made blank.
 CalendarFileDate LoadedDate(const Store& store, qint16 month, qint16 day) {
-    CalendarFileDate date;
-    date.Month = month;
-    date.Day = day;
-    date.Entry = store.calender.CurrentEntry;
     const qint16 count = store.appointments.CountAppointments();
-    date.Schedule.reserve(static_cast<std::size_t>(count));
+    std::vector<Appointment> schedule;
+    schedule.reserve(static_cast<std::size_t>(count));
     for (qint16 i = 1; i <= count; ++i) {
-        date.Schedule.push_back(store.appointments.AppointmentList[i]);
+        schedule.push_back(store.appointments.AppointmentList[i]);
     }
-    date.Note = store.diary.NoteBuffer.Value();
-    return date;
+    return CalendarFileDate{.Month = month,
+                            .Day = day,
+                            .Entry = store.calender.CurrentEntry,
+                            .Schedule = std::move(schedule),
+                            .Note = store.diary.NoteBuffer.Value()};
 }
 
 void ApplyDate(Store& store, MonthViewControl& monthView, const CalendarFileDate& date) {

@@ -2,6 +2,23 @@
 
 namespace kelvane {
 
+namespace {
+
+// Reads from the file's position to its end into `bytes`, in the room they
+// already have where it is enough. Reading stops early on an error.
+void ReadToEnd(QFile& file, QByteArray& bytes) {
+    const qint64 size = file.size() - file.pos();
+    if (size <= 0) {
+        bytes.resize(0);
+        return;
+    }
+    bytes.resize(size);
+    const qint64 read = file.read(bytes.data(), size);
+    bytes.resize(read > 0 ? read : 0);
+}
+
+}  // namespace
+
 bool RecordFile::Open(const QString& path) {
     Close();
     ahead_.clear();
@@ -41,7 +58,7 @@ bool RecordFile::Write(qint64 firstRecord, const QByteArray& records) {
     if (firstRecord < 1 || records.size() % recordLength_ != 0) {
         return false;
     }
-    ahead_.clear();
+    DropReadAhead();
     if (WriteToDisk(firstRecord, records)) {
         Forget(firstRecord, records.size() / recordLength_);
         return true;
@@ -96,9 +113,9 @@ bool RecordFile::Read(qint64 firstRecord, int count, QByteArray& records) {
 }
 
 void RecordFile::ReadAhead() {
-    ahead_.clear();
+    DropReadAhead();
     if (IsOpen() && MoveTo(1)) {
-        ahead_ = file_.readAll();
+        ReadToEnd(file_, ahead_);
     }
 }
 

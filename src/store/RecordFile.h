@@ -46,9 +46,10 @@ class RecordFile {
     bool Read(qint64 firstRecord, int count, QByteArray& records);
     // Reads the whole file into memory for a run of reads: they find their
     // records there instead of asking the disk each time. Any write, open or
-    // close, and StopReadingAhead, drops the copy.
+    // close, and StopReadingAhead, drops the copy; until the file is closed,
+    // its room is kept for the next run, so that no fresh memory is taken.
     void ReadAhead();
-    void StopReadingAhead() { ahead_.clear(); }
+    void StopReadingAhead() { DropReadAhead(); }
     // Records kept in memory because the disk did not take them.
     std::size_t KeptInMemory() const { return kept_.size(); }
 
@@ -65,6 +66,7 @@ class RecordFile {
     QIODevice::OpenMode OpenMode() const;
     bool ReadKept(qint64 firstRecord, int count, QByteArray& records) const;
     void ReadFromDisk(qint64 firstRecord, qint64 length, QByteArray& records);
+    void DropReadAhead() { ahead_.resize(0); }
 
     QFile file_;
     int recordLength_;

@@ -1,5 +1,7 @@
 #include <QStringList>
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "calfile/FixedText.h"
@@ -8,6 +10,30 @@
 
 namespace kelvane {
 namespace {
+
+void WriteAbcde(char16_t* text) {
+    for (int i = 0; i < 5; ++i) {
+        text[i] = static_cast<char16_t>(u'a' + i);
+    }
+}
+
+TEST(FixedText, OverwriteLeavesACopyThatSharedTheTextAsItWas) {
+    FixedText<5> text(QStringLiteral("12345"));
+    const FixedText<5> copy = text;
+    text.Overwrite(WriteAbcde);
+    EXPECT_EQ(text.Value(), QStringLiteral("abcde"));
+    EXPECT_EQ(copy.Value(), QStringLiteral("12345"));
+    text.Overwrite([](char16_t* units) { std::fill(units, units + 5, u'z'); });
+    EXPECT_EQ(text.Value(), QStringLiteral("zzzzz"));
+}
+
+TEST(FixedText, OverwriteGivesAMovedFromTextAllItsCharacters) {
+    FixedText<5> text(QStringLiteral("12345"));
+    const FixedText<5> taken = std::move(text);
+    text.Overwrite(WriteAbcde);
+    EXPECT_EQ(text.Value(), QStringLiteral("abcde"));
+    EXPECT_EQ(taken.Value(), QStringLiteral("12345"));
+}
 
 TEST(FixedText, StartsAsBlanks) {
     const FixedText<5> text;

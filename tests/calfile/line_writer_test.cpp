@@ -53,6 +53,56 @@ TEST(LineWriter, WritesNumbersWithTheirBlanksAndListsWithout) {
     EXPECT_EQ(buffer.data(), QByteArray(" 0 \r\n-12 \r\n-25,-5,20\r\n\r\n"));
 }
 
+TEST(LineWriter, WritesEveryNumberInItsDecimalDigits) {
+    const QList<qint64> values = {-1000,
+                                  -101,
+                                  -100,
+                                  -99,
+                                  -10,
+                                  -9,
+                                  -1,
+                                  0,
+                                  1,
+                                  9,
+                                  10,
+                                  11,
+                                  42,
+                                  99,
+                                  100,
+                                  101,
+                                  999,
+                                  1000,
+                                  65535,
+                                  -9223372036854775807LL,
+                                  9223372036854775807LL};
+    for (const qint64 value : values) {
+        const QByteArray digits = QByteArray::number(value);
+        const QByteArray blank = value >= 0 ? " " : "";
+        EXPECT_EQ(LinesWritten([value](LineWriter& out) { out.WriteNumber(value); }),
+                  blank + digits + " \r\n");
+        EXPECT_EQ(LinesWritten([value](LineWriter& out) {
+                      out.WriteValueList({value, value});
+                  }),
+                  digits + "," + digits + "\r\n");
+    }
+}
+
+// Lines longer than the writer's usual room, between short ones.
+TEST(LineWriter, WritesLinesLongerThanItsBuffer) {
+    const QString longLine(200000, QLatin1Char('y'));
+    QByteArray expected;
+    const QByteArray written = LinesWritten([&](LineWriter& out) {
+        for (int i = 0; i < 3; ++i) {
+            out.WriteNumber(i);
+            out.WriteText(longLine);
+        }
+    });
+    for (int i = 0; i < 3; ++i) {
+        expected += " " + QByteArray::number(i) + " \r\n" + longLine.toLatin1() + "\r\n";
+    }
+    EXPECT_EQ(written, expected);
+}
+
 TEST(LineWriter, WritesUtf8) {
     EXPECT_EQ(
         LinesWritten([](LineWriter& out) { out.WriteText(QStringLiteral("Caf\u00e9 \u20ac")); }),

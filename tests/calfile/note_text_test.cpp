@@ -162,9 +162,41 @@ TEST(NoteLines, SplitsAtLineBreaksOfAnyKind) {
 TEST(NoteLines, AreTheLinesBetweenTheBreaksWithCrLfBreaksMakes) {
     const QStringList notes = {QStringLiteral("a\r\r\nb"),   QStringLiteral("\n\r\n\r"),
                                QStringLiteral("\r\n\n\r\r"), QStringLiteral("a\rb\r\nc\nd\n\re"),
-                               QStringLiteral("\r"),         QStringLiteral("x\n")};
+                               QStringLiteral("\r"),         QStringLiteral("x\n"),
+                               QStringLiteral("x\r"),        QStringLiteral("\r\r")};
     for (const QString& note : notes) {
         EXPECT_EQ(NoteLines(note), WithCrLfBreaks(note).split(kNoteLineBreak)) << qPrintable(note);
+    }
+}
+
+// Lines of every length from 0 to 40 units, so that breaks of every kind fall
+// on, before and after every place of a block of units looked at together.
+QString NoteOfManyLengths(const QString& lineBreak) {
+    QString note = QStringLiteral("start");
+    for (int length = 0; length <= 40; ++length) {
+        note += lineBreak + QString(length, QLatin1Char('x'));
+    }
+    return note + lineBreak + QStringLiteral("end");
+}
+
+TEST(NoteLines, FindBreaksWhereverTheyFallInLongLines) {
+    for (const QString& lineBreak : {QStringLiteral("\r\n"), QStringLiteral("\r"),
+                                     QStringLiteral("\n"), QStringLiteral("\n\r")}) {
+        const QString note = NoteOfManyLengths(lineBreak);
+        EXPECT_EQ(NoteLines(note), WithCrLfBreaks(note).split(kNoteLineBreak));
+    }
+}
+
+TEST(NoteSection, CountsAndWritesTheLinesOfLongLines) {
+    for (const QString& lineBreak : {QStringLiteral("\r\n"), QStringLiteral("\r"),
+                                     QStringLiteral("\n"), QStringLiteral("\n\r")}) {
+        const QString note = NoteOfManyLengths(lineBreak);
+        const QStringList lines = WithCrLfBreaks(note).split(kNoteLineBreak);
+        QByteArray expected = " 1 \r\n " + QByteArray::number(lines.size() - 1) + " \r\n";
+        for (const QString& line : lines) {
+            expected += line.toUtf8() + "\r\n";
+        }
+        EXPECT_EQ(SectionOf(note), expected);
     }
 }
 

@@ -90,6 +90,20 @@ TEST_F(AppointmentStoreTest, SaveAndLoadRoundTripAllFortyEntries) {
     EXPECT_EQ(store.CountAppointments(), 40);
 }
 
+// Loading writes each entry over the working list's own; a copy taken of the
+// list before keeps what it held.
+TEST_F(AppointmentStoreTest, LoadingLeavesACopyOfTheWorkingListAsItWas) {
+    store.AppointmentList[1] = Entry(QStringLiteral("Stored"), {9, 0});
+    store.SaveAppointments(QStringLiteral("0704"));
+    store.AppointmentList[1] = Entry(QStringLiteral("Held"), {10, 30});
+    const AppointmentSlots held = store.AppointmentList;
+    store.LoadAppointments(QStringLiteral("0704"));
+    EXPECT_EQ(store.AppointmentList[1], Entry(QStringLiteral("Stored"), {9, 0}));
+    EXPECT_EQ(held[1], Entry(QStringLiteral("Held"), {10, 30}));
+    store.LoadAppointments(QStringLiteral("0704"));
+    EXPECT_EQ(store.AppointmentList[1], Entry(QStringLiteral("Stored"), {9, 0}));
+}
+
 TEST_F(AppointmentStoreTest, TextInEveryScriptRoundTripsThroughTheFile) {
     store.AppointmentList[1] = Entry(kEveryScript, {9, 0}, {10, 0});
     store.AppointmentList[2] =

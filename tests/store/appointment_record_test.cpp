@@ -17,6 +17,17 @@ TEST(MakeDateKey, IsMonthThenDayWithTwoDigitsEach) {
     EXPECT_EQ(MakeDateKey(2, 29), QStringLiteral("0229"));
 }
 
+// Every month and day of two digits, and numbers beyond them, as arg() pads them.
+TEST(MakeDateKey, AgreesWithPaddedNumbersEverywhere) {
+    const QLatin1Char zero('0');
+    for (qint16 month = -2; month <= 101; ++month) {
+        for (qint16 day = -2; day <= 101; ++day) {
+            EXPECT_EQ(MakeDateKey(month, day),
+                      QStringLiteral("%1%2").arg(month, 2, 10, zero).arg(day, 2, 10, zero));
+        }
+    }
+}
+
 TEST(FormatClockTime, TwelveHourStyle) {
     EXPECT_EQ(FormatClockTime({0, 5}, 0), QStringLiteral("12:05 am"));
     EXPECT_EQ(FormatClockTime({9, 7}, 0), QStringLiteral("9:07 am"));

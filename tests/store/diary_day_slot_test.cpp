@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "calfile/Conversions.h"
 #include "store/DiaryStoreTest.h"
 
 namespace kelvane {
@@ -28,6 +29,34 @@ TEST(DayOfYearSlot, ChecksNothingElse) {
     EXPECT_EQ(DayOfYearSlot(QStringLiteral("1299"), days), 335 + 99);
     EXPECT_EQ(DayOfYearSlot(QStringLiteral("1301"), days), std::nullopt);
     EXPECT_EQ(DayOfYearSlot(QString(), days), 0);
+}
+
+// Keys of four digits, and keys with other characters, read as Val reads
+// their two halves.
+TEST(DayOfYearSlot, ReadsEveryKeyAsValReadsItsHalves) {
+    TestWorld world;
+    const MonthLengths& days = world.module1.DaysInMonth;
+    QStringList keys = {
+        QStringLiteral(" 315"), QStringLiteral("3 15"), QStringLiteral("03 5"),
+        QStringLiteral("+315"), QStringLiteral("0x15"), QStringLiteral("\u0663\u0661\u0661\u0665"),
+        QStringLiteral("315"),  QStringLiteral("3"),    QStringLiteral("031599")};
+    for (int month = 0; month <= 13; ++month) {
+        for (int day = 0; day <= 99; ++day) {
+            keys << QStringLiteral("%1%2")
+                        .arg(month, 2, 10, QLatin1Char('0'))
+                        .arg(day, 2, 10, QLatin1Char('0'));
+        }
+    }
+    for (const QString& key : keys) {
+        const qint16 month = Val16(key.left(2));
+        int slot = Val16(key.right(2));
+        for (int earlier = 1; earlier < month; ++earlier) {
+            slot += days[earlier];
+        }
+        const std::optional<qint16> expected =
+            month > 12 ? std::nullopt : std::optional<qint16>(static_cast<qint16>(slot));
+        EXPECT_EQ(DayOfYearSlot(key, days), expected) << qPrintable(key);
+    }
 }
 
 }  // namespace

@@ -74,6 +74,47 @@ TEST(RecordFile, AWriteAfterReadingAheadIsReadBack) {
     EXPECT_EQ(records, QByteArray("aaaaxxxxyyyy"));
 }
 
+// A file of 4-byte records, alone in its folder.
+class RecordFileReadAhead : public ::testing::Test {
+  protected:
+    QTemporaryDir directory;
+    RecordFile file{4};
+};
+
+// Records read ahead are copies of their own: a write drops what was read
+// ahead, whose room the next read ahead fills again, and leaves them whole.
+TEST_F(RecordFileReadAhead, RecordsStayWholeAfterAWrite) {
+    WriteAndReadAhead(file, directory, "aaaabbbb");
+    QByteArray records;
+    ASSERT_TRUE(file.Read(1, 2, records));
+    ASSERT_TRUE(file.Write(3, "cccc"));
+    EXPECT_EQ(records, QByteArray("aaaabbbb"));
+    ASSERT_TRUE(file.Read(1, 3, records));
+    EXPECT_EQ(records, QByteArray("aaaabbbbcccc"));
+}
+
+TEST_F(RecordFileReadAhead, AgainFindsTheWritesMadeSince) {
+    WriteAndReadAhead(file, directory, "aaaabbbbcccc");
+    for (const QByteArray& record : {QByteArray("xxxx"), QByteArray("yyyy")}) {
+        ASSERT_TRUE(file.Write(2, record));
+        file.ReadAhead();
+        QByteArray records;
+        ASSERT_TRUE(file.Read(1, 3, records));
+        EXPECT_EQ(records, "aaaa" + record + "cccc");
+        file.StopReadingAhead();
+    }
+}
+
+TEST_F(RecordFileReadAhead, OfAnEmptyFileLeavesReadsToTheDisk) {
+    ASSERT_TRUE(file.Open(directory.filePath(QStringLiteral("records"))));
+    file.ReadAhead();
+    QByteArray records;
+    EXPECT_FALSE(file.Read(1, 1, records));
+    ASSERT_TRUE(file.Write(1, "aaaa"));
+    ASSERT_TRUE(file.Read(1, 1, records));
+    EXPECT_EQ(records, QByteArray("aaaa"));
+}
+
 TEST(RecordFile, ReadingAheadFindsBufferedWrites) {
     QTemporaryDir directory;
     RecordFile file(4, RecordFile::Writes::Buffered);
