@@ -239,7 +239,8 @@ bool PublishState::StartJournal(QString& problem) {
         return false;
     }
     journal_ = std::make_unique<QFile>(journalName_);
-    if (!journal_->open(QIODevice::WriteOnly | QIODevice::Truncate, kOwnerOnly) ||
+    if (!journal_->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered,
+                        kOwnerOnly) ||
         journal_->write(Header() + '\n') < 0 || !journal_->flush()) {
         problem =
             QStringLiteral("%1: cannot be written: %2").arg(journalName_, journal_->errorString());
@@ -249,13 +250,14 @@ bool PublishState::StartJournal(QString& problem) {
     return true;
 }
 
-void PublishState::AddToJournal(const QByteArray& line) {
+void PublishState::AddToJournal(QByteArray line) {
     if (!journal_ || !journalProblem_.isEmpty()) {
         return;
     }
-    // Each change is handed to the system at once: a run that is killed
-    // keeps every change it was told of.
-    if (journal_->write(line + '\n') < 0 || !journal_->flush()) {
+    // Each change is handed to the system at once, in one write of the
+    // unbuffered file: a run that is killed keeps every change it was told of.
+    line += '\n';
+    if (journal_->write(line) < 0 || !journal_->flush()) {
         journalProblem_ =
             QStringLiteral("%1: cannot be written: %2").arg(journalName_, journal_->errorString());
     }
