@@ -74,4 +74,94 @@ QByteArray PutLine(const QString& uid, const PublishedEvent& event) {
     return QJsonDocument(change).toJson(QJsonDocument::Compact);
 }
 
+namespace {
+
+// The state through Qt, for text that is not plain.
+QByteArray QtStateText(const QString& url, const QString& seed,
+                       const std::map<QString, PublishedEvent>& events,
+                       const std::map<QString, QByteArray>& refused) {
+    QJsonObject eventFields;
+    for (const auto& [uid, event] : events) {
+        eventFields.insert(uid, EventFields(event));
+    }
+    QJsonObject root{{QStringLiteral("url"), url}, {QStringLiteral("seed"), seed}};
+    root.insert(QStringLiteral("events"), eventFields);
+    if (!refused.empty()) {
+        QJsonObject hashes;
+        for (const auto& [uid, hash] : refused) {
+            hashes.insert(uid, QString::fromLatin1(hash));
+        }
+        root.insert(QStringLiteral("refused"), hashes);
+    }
+    return QJsonDocument(root).toJson(QJsonDocument::Compact);
+}
+
+// Writes the events' object; nullptr when a text is not plain. The map's
+// order is the order of Qt's keys for plain text.
+char* WriteEvents(char* out, const std::map<QString, PublishedEvent>& events) {
+    out = WriteLiteral(out, "{");
+    bool first = true;
+    for (const auto& [uid, event] : events) {
+        out = first ? out : WriteLiteral(out, ",");
+        first = false;
+        out = WritePlainString(out, QStringView(uid));
+        out = out == nullptr ? nullptr
+                             : WritePlainString(WriteLiteral(out, ":{\"etag\":"), event.ETag);
+        out = out == nullptr ? nullptr
+                             : WritePlainString(WriteLiteral(out, ",\"hash\":"), event.Hash);
+        if (out == nullptr) {
+            return nullptr;
+        }
+        out = WriteLiteral(out, "}");
+    }
+    return WriteLiteral(out, "}");
+}
+
+// Writes the refusals' object; nullptr when a text is not plain.
+char* WriteRefusals(char* out, const std::map<QString, QByteArray>& refused) {
+    out = WriteLiteral(out, "{");
+    bool first = true;
+    for (const auto& [uid, hash] : refused) {
+        out = first ? out : WriteLiteral(out, ",");
+        first = false;
+        out = WritePlainString(out, QStringView(uid));
+        out = out == nullptr ? nullptr : WritePlainString(WriteLiteral(out, ":"), hash);
+        if (out == nullptr) {
+            return nullptr;
+        }
+    }
+    return WriteLiteral(out, "}");
+}
+
+}  // namespace
+
+// Written by hand when every text is plain, as the state holds every event
+// of the collection; through Qt otherwise.
+QByteArray StateText(const QString& url, const QString& seed,
+                     const std::map<QString, PublishedEvent>& events,
+                     const std::map<QString, QByteArray>& refused) {
+    qsizetype room = 64 + 2 * (url.size() + seed.size());
+    for (const auto& [uid, event] : events) {
+        room += 32 + 2 * (uid.size() + event.ETag.size() + event.Hash.size());
+    }
+    for (const auto& [uid, hash] : refused) {
+        room += 8 + 2 * (uid.size() + hash.size());
+    }
+    QByteArray text(room, Qt::Uninitialized);
+    char* out = WriteEvents(WriteLiteral(text.data(), "{\"events\":"), events);
+    if (out != nullptr && !refused.empty()) {
+        out = WriteRefusals(WriteLiteral(out, ",\"refused\":"), refused);
+    }
+    out = out == nullptr ? nullptr
+                         : WritePlainString(WriteLiteral(out, ",\"seed\":"), QStringView(seed));
+    out = out == nullptr ? nullptr
+                         : WritePlainString(WriteLiteral(out, ",\"url\":"), QStringView(url));
+    if (out == nullptr) {
+        return QtStateText(url, seed, events, refused);
+    }
+    out = WriteLiteral(out, "}");
+    text.truncate(out - text.constData());
+    return text;
+}
+
 }  // namespace kelvane::cal

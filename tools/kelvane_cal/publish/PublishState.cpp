@@ -282,24 +282,12 @@ void PublishState::Refuse(const QString& uid, const QByteArray& hash) {
 }
 
 bool PublishState::Save(QString& problem) {
-    QJsonObject events;
-    for (const auto& [uid, event] : events_) {
-        events.insert(uid, EventFields(event));
-    }
-    QJsonObject root{{QStringLiteral("url"), url_}, {QStringLiteral("seed"), seed_}};
-    root.insert(QStringLiteral("events"), events);
-    if (!refused_.empty()) {
-        QJsonObject refused;
-        for (const auto& [uid, hash] : refused_) {
-            refused.insert(uid, QString::fromLatin1(hash));
-        }
-        root.insert(QStringLiteral("refused"), refused);
-    }
     if (!MakeFolder(problem)) {
         return false;
     }
     QString error;
-    if (!ReplaceFileContent(fileName_, Compact(root), error, QDir::tempPath())) {
+    if (!ReplaceFileContent(fileName_, StateText(url_, seed_, events_, refused_), error,
+                            QDir::tempPath())) {
         problem = QStringLiteral("%1: cannot be written: %2").arg(fileName_, error);
         return false;
     }
