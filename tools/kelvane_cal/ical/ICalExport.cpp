@@ -255,7 +255,19 @@ QString EventUid(const QString& seed, int year, int month, int day, int slot) {
     return EventUidWithEnding(EventUidEnding(seed), year, month, day, slot);
 }
 
+// Written digit by digit when no number is negative, as for every date an
+// export writes; through QString::arg otherwise.
 QString EventUidWithEnding(const QString& ending, int year, int month, int day, int slot) {
+    QByteArray start;
+    start.reserve(24);
+    if (slot >= 0 && AppendDigits(start, year, 4) && AppendDigits(start, month, 2) &&
+        AppendDigits(start, day, 2)) {
+        start += slot == 0 ? "-day" : "-a";
+        if (slot > 0) {
+            AppendDigits(start, slot, 0);
+        }
+        return QString::fromLatin1(start) + ending;
+    }
     const QString where = slot == 0 ? QStringLiteral("day") : QStringLiteral("a%1").arg(slot);
     return QStringLiteral("%1%2%3-%4%5")
         .arg(EventUidYear(year))
