@@ -74,9 +74,6 @@ QByteArray PutLine(const QString& uid, const PublishedEvent& event) {
     return QJsonDocument(change).toJson(QJsonDocument::Compact);
 }
 
-namespace {
-
-// The state through Qt, for text that is not plain.
 QByteArray QtStateText(const QString& url, const QString& seed,
                        const std::map<QString, PublishedEvent>& events,
                        const std::map<QString, QByteArray>& refused) {
@@ -96,41 +93,35 @@ QByteArray QtStateText(const QString& url, const QString& seed,
     return QJsonDocument(root).toJson(QJsonDocument::Compact);
 }
 
-// Writes the events' object; nullptr when a text is not plain. The map's
-// order is the order of Qt's keys for plain text.
-char* WriteEvents(char* out, const std::map<QString, PublishedEvent>& events) {
+namespace {
+
+// Writes an object of `values` by UID, each value written by `writeValue`;
+// nullptr when a text is not plain. The map's order is the order of Qt's
+// keys for plain text.
+template <typename Value, typename WriteValue>
+char* WriteObject(char* out, const std::map<QString, Value>& values, const WriteValue& writeValue) {
     out = WriteLiteral(out, "{");
     bool first = true;
-    for (const auto& [uid, event] : events) {
+    for (const auto& [uid, value] : values) {
         out = first ? out : WriteLiteral(out, ",");
         first = false;
         out = WritePlainString(out, QStringView(uid));
-        out = out == nullptr ? nullptr
-                             : WritePlainString(WriteLiteral(out, ":{\"etag\":"), event.ETag);
-        out = out == nullptr ? nullptr
-                             : WritePlainString(WriteLiteral(out, ",\"hash\":"), event.Hash);
+        out = out == nullptr ? nullptr : writeValue(WriteLiteral(out, ":"), value);
         if (out == nullptr) {
             return nullptr;
         }
-        out = WriteLiteral(out, "}");
     }
     return WriteLiteral(out, "}");
 }
 
-// Writes the refusals' object; nullptr when a text is not plain.
-char* WriteRefusals(char* out, const std::map<QString, QByteArray>& refused) {
-    out = WriteLiteral(out, "{");
-    bool first = true;
-    for (const auto& [uid, hash] : refused) {
-        out = first ? out : WriteLiteral(out, ",");
-        first = false;
-        out = WritePlainString(out, QStringView(uid));
-        out = out == nullptr ? nullptr : WritePlainString(WriteLiteral(out, ":"), hash);
-        if (out == nullptr) {
-            return nullptr;
-        }
-    }
-    return WriteLiteral(out, "}");
+char* WriteEventFields(char* out, const PublishedEvent& event) {
+    out = WritePlainString(WriteLiteral(out, "{\"etag\":"), event.ETag);
+    out = out == nullptr ? nullptr : WritePlainString(WriteLiteral(out, ",\"hash\":"), event.Hash);
+    return out == nullptr ? nullptr : WriteLiteral(out, "}");
+}
+
+char* WriteHash(char* out, const QByteArray& hash) {
+    return WritePlainString(out, hash);
 }
 
 }  // namespace
@@ -148,9 +139,9 @@ QByteArray StateText(const QString& url, const QString& seed,
         room += 8 + 2 * (uid.size() + hash.size());
     }
     QByteArray text(room, Qt::Uninitialized);
-    char* out = WriteEvents(WriteLiteral(text.data(), "{\"events\":"), events);
+    char* out = WriteObject(WriteLiteral(text.data(), "{\"events\":"), events, WriteEventFields);
     if (out != nullptr && !refused.empty()) {
-        out = WriteRefusals(WriteLiteral(out, ",\"refused\":"), refused);
+        out = WriteObject(WriteLiteral(out, ",\"refused\":"), refused, WriteHash);
     }
     out = out == nullptr ? nullptr
                          : WritePlainString(WriteLiteral(out, ",\"seed\":"), QStringView(seed));

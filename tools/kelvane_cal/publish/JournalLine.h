@@ -24,5 +24,10 @@ QByteArray PutLine(const QString& uid, const PublishedEvent& event);
 QByteArray StateText(const QString& url, const QString& seed,
                      const std::map<QString, PublishedEvent>& events,
                      const std::map<QString, QByteArray>& refused);
+// The same through QJsonDocument, whatever the text: what StateText gives
+// when its text is not plain.
+QByteArray QtStateText(const QString& url, const QString& seed,
+                       const std::map<QString, PublishedEvent>& events,
+                       const std::map<QString, QByteArray>& refused);
 
 }  // namespace kelvane::cal

@@ -42,25 +42,6 @@ TEST(PutLine, KeepsAnETagThatIsNoValidUtf8AsQtDoes) {
     EXPECT_EQ(PutLine(QStringLiteral("x"), event), QtLine(QStringLiteral("x"), event));
 }
 
-QByteArray QtState(const QString& url, const QString& seed,
-                   const std::map<QString, PublishedEvent>& events,
-                   const std::map<QString, QByteArray>& refused) {
-    QJsonObject fields;
-    for (const auto& [uid, event] : events) {
-        fields.insert(uid, EventFields(event));
-    }
-    QJsonObject root{{QStringLiteral("url"), url}, {QStringLiteral("seed"), seed}};
-    root.insert(QStringLiteral("events"), fields);
-    if (!refused.empty()) {
-        QJsonObject hashes;
-        for (const auto& [uid, hash] : refused) {
-            hashes.insert(uid, QString::fromLatin1(hash));
-        }
-        root.insert(QStringLiteral("refused"), hashes);
-    }
-    return QJsonDocument(root).toJson(QJsonDocument::Compact);
-}
-
 // The saved state is written by hand for plain text, keys in the order Qt
 // sorts them; anything else goes through Qt. Either way the bytes are Qt's.
 TEST(StateText, IsWhatQtWritesForEveryKindOfText) {
@@ -76,15 +57,16 @@ TEST(StateText, IsWhatQtWritesForEveryKindOfText) {
     const QString url = QStringLiteral("https://dav.example.org/alice/plan/");
     std::map<QString, PublishedEvent> events;
     std::map<QString, QByteArray> refused;
-    EXPECT_EQ(StateText(url, QString(), events, refused), QtState(url, QString(), events, refused));
+    EXPECT_EQ(StateText(url, QString(), events, refused),
+              QtStateText(url, QString(), events, refused));
     for (const QString& text : texts) {
         events[text] = {text.toUtf8(), "0123abcd"};
         events[text + QStringLiteral("-2")] = {"\"e\"", text.toLatin1()};
-        EXPECT_EQ(StateText(url, text, events, refused), QtState(url, text, events, refused))
+        EXPECT_EQ(StateText(url, text, events, refused), QtStateText(url, text, events, refused))
             << text.toStdString();
         refused[text] = text.toLatin1();
         EXPECT_EQ(StateText(text, QStringLiteral("seed"), events, refused),
-                  QtState(text, QStringLiteral("seed"), events, refused))
+                  QtStateText(text, QStringLiteral("seed"), events, refused))
             << text.toStdString();
     }
 }
