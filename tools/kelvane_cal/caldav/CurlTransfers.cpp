@@ -4,6 +4,7 @@
 
 #include "kelvane_cal/caldav/CurlErrors.h"
 #include "kelvane_cal/caldav/CurlEvents.h"
+#include "kelvane_cal/caldav/CurlHeaderLines.h"
 
 #include <algorithm>
 #include <chrono>
@@ -53,28 +54,13 @@ void SetMethod(CURL* easy, const QByteArray& method, const QByteArray& body) {
     curl_easy_setopt(easy, CURLOPT_CUSTOMREQUEST, plain ? nullptr : method.constData());
 }
 
-curl_slist* HeaderList(const DavRequest& request, const QByteArray& authorization) {
-    curl_slist* list = nullptr;
-    if (!authorization.isEmpty()) {
-        list = curl_slist_append(list, ("Authorization: " + authorization).constData());
-    }
-    for (const auto& [name, value] : request.Headers) {
-        list = curl_slist_append(list, (name + ": " + value).constData());
-    }
-    // The body goes at once, without waiting for a "100 Continue".
-    return curl_slist_append(list, "Expect:");
-}
-
 }  // namespace
 
 // One easy handle, kept for request after request, with what it sends and
 // what has come back.
 struct CurlTransfers::Transfer {
     Transfer() : easy(curl_easy_init()) {}
-    ~Transfer() {
-        curl_slist_free_all(headers);
-        curl_easy_cleanup(easy);
-    }
+    ~Transfer() { curl_easy_cleanup(easy); }
     Transfer(const Transfer&) = delete;
     Transfer& operator=(const Transfer&) = delete;
 
@@ -94,7 +80,7 @@ struct CurlTransfers::Transfer {
     }
 
     CURL* easy;
-    curl_slist* headers = nullptr;
+    CurlHeaderLines headers;
     std::size_t tag = 0;
     QByteArray body;  // kept while libcurl sends it
     DavReply reply;
@@ -200,13 +186,12 @@ void CurlTransfers::Start(std::size_t tag, const DavRequest& request,
     transfer->error[0] = '\0';
     transfer->moved = 0;
     transfer->lastMoved = std::chrono::steady_clock::now();
-    curl_slist_free_all(transfer->headers);
-    transfer->headers = HeaderList(request, authorization);
+    transfer->headers.Set(request, authorization);
     CURL* easy = transfer->easy;
     const QByteArray url = request.Url.toEncoded(QUrl::RemoveUserInfo | QUrl::RemoveFragment);
     curl_easy_setopt(easy, CURLOPT_URL, url.constData());
     SetMethod(easy, request.Method, transfer->body);
-    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, transfer->headers);
+    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, transfer->headers.List());
     curl_multi_add_handle(handles_->multi, easy);
     handles_->running.push_back(std::move(transfer));
 }

@@ -5,6 +5,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <cstring>
+#include <list>
 
 namespace kelvane::cal {
 
@@ -12,45 +14,67 @@ namespace {
 
 const QByteArray kICalLineEnd = "\r\n";
 
-// The lines of a text as they stand, folds kept, without their line ends.
-QList<QByteArray> RawLines(const QByteArray& text) {
-    QList<QByteArray> lines;
-    for (QByteArray line : text.split('\n')) {
+// Calls `use` with each line of a text as it stands, folds kept, without its
+// line end; empty lines are left out.
+template <typename Use>
+void ForEachRawLine(QByteArrayView text, const Use& use) {
+    const char* const data = text.data();
+    for (qsizetype start = 0; start < text.size();) {
+        const void* found = std::memchr(data + start, '\n', text.size() - start);
+        const qsizetype end =
+            found != nullptr ? static_cast<const char*>(found) - data : text.size();
+        QByteArrayView line(data + start, end - start);
         if (line.endsWith('\r')) {
             line.chop(1);
         }
         if (!line.isEmpty()) {
-            lines.append(line);
+            use(line);
         }
+        start = end + 1;
     }
+}
+
+// The lines of a text as they stand, folds kept, without their line ends.
+QList<QByteArray> RawLines(const QByteArray& text) {
+    QList<QByteArray> lines;
+    ForEachRawLine(text, [&lines](QByteArrayView line) { lines.append(line.toByteArray()); });
     return lines;
 }
 
-bool IsFolded(const QByteArray& line) {
+bool IsFolded(QByteArrayView line) {
     return line.startsWith(' ') || line.startsWith('\t');
+}
+
+void AppendLine(QByteArray& text, QByteArrayView line) {
+    text.append(line).append(kICalLineEnd);
 }
 
 QByteArray Joined(const QList<QByteArray>& lines) {
     QByteArray text;
     for (const QByteArray& line : lines) {
-        text += line + kICalLineEnd;
+        AppendLine(text, line);
     }
     return text;
 }
 
-}  // namespace
-
-namespace {
-
-// Lines as RawLines gives them, folded lines joined again.
-QList<QByteArray> Unfolded(const QList<QByteArray>& raw) {
-    QList<QByteArray> lines;
+// Lines as ForEachRawLine gives them, folded lines joined again. A line that
+// is not folded stays a view of the text; one that is points into `joined`.
+std::vector<QByteArrayView> Unfolded(const std::vector<QByteArrayView>& raw,
+                                     std::list<QByteArray>& joined) {
+    std::vector<QByteArrayView> lines;
     lines.reserve(raw.size());
-    for (const QByteArray& line : raw) {
-        if (IsFolded(line) && !lines.isEmpty()) {
-            lines.last() += line.mid(1);
+    bool lastJoined = false;
+    for (const QByteArrayView line : raw) {
+        if (IsFolded(line) && !lines.empty()) {
+            if (!lastJoined) {
+                joined.push_back(lines.back().toByteArray());
+                lastJoined = true;
+            }
+            joined.back().append(line.sliced(1));
+            lines.back() = joined.back();
         } else {
-            lines.append(line);
+            lines.push_back(line);
+            lastJoined = false;
         }
     }
     return lines;
@@ -58,11 +82,18 @@ QList<QByteArray> Unfolded(const QList<QByteArray>& raw) {
 
 // The lines of an iCalendar text, folded lines joined again.
 QList<QByteArray> UnfoldedLines(const QByteArray& text) {
-    return Unfolded(RawLines(text));
+    std::vector<QByteArrayView> raw;
+    ForEachRawLine(text, [&raw](QByteArrayView line) { raw.push_back(line); });
+    std::list<QByteArray> joined;
+    QList<QByteArray> lines;
+    for (const QByteArrayView line : Unfolded(raw, joined)) {
+        lines.append(line.toByteArray());
+    }
+    return lines;
 }
 
 // Whether a property is the stamp, whatever the case of its name.
-bool IsStamp(const QByteArray& line) {
+bool IsStamp(QByteArrayView line) {
     static constexpr char kStamp[] = "DTSTAMP";
     const qsizetype length = sizeof(kStamp) - 1;
     if (line.size() < length) {
@@ -78,20 +109,37 @@ bool IsStamp(const QByteArray& line) {
     return true;
 }
 
-QByteArray HashOfUnfolded(QList<QByteArray> lines) {
-    lines.removeIf(IsStamp);
+// The hash of the lines without the stamp, sorted, each with its line end.
+QByteArray HashOfUnfolded(std::vector<QByteArrayView> lines) {
+    lines.erase(std::remove_if(lines.begin(), lines.end(), IsStamp), lines.end());
     std::sort(lines.begin(), lines.end());
-    return QCryptographicHash::hash(Joined(lines), QCryptographicHash::Sha256).toHex();
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const QByteArrayView line : lines) {
+        hash.addData(line);
+        hash.addData(kICalLineEnd);
+    }
+    return hash.result().toHex();
 }
 
 // One event, from its raw lines, as a calendar of its own under `header`.
-EventText OneEvent(const QByteArray& header, const QList<QByteArray>& raw) {
+EventText OneEvent(const QByteArray& header, const std::vector<QByteArrayView>& raw) {
+    static const QByteArray kEnd = "END:VCALENDAR" + kICalLineEnd;
     EventText text;
-    text.Text = header + Joined(raw) + "END:VCALENDAR" + kICalLineEnd;
-    const QList<QByteArray> lines = Unfolded(raw);
-    for (const QByteArray& property : lines) {
+    qsizetype size = header.size() + kEnd.size();
+    for (const QByteArrayView line : raw) {
+        size += line.size() + kICalLineEnd.size();
+    }
+    text.Text.reserve(size);
+    text.Text.append(QByteArrayView(header));
+    for (const QByteArrayView line : raw) {
+        AppendLine(text.Text, line);
+    }
+    text.Text.append(kEnd);
+    std::list<QByteArray> joined;
+    const std::vector<QByteArrayView> lines = Unfolded(raw, joined);
+    for (const QByteArrayView property : lines) {
         if (property.startsWith("UID:")) {
-            text.Uid = QString::fromUtf8(property.mid(4));
+            text.Uid = QString::fromUtf8(property.sliced(4));
         }
     }
     text.Hash = HashOfUnfolded(lines);
@@ -101,32 +149,31 @@ EventText OneEvent(const QByteArray& header, const QList<QByteArray>& raw) {
 }  // namespace
 
 QByteArray EventHash(const QByteArray& text) {
-    return HashOfUnfolded(UnfoldedLines(text));
+    std::vector<QByteArrayView> raw;
+    ForEachRawLine(text, [&raw](QByteArrayView line) { raw.push_back(line); });
+    std::list<QByteArray> joined;
+    return HashOfUnfolded(Unfolded(raw, joined));
 }
 
 std::vector<EventText> SplitEvents(const QByteArray& calendar) {
     std::vector<EventText> events;
-    QList<QByteArray> header;
-    QByteArray headerText;  // the header joined, once the first event is read
-    QList<QByteArray> event;
+    QByteArray header;  // the lines before the first event, with their line ends
+    std::vector<QByteArrayView> event;
     bool inEvent = false;
-    for (const QByteArray& line : RawLines(calendar)) {
-        if (line == "BEGIN:VEVENT") {
+    ForEachRawLine(calendar, [&](QByteArrayView line) {
+        if (line == QByteArrayView("BEGIN:VEVENT")) {
             inEvent = true;
-            event = {line};
+            event.assign(1, line);
         } else if (inEvent) {
-            event.append(line);
-            if (line == "END:VEVENT") {
+            event.push_back(line);
+            if (line == QByteArrayView("END:VEVENT")) {
                 inEvent = false;
-                if (events.empty()) {
-                    headerText = Joined(header);
-                }
-                events.push_back(OneEvent(headerText, event));
+                events.push_back(OneEvent(header, event));
             }
-        } else if (events.empty() && line != "END:VCALENDAR") {
-            header.append(line);
+        } else if (events.empty() && line != QByteArrayView("END:VCALENDAR")) {
+            AppendLine(header, line);
         }
-    }
+    });
     return events;
 }
 

@@ -16,9 +16,37 @@ namespace kelvane::cal {
 
 namespace {
 
+// Appends `value` with at least `width` digits, zeros in front, as
+// QString::arg(value, width, 10, '0') writes a number that is not negative;
+// false, appending nothing, for a negative one.
+bool AppendDigits(QByteArray& text, int value, int width) {
+    if (value < 0) {
+        return false;
+    }
+    char digits[16];
+    int count = 0;
+    do {
+        digits[count++] = static_cast<char>('0' + value % 10);
+        value /= 10;
+    } while (value > 0);
+    for (int zeros = width - count; zeros > 0; --zeros) {
+        text += '0';
+    }
+    while (count > 0) {
+        text += digits[--count];
+    }
+    return true;
+}
+
 // The texts of dates and times are made here: libical 3.0 writes every year
 // after 3000 as "00000000T000000", and a date in year 1 without VALUE=DATE.
 QByteArray DateText(const QDate& date) {
+    QByteArray text;
+    text.reserve(24);
+    if (AppendDigits(text, date.year(), 4) && AppendDigits(text, date.month(), 2) &&
+        AppendDigits(text, date.day(), 2)) {
+        return text;
+    }
     return QStringLiteral("%1%2%3")
         .arg(date.year(), 4, 10, QLatin1Char('0'))
         .arg(date.month(), 2, 10, QLatin1Char('0'))
@@ -27,6 +55,11 @@ QByteArray DateText(const QDate& date) {
 }
 
 QByteArray FloatingTimeText(const QDate& date, const ClockTime& time) {
+    QByteArray text = DateText(date);
+    text += 'T';
+    if (AppendDigits(text, time.Hour, 2) && AppendDigits(text, time.Minute, 2)) {
+        return text + "00";
+    }
     return DateText(date) +
            QStringLiteral("T%1%2")
                .arg(time.Hour, 2, 10, QLatin1Char('0'))
@@ -69,7 +102,10 @@ QByteArray DescriptionOf(const QString& note) {
 class CalendarBuilder {
   public:
     CalendarBuilder(const ExportRequest& request, ExportResult& result)
-        : request_(request), result_(result), root_(icalcomponent_new_vcalendar()) {
+        : request_(request),
+          result_(result),
+          root_(icalcomponent_new_vcalendar()),
+          uidEnding_(EventUidEnding(UidSeedOf(request.FileName, request.UidSeed))) {
         icalcomponent_add_property(root_.get(), icalproperty_new_version("2.0"));
         icalcomponent_add_property(
             root_.get(),
@@ -92,14 +128,13 @@ class CalendarBuilder {
     const ExportRequest& request_;
     ExportResult& result_;
     ComponentPtr root_;
+    QString uidEnding_;  // the same for every event
     icaltimetype stamp_;
 };
 
 icalcomponent* CalendarBuilder::NewEvent(int month, int day, int slot) {
     icalcomponent* event = icalcomponent_new_vevent();
-    const QByteArray uid =
-        EventUid(UidSeedOf(request_.FileName, request_.UidSeed), request_.Year, month, day, slot)
-            .toUtf8();
+    const QByteArray uid = EventUidWithEnding(uidEnding_, request_.Year, month, day, slot).toUtf8();
     icalcomponent_add_property(event, icalproperty_new_uid(uid.constData()));
     icalcomponent_add_property(event, icalproperty_new_dtstamp(stamp_));
     icalcomponent_add_component(root_.get(), event);
@@ -217,12 +252,28 @@ QString ExportYears() {
 }
 
 QString EventUid(const QString& seed, int year, int month, int day, int slot) {
+    return EventUidWithEnding(EventUidEnding(seed), year, month, day, slot);
+}
+
+// Written digit by digit when no number is negative, as for every date an
+// export writes; through QString::arg otherwise.
+QString EventUidWithEnding(const QString& ending, int year, int month, int day, int slot) {
+    QByteArray start;
+    start.reserve(24);
+    if (slot >= 0 && AppendDigits(start, year, 4) && AppendDigits(start, month, 2) &&
+        AppendDigits(start, day, 2)) {
+        start += slot == 0 ? "-day" : "-a";
+        if (slot > 0) {
+            AppendDigits(start, slot, 0);
+        }
+        return QString::fromLatin1(start) + ending;
+    }
     const QString where = slot == 0 ? QStringLiteral("day") : QStringLiteral("a%1").arg(slot);
     return QStringLiteral("%1%2%3-%4%5")
         .arg(EventUidYear(year))
         .arg(month, 2, 10, QLatin1Char('0'))
         .arg(day, 2, 10, QLatin1Char('0'))
-        .arg(where, EventUidEnding(seed));
+        .arg(where, ending);
 }
 
 QString UidSeedOf(const QString& fileName, const QString& uidSeed) {

@@ -44,6 +44,8 @@ ExportResult ExportToICalendar(const CalendarFileContent& content, const ExportR
 // The UID of a date's all-day event (slot 0) or of the activity in a slot:
 // "YYYYMMDD-day-HASH@kelvane" or "YYYYMMDD-aSLOT-HASH@kelvane", HASH made of the seed.
 QString EventUid(const QString& seed, int year, int month, int day, int slot);
+// The same from what the UIDs of the seed end with, as EventUidEnding gives it.
+QString EventUidWithEnding(const QString& ending, int year, int month, int day, int slot);
 // The seed of a file's UIDs: `uidSeed`, or the file's name without its folder
 // when that is empty.
 QString UidSeedOf(const QString& fileName, const QString& uidSeed);

@@ -239,7 +239,8 @@ bool PublishState::StartJournal(QString& problem) {
         return false;
     }
     journal_ = std::make_unique<QFile>(journalName_);
-    if (!journal_->open(QIODevice::WriteOnly | QIODevice::Truncate, kOwnerOnly) ||
+    if (!journal_->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered,
+                        kOwnerOnly) ||
         journal_->write(Header() + '\n') < 0 || !journal_->flush()) {
         problem =
             QStringLiteral("%1: cannot be written: %2").arg(journalName_, journal_->errorString());
@@ -249,13 +250,14 @@ bool PublishState::StartJournal(QString& problem) {
     return true;
 }
 
-void PublishState::AddToJournal(const QByteArray& line) {
+void PublishState::AddToJournal(QByteArray line) {
     if (!journal_ || !journalProblem_.isEmpty()) {
         return;
     }
-    // Each change is handed to the system at once: a run that is killed
-    // keeps every change it was told of.
-    if (journal_->write(line + '\n') < 0 || !journal_->flush()) {
+    // Each change is handed to the system at once, in one write of the
+    // unbuffered file: a run that is killed keeps every change it was told of.
+    line += '\n';
+    if (journal_->write(line) < 0 || !journal_->flush()) {
         journalProblem_ =
             QStringLiteral("%1: cannot be written: %2").arg(journalName_, journal_->errorString());
     }
@@ -280,24 +282,12 @@ void PublishState::Refuse(const QString& uid, const QByteArray& hash) {
 }
 
 bool PublishState::Save(QString& problem) {
-    QJsonObject events;
-    for (const auto& [uid, event] : events_) {
-        events.insert(uid, EventFields(event));
-    }
-    QJsonObject root{{QStringLiteral("url"), url_}, {QStringLiteral("seed"), seed_}};
-    root.insert(QStringLiteral("events"), events);
-    if (!refused_.empty()) {
-        QJsonObject refused;
-        for (const auto& [uid, hash] : refused_) {
-            refused.insert(uid, QString::fromLatin1(hash));
-        }
-        root.insert(QStringLiteral("refused"), refused);
-    }
     if (!MakeFolder(problem)) {
         return false;
     }
     QString error;
-    if (!ReplaceFileContent(fileName_, Compact(root), error, QDir::tempPath())) {
+    if (!ReplaceFileContent(fileName_, StateText(url_, seed_, events_, refused_), error,
+                            QDir::tempPath())) {
         problem = QStringLiteral("%1: cannot be written: %2").arg(fileName_, error);
         return false;
     }

@@ -71,7 +71,7 @@ class PublishState {
     bool ReplayJournal(const QString& journalName, const QString& url, QString& problem);
     bool KeptUnderFormerUrl() const;
     void RemoveFormerFiles();
-    void AddToJournal(const QByteArray& line);
+    void AddToJournal(QByteArray line);
     QByteArray Header() const;
 
     QString folder_;

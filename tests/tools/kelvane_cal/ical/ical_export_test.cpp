@@ -136,6 +136,17 @@ TEST(ExportToICalendar, GivesStableUidsMadeOfTheFileNameDateAndSlot) {
     EXPECT_NE(EventUid("plans.cal", 2028, 6, 1, 0), EventUid("plans.cal", 2028, 6, 2, 0));
 }
 
+// The UIDs are kept in publish states and on servers, so their text stays
+// exactly as it was: four-digit year, two-digit month and day, the slot.
+TEST(ExportToICalendar, WritesUidsDigitForDigit) {
+    const QString ending = EventUidEnding(QStringLiteral("plans.cal"));
+    EXPECT_EQ(EventUid("plans.cal", 2028, 1, 9, 0), "20280109-day" + ending);
+    EXPECT_EQ(EventUid("plans.cal", 987, 12, 31, 40), "09871231-a40" + ending);
+    EXPECT_EQ(EventUid("plans.cal", 12345, 10, 10, 7), "123451010-a7" + ending);
+    EXPECT_EQ(EventUid("plans.cal", 2028, 2, 3, -1), "20280203-a-1" + ending);
+    EXPECT_TRUE(ending.startsWith("-") && ending.endsWith("@kelvane"));
+}
+
 TEST(ExportToICalendar, MakesUidsOfTheSeedAskedFor) {
     const QByteArray plain =
         ExportToICalendar(SampleCalendar(), {"a/plans.cal", 2028, {}, {}}).Text;

@@ -2,6 +2,8 @@
 
 #include <QJsonDocument>
 
+#include <map>
+
 #include "kelvane_cal/publish/JournalLine.h"
 
 // The journal's line for a published event is written by hand for plain
@@ -38,6 +40,35 @@ TEST(PutLine, IsWhatQtWritesForEveryKindOfText) {
 TEST(PutLine, KeepsAnETagThatIsNoValidUtf8AsQtDoes) {
     const PublishedEvent event{QByteArray("\"\xff\xfe\""), QByteArray("abc")};
     EXPECT_EQ(PutLine(QStringLiteral("x"), event), QtLine(QStringLiteral("x"), event));
+}
+
+// The saved state is written by hand for plain text, keys in the order Qt
+// sorts them; anything else goes through Qt. Either way the bytes are Qt's.
+TEST(StateText, IsWhatQtWritesForEveryKindOfText) {
+    const QList<QString> texts{
+        QString(),
+        QStringLiteral("20260317-a1-0badcafe@kelvane"),
+        QStringLiteral("Z-upper"),
+        QStringLiteral("\"1710000000-42\""),
+        QStringLiteral("W/\"a\\b\""),
+        QStringLiteral("tab\there"),
+        QStringLiteral("caf\u00e9"),
+    };
+    const QString url = QStringLiteral("https://dav.example.org/alice/plan/");
+    std::map<QString, PublishedEvent> events;
+    std::map<QString, QByteArray> refused;
+    EXPECT_EQ(StateText(url, QString(), events, refused),
+              QtStateText(url, QString(), events, refused));
+    for (const QString& text : texts) {
+        events[text] = {text.toUtf8(), "0123abcd"};
+        events[text + QStringLiteral("-2")] = {"\"e\"", text.toLatin1()};
+        EXPECT_EQ(StateText(url, text, events, refused), QtStateText(url, text, events, refused))
+            << text.toStdString();
+        refused[text] = text.toLatin1();
+        EXPECT_EQ(StateText(text, QStringLiteral("seed"), events, refused),
+                  QtStateText(text, QStringLiteral("seed"), events, refused))
+            << text.toStdString();
+    }
 }
 
 }  // namespace

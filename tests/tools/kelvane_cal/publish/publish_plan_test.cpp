@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QCryptographicHash>
+
 #include "kelvane_cal/caldav/CalDavUrl.h"
 #include "kelvane_cal/ical/EventTexts.h"
 #include "kelvane_cal/publish/PublishPlan.h"
@@ -141,6 +143,24 @@ TEST(EventTexts, TheHashLeavesOutOnlyTheStampInAnyCase) {
     ASSERT_EQ(events.size(), 1u);
     EXPECT_EQ(events[0].Uid, QStringLiteral("one"));
     EXPECT_EQ(events[0].Hash, EventHash(event));
+}
+
+// The hash is SHA-256 over the unfolded lines without the stamp, sorted,
+// each ending in CRLF: the state files of earlier runs keep hashes made so.
+TEST(EventTexts, TheHashIsOfTheSortedUnfoldedLinesWithoutTheStamp) {
+    const QByteArray event =
+        "BEGIN:VEVENT\nUID:u\r\n 1\r\n\t2\r\n\r\nDTSTAMP:5\r\nb:\r\r\nA:\xff\r\n"
+        "SUMMARY:x\r\n \r\nEND:VEVENT";
+    const QByteArray expected = QCryptographicHash::hash(
+                                    "A:\xff\r\nBEGIN:VEVENT\r\nEND:VEVENT\r\nSUMMARY:x\r\n"
+                                    "UID:u12\r\nb:\r\r\n",
+                                    QCryptographicHash::Sha256)
+                                    .toHex();
+    EXPECT_EQ(EventHash(event), expected);
+    const std::vector<EventText> events = SplitEvents("BEGIN:VCALENDAR\r\n" + event + "\r\n");
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0].Uid, QStringLiteral("u12"));
+    EXPECT_EQ(events[0].Hash, expected);
 }
 
 TEST(EventTexts, JoinsCalendarsKeepingEachTimeZoneOnce) {
