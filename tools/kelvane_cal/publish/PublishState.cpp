@@ -25,6 +25,13 @@ QString Key(const QString& text) {
         QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256).toHex().left(24));
 }
 
+// Whether all of `bytes` went to the unbuffered `file`. A write that the
+// system cuts short, as when the disk fills in the middle of a line, is a
+// failure, as it was when a flush of the buffer wrote only part of it.
+bool WriteWhole(QFile& file, const QByteArray& bytes) {
+    return file.write(bytes) == bytes.size();
+}
+
 QByteArray Compact(const QJsonObject& object) {
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
@@ -241,7 +248,7 @@ bool PublishState::StartJournal(QString& problem) {
     journal_ = std::make_unique<QFile>(journalName_);
     if (!journal_->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered,
                         kOwnerOnly) ||
-        journal_->write(Header() + '\n') < 0 || !journal_->flush()) {
+        !WriteWhole(*journal_, Header() + '\n')) {
         problem =
             QStringLiteral("%1: cannot be written: %2").arg(journalName_, journal_->errorString());
         journal_.reset();
@@ -257,7 +264,7 @@ void PublishState::AddToJournal(QByteArray line) {
     // Each change is handed to the system at once, in one write of the
     // unbuffered file: a run that is killed keeps every change it was told of.
     line += '\n';
-    if (journal_->write(line) < 0 || !journal_->flush()) {
+    if (!WriteWhole(*journal_, line)) {
         journalProblem_ =
             QStringLiteral("%1: cannot be written: %2").arg(journalName_, journal_->errorString());
     }

@@ -53,6 +53,10 @@ TEST(StateText, IsWhatQtWritesForEveryKindOfText) {
         QStringLiteral("W/\"a\\b\""),
         QStringLiteral("tab\there"),
         QStringLiteral("caf\u00e9"),
+        QStringLiteral("del\x7f"),
+        QStringLiteral("bell\x07"),
+        QStringLiteral("a/b"),
+        QString(QChar(0xd800)) + QStringLiteral("lone"),
     };
     const QString url = QStringLiteral("https://dav.example.org/alice/plan/");
     std::map<QString, PublishedEvent> events;

@@ -1,7 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QTemporaryDir>
+
+#include <sys/resource.h>
+
+#include <csignal>
 
 #include "fixtures/CalFiles.h"
 #include "kelvane_cal/publish/PublishState.h"
@@ -113,6 +118,29 @@ TEST_F(PublishStateTest, ALineCutShortByAStopIsPassedOverAndEndsTheOldJournal) {
     const auto events = Reloaded();
     EXPECT_EQ(events.size(), 2u);
     EXPECT_EQ(events.count(QStringLiteral("c")), 1u);
+}
+
+// A change that the system takes only part of, as when the disk fills in the
+// middle of its line, is a journal problem at once, not only at the next
+// change, which may never come.
+TEST_F(PublishStateTest, AChangeWrittenOnlyInPartIsAJournalProblem) {
+    auto state = Fresh();
+    QString problem;
+    ASSERT_TRUE(state->StartJournal(problem)) << problem.toStdString();
+    const qint64 written = QFileInfo(state->JournalName()).size();
+    rlimit kept{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &kept), 0);
+    const auto keptSignal = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit small = kept;
+    small.rlim_cur = static_cast<rlim_t>(written + 10);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    state->Put(QStringLiteral("a"), {"\"a long enough tag\"", "h1"});
+    const QString afterPut = state->JournalProblem();
+    setrlimit(RLIMIT_FSIZE, &kept);
+    std::signal(SIGXFSZ, keptSignal);
+    EXPECT_TRUE(afterPut.startsWith(state->JournalName() + QStringLiteral(": cannot be written: ")))
+        << afterPut.toStdString();
+    EXPECT_EQ(QFileInfo(state->JournalName()).size(), written + 10);
 }
 
 TEST_F(PublishStateTest, AJournalStoppedInItsFirstLineHoldsNothing) {
