@@ -43,6 +43,13 @@ char* WriteLiteral(char* out, const char (&literal)[size]) {
     return std::copy(literal, literal + size - 1, out);
 }
 
+// Writes `{"etag":…,"hash":…` and leaves the object open for what follows;
+// nullptr when a text is not plain.
+char* WriteEventFieldsOpen(char* out, const PublishedEvent& event) {
+    out = WritePlainString(WriteLiteral(out, "{\"etag\":"), event.ETag);
+    return out == nullptr ? nullptr : WritePlainString(WriteLiteral(out, ",\"hash\":"), event.Hash);
+}
+
 }  // namespace
 
 QJsonObject EventFields(const PublishedEvent& event) {
@@ -56,11 +63,7 @@ QJsonObject EventFields(const PublishedEvent& event) {
 QByteArray PutLine(const QString& uid, const PublishedEvent& event) {
     const qsizetype room = 32 + 2 * (event.ETag.size() + event.Hash.size() + uid.size());
     QByteArray line(room, Qt::Uninitialized);
-    char* out = WriteLiteral(line.data(), "{\"etag\":");
-    out = WritePlainString(out, event.ETag);
-    if (out != nullptr) {
-        out = WritePlainString(WriteLiteral(out, ",\"hash\":"), event.Hash);
-    }
+    char* out = WriteEventFieldsOpen(line.data(), event);
     if (out != nullptr) {
         out = WritePlainString(WriteLiteral(out, ",\"uid\":"), QStringView(uid));
     }
@@ -115,8 +118,7 @@ char* WriteObject(char* out, const std::map<QString, Value>& values, const Write
 }
 
 char* WriteEventFields(char* out, const PublishedEvent& event) {
-    out = WritePlainString(WriteLiteral(out, "{\"etag\":"), event.ETag);
-    out = out == nullptr ? nullptr : WritePlainString(WriteLiteral(out, ",\"hash\":"), event.Hash);
+    out = WriteEventFieldsOpen(out, event);
     return out == nullptr ? nullptr : WriteLiteral(out, "}");
 }
 
