@@ -8,6 +8,7 @@
 #include "calfile/CalendarFileOnDisk.h"
 #include "calfile/LineReader.h"
 #include "calfile/LineWriter.h"
+#include "calfile/ReadBack.h"
 #include "calfile/ReplacingFile.h"
 #include "store/DocumentFile.h"
 #include "store/OutputFile.h"
@@ -199,8 +200,7 @@ bool DocumentCommands::IsLastCopy(const QByteArray& content) const {
     if (!lastCopy_ || lastCopy_->Content != content) {
         return false;
     }
-    QFile file(lastCopy_->FileName);
-    return file.open(QIODevice::ReadOnly) && file.readAll() == content;
+    return FileHolds(lastCopy_->FileName, content);
 }
 
 // "unsaved-2026-11-23-174500.cal" from the clock's "11-23-2026" and
